@@ -1,0 +1,25 @@
+// From element stiffness and nodal forces to the linear system of the structure.
+#pragma once
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// Adds ElementStiffness of every present element into StiffnessMatrix (N/mm). Components without
+/// an equation are skipped, which holds them at zero displacement.
+void AssembleStiffness(Model& model);
+
+/// Writes the nodal forces (N) into LoadVector. Forces on components without an equation go
+/// straight into the support and are dropped.
+void AssembleLoads(Model& model);
+
+/// Copies the strictly upper triangle of stiffness rows 1..n, without the entries that are exactly
+/// zero, into the row store (columns ascending, slots from 1) and its diagonal apart; clears
+/// solution. Throws RunTimeError (subscript) for a row of more entries than slots. capacity and
+/// load are accepted for the calling order's sake and not used.
+void CompressStiffness(Integer n, Integer capacity, Array1<Integer>& upperCount,
+                       Array2<Integer>& upperColumn, Array2<Double>& upperValue,
+                       Array1<Double>& diagonalValue, const CouplingMatrix& stiffness,
+                       const Array1<Double>& load, Array1<Double>& solution);
+
+}  // namespace quillane

@@ -1,0 +1,15 @@
+// The stiffness of one square cell.
+#pragma once
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// Fills ElementStiffness (N/mm) of the four-node bilinear square in plane stress, integrated
+/// exactly; rows and columns u1 v1 u2 v2 u3 v3 u4 v4, nodes counter-clockwise from the lower left.
+/// The edge length cancels. Throws RunTimeError (floating point) for Poisson's ratio 1 or -1 and
+/// for a stiffness beyond the range of a Double.
+/// Source: O. C. Zienkiewicz, R. L. Taylor, The Finite Element Method, vol. 1, plane stress.
+void CalcElementStiffness(Model& model);
+
+}  // namespace quillane

@@ -1,0 +1,102 @@
+// Mesh layout and equation numbering.
+#include "fem/mesh.h"
+
+#include "model/numbers.h"
+
+namespace quillane {
+namespace {
+
+/// Re-creates, zero-filled, what assembly, compression and the solver write.
+void ReDimEquationSystem(Model& model) {
+  const int n = model.EquationCount;
+  model.StiffnessMatrix.ReDim(n);
+  for (auto* vector : {&model.LoadVector, &model.SolutionVector, &model.DiagonalValue,
+                       &model.FactorInvDiag, &model.ResidualVector, &model.DirectionVector,
+                       &model.PrecondVector, &model.ProductVector}) {
+    vector->ReDim(0, n);
+  }
+  for (auto* counts : {&model.UpperCount, &model.LowerCount, &model.TransposeFill}) {
+    counts->ReDim(0, n);
+  }
+  const IndexRange slots{0, kRowCapacity};
+  for (auto* columns : {&model.UpperColumn, &model.LowerColumn}) columns->ReDim(slots, {0, n});
+  for (auto* values :
+       {&model.UpperValue, &model.LowerValue, &model.FactorUpper, &model.FactorLower}) {
+    values->ReDim(slots, {0, n});
+  }
+}
+
+}  // namespace
+
+void BuildMesh(Model& model, int rows, int columns) {
+  const double nodes = (rows + 1.0) * (columns + 1.0);
+  const Integer nodeCount = ToInteger(nodes, "the number of nodes");
+  const Integer elementCount = ToInteger(double{1} * rows * columns, "the number of elements");
+  model.CellRowCount = ToInteger(rows, "the number of rows");
+  model.CellColumnCount = ToInteger(columns, "the number of columns");
+  model.NodeCount = nodeCount;
+  model.ElementCount = elementCount;
+  ReDimGridArrays(model);
+
+  int node = 0;
+  Single y = model.DomainY1;
+  for (int i = 1; i <= rows + 1; ++i, y += model.ElementSize) {
+    Single x = model.DomainX1;
+    for (int j = 1; j <= columns + 1; ++j, x += model.ElementSize) {
+      ++node;
+      model.NodeXY(node, 1) = double{x};
+      model.NodeXY(node, 2) = double{y};
+    }
+  }
+  for (int i = 1; i <= rows; ++i) {
+    for (int j = 1; j <= columns; ++j) {
+      const int e = ElementOfCell(model, i, j);
+      const int lowerLeft = (columns + 1) * (i - 1) + j;
+      model.ElementNodes(e, 1) = static_cast<Integer>(lowerLeft);
+      model.ElementNodes(e, 2) = static_cast<Integer>(lowerLeft + 1);
+      model.ElementNodes(e, 3) = static_cast<Integer>(lowerLeft + columns + 2);
+      model.ElementNodes(e, 4) = static_cast<Integer>(lowerLeft + columns + 1);
+    }
+  }
+}
+
+void MarkActiveNodes(Model& model) {
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    model.NodeActive(n) = 0;
+    model.DofNumber(n, 1) = 0;
+    model.DofNumber(n, 2) = 0;
+  }
+  for (int e = 1; e <= model.ElementCount; ++e) {
+    for (int k = 1; k <= 8; ++k) model.ElementDofs(e, k) = 0;
+  }
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      if (model.CellState(i, j) <= 0) continue;
+      const int e = ElementOfCell(model, i, j);
+      for (int k = 1; k <= 4; ++k) model.NodeActive(model.ElementNodes(e, k)) = 1;
+    }
+  }
+}
+
+void NumberEquations(Model& model) {
+  int count = 0;
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    if (model.NodeActive(n) != 1) continue;
+    for (int d = 1; d <= 2; ++d) {
+      if (model.NodeFreedom(n, d) != 0) continue;
+      ++count;
+      model.DofNumber(n, d) = ToInteger(count, "the number of equations (the grid is too large)");
+    }
+  }
+  model.EquationCount = static_cast<Integer>(count);
+  for (int e = 1; e <= model.ElementCount; ++e) {
+    for (int k = 1; k <= 4; ++k) {
+      const int node = model.ElementNodes(e, k);
+      model.ElementDofs(e, 2 * k - 1) = model.DofNumber(node, 1);
+      model.ElementDofs(e, 2 * k) = model.DofNumber(node, 2);
+    }
+  }
+  ReDimEquationSystem(model);
+}
+
+}  // namespace quillane

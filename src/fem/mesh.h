@@ -1,0 +1,29 @@
+// The mesh of the cell grid: its layout, its active nodes and its equation numbers.
+#pragma once
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// The element of cell (row, column), both from 1: (row - 1) * CellColumnCount + column.
+inline int ElementOfCell(const Model& model, int row, int column) {
+  return (row - 1) * model.CellColumnCount + column;
+}
+
+/// Lays out nodes and elements of a fresh grid: sets CellRowCount, CellColumnCount, NodeCount and
+/// ElementCount, re-creates every grid array zero-filled, and fills NodeXY (mm; sums of ElementSize
+/// in single precision from DomainX1, DomainY1) and ElementNodes (counter-clockwise from the lower
+/// left). Throws RunTimeError (overflow) for more nodes or elements than an Integer counts and
+/// RunTimeError (subscript) for a grid without cells.
+void BuildMesh(Model& model, int rows, int columns);
+
+/// Marks in NodeActive the nodes of present elements and clears DofNumber and ElementDofs.
+void MarkActiveNodes(Model& model);
+
+/// Gives every free component of an active node its equation number (ascending by node, x before
+/// y), fills ElementDofs, sets EquationCount and re-creates all arrays of the equation system.
+/// MarkActiveNodes must have run on the present CellState. Throws RunTimeError (overflow) for more
+/// than 32767 equations.
+void NumberEquations(Model& model);
+
+}  // namespace quillane

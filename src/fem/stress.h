@@ -1,0 +1,20 @@
+// From the solution to displacements, stresses and volume.
+#pragma once
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// Gives every node its displacement (mm) in NodeDisp; 0 where a component has no equation.
+void ScatterDisplacements(Model& model);
+
+/// Writes the von Mises stress (MPa) at the centre of every present element into CellStress, 0 into
+/// the other cells, and their largest, smallest and mean value. Throws RunTimeError (floating
+/// point) when no cell holds an element, when Poisson's ratio is 1 or -1, or when a stress is not
+/// finite; (subscript) when an element names a node outside the mesh.
+void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio);
+
+/// Volume (mm^3) of the cells that hold an element.
+void DesignVolume(Model& model);
+
+}  // namespace quillane

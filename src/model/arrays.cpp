@@ -1,0 +1,27 @@
+// The errors of the checked arrays, kept out of the templates.
+#include "model/arrays.h"
+
+namespace quillane::detail {
+
+void CheckRange(const char* name, IndexRange range) {
+  if (range.upper > kIntegerMax) {
+    throw RunTimeError(ErrorKind::kOverflow, std::string("the index range ") + range.Text() +
+                                                 " of " + name + " passes " +
+                                                 std::to_string(kIntegerMax));
+  }
+  if (range.upper < range.lower) {
+    throw RunTimeError(ErrorKind::kSubscript,
+                       std::string(name) + " cannot be sized " + range.Text());
+  }
+}
+
+void ThrowSubscript(const char* name, const std::string& subscripts, const std::string& ranges) {
+  throw RunTimeError(ErrorKind::kSubscript, std::string(name) + "(" + subscripts +
+                                                ") lies outside its range (" + ranges + ")");
+}
+
+void ThrowOutOfMemory(const char* name) {
+  throw RunTimeError(ErrorKind::kOutOfMemory, std::string("no memory for ") + name);
+}
+
+}  // namespace quillane::detail

@@ -1,0 +1,126 @@
+// Arrays that carry their name and index ranges and check every subscript.
+#pragma once
+
+#include <cstddef>
+#include <new>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "model/run_time_error.h"
+#include "model/types.h"
+
+namespace quillane {
+
+/// An inclusive range of subscripts. lower = 1, upper = 0 is the range of an array not yet created.
+struct IndexRange {
+  int lower = 1;
+  int upper = 0;
+
+  bool Contains(int i) const { return i >= lower && i <= upper; }
+  std::size_t Size() const { return static_cast<std::size_t>(upper - lower + 1); }
+  std::string Text() const { return std::to_string(lower) + " to " + std::to_string(upper); }
+  friend bool operator==(const IndexRange&, const IndexRange&) = default;
+};
+
+namespace detail {
+
+/// Throws unless the range can size an array: the upper end an Integer, at least the lower one.
+void CheckRange(const char* name, IndexRange range);
+[[noreturn]] void ThrowSubscript(const char* name, const std::string& subscripts,
+                                 const std::string& ranges);
+[[noreturn]] void ThrowOutOfMemory(const char* name);
+
+template <class T>
+void Recreate(std::vector<T>& values, std::size_t size, const char* name) {
+  try {
+    values.assign(size, T{});
+  } catch (const std::bad_alloc&) {
+    ThrowOutOfMemory(name);
+  }
+}
+
+}  // namespace detail
+
+/// One-dimensional array of T over an inclusive index range. Empty until ReDim.
+template <class T>
+class Array1 {
+ public:
+  explicit Array1(const char* name) : name_(name) {}
+
+  /// Re-creates the array zero-filled; old contents are dropped, the allocation is reused.
+  void ReDim(int lower, int upper) {
+    detail::CheckRange(name_, {lower, upper});
+    range_ = {lower, upper};
+    detail::Recreate(values_, range_.Size(), name_);
+  }
+
+  /// Element i; throws RunTimeError (subscript) outside the range.
+  T& operator()(int i) { return values_[Offset(i)]; }
+  const T& operator()(int i) const { return values_[Offset(i)]; }
+
+  IndexRange Range() const { return range_; }
+  const char* Name() const { return name_; }
+
+  /// The elements in index order, for inner loops after one check of the range.
+  std::span<T> Raw() { return values_; }
+  std::span<const T> Raw() const { return values_; }
+
+ private:
+  std::size_t Offset(int i) const {
+    if (!range_.Contains(i)) {
+      detail::ThrowSubscript(name_, std::to_string(i), range_.Text());
+    }
+    return static_cast<std::size_t>(i - range_.lower);
+  }
+
+  const char* name_;
+  IndexRange range_;
+  std::vector<T> values_;
+};
+
+/// Two-dimensional array of T over inclusive index ranges, the first index fastest in memory.
+/// Empty until ReDim.
+template <class T>
+class Array2 {
+ public:
+  explicit Array2(const char* name) : name_(name) {}
+
+  /// Re-creates the array zero-filled; old contents are dropped, the allocation is reused.
+  void ReDim(IndexRange first, IndexRange second) {
+    detail::CheckRange(name_, first);
+    detail::CheckRange(name_, second);
+    first_ = first;
+    second_ = second;
+    detail::Recreate(values_, first.Size() * second.Size(), name_);
+  }
+
+  /// Element (i, j); throws RunTimeError (subscript) outside the ranges.
+  T& operator()(int i, int j) { return values_[Offset(i, j)]; }
+  const T& operator()(int i, int j) const { return values_[Offset(i, j)]; }
+
+  IndexRange First() const { return first_; }
+  IndexRange Second() const { return second_; }
+  const char* Name() const { return name_; }
+
+  /// The elements, first index fastest, for inner loops after one check of the ranges.
+  std::span<T> Raw() { return values_; }
+  std::span<const T> Raw() const { return values_; }
+
+ private:
+  std::size_t Offset(int i, int j) const {
+    if (!first_.Contains(i) || !second_.Contains(j)) {
+      detail::ThrowSubscript(name_, std::to_string(i) + ", " + std::to_string(j),
+                             first_.Text() + ", " + second_.Text());
+    }
+    return static_cast<std::size_t>(i - first_.lower) +
+           static_cast<std::size_t>(j - second_.lower) * first_.Size();
+  }
+
+  const char* name_;
+  IndexRange first_;
+  IndexRange second_;
+  std::vector<T> values_;
+};
+
+}  // namespace quillane

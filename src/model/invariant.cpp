@@ -1,0 +1,14 @@
+// The end of a program whose own guarantee does not hold.
+#include "model/invariant.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace quillane {
+
+void InvariantBroken(const char* file, int line, const char* condition) {
+  std::fprintf(stderr, "%s:%d: broken invariant: %s\n", file, line, condition);
+  std::abort();
+}
+
+}  // namespace quillane

@@ -1,0 +1,109 @@
+// The one structure that holds the whole state of the program.
+#pragma once
+
+#include <string>
+
+#include "model/arrays.h"
+#include "model/coupling_matrix.h"
+#include "model/types.h"
+
+namespace quillane {
+
+/// Codes of Model::CellState. A cell holds an element exactly when its code is greater than 0.
+inline constexpr Integer kCellCutOut = -3;
+inline constexpr Integer kCellEmpty = 0;
+inline constexpr Integer kCellDesign = 1;
+inline constexpr Integer kCellNonDesign = 2;
+
+/// Off-diagonal slots of one equation in the sparse row store.
+inline constexpr Integer kRowCapacity = 9;
+
+/// Everything the program knows, with its start-up values. Lengths in mm, forces in N, stresses and
+/// moduli in MPa. Arrays are empty until a domain is set up or a model is opened; where a range
+/// starts at 0, index 0 exists and is unused. n stands for EquationCount.
+struct Model {
+  // Grid and view.
+  Single ElementSize = 100;   ///< edge of every square cell, mm
+  Single DomainWidth = 2000;  ///< width that the canvas shows, mm
+  Single DomainHeight = 0;    ///< height that the canvas shows, mm; from the canvas's aspect
+  Single OriginFracX = 0.5F;  ///< the origin's distance from the right edge, in DomainWidths
+  Single OriginFracY = 0.5F;  ///< the origin's distance from the top edge, in DomainHeights
+  Single ViewRight = 0;       ///< x of the canvas's right edge, mm
+  Single ViewTop = 0;         ///< y of the canvas's top edge, mm
+  Single DomainX1 = 0, DomainX2 = 0;  ///< left and right edge of the design domain, mm
+  Single DomainY1 = 0, DomainY2 = 0;  ///< lower and upper edge of the design domain, mm
+  Integer CellRowCount = 0;           ///< rows of cells, counted upward along y
+  Integer CellColumnCount = 0;        ///< columns of cells, counted rightward along x
+  Array2<Integer> CellState{"CellState"};  ///< (1..rows, 1..columns), codes above
+
+  // Mesh. Nodes and elements are numbered row by row from the lower left, x fastest.
+  Integer NodeCount = 0;
+  Integer ElementCount = 0;
+  Array2<Double> NodeXY{"NodeXY"};               ///< (0..nodes, 1..2) x, y, mm
+  Array2<Integer> ElementNodes{"ElementNodes"};  ///< (0..elements, 1..4) counter-clockwise
+  Array1<Integer> NodeActive{"NodeActive"};      ///< (0..nodes) 1: belongs to a present element
+  Array2<Integer> DofNumber{"DofNumber"};        ///< (0..nodes, 1..2) equation of u, v; 0 none
+  Array2<Integer> ElementDofs{"ElementDofs"};    ///< (0..elements, 1..8) u1 v1 u2 v2 ...; 0 none
+  Integer EquationCount = 0;
+
+  // Supports and loads.
+  Array2<Integer> NodeFreedom{"NodeFreedom"};  ///< (0..nodes, 1..2) x, y; 0 free, else fixed
+  Array2<Double> NodeLoad{"NodeLoad"};         ///< (0..nodes, 1..2) Fx, Fy, N
+  Double LoadFx = 0, LoadFy = 0;               ///< the force last entered, N
+
+  // Material.
+  Double YoungModulus = 210000;  ///< MPa
+  Double PoissonRatio = 0.3;
+  Double Thickness = 1.0;  ///< mm
+
+  // Optimization.
+  Single StressTarget = 0;                 ///< MPa
+  Integer Epsilon = 1;                     ///< potential below which a design cell is emptied
+  Single Lambda = 0.05F;                   ///< forget coefficient per step
+  Single PotentialIncrement = 0;           ///< Lambda * 10 / 5
+  Array2<Double> Potential{"Potential"};   ///< (1..rows, 1..columns), 0 to 10
+
+  // Equation system, re-created by NumberEquations.
+  Double ElementStiffness[9][9] = {};      ///< (1..8, 1..8) N/mm; row and column 0 unused
+  CouplingMatrix StiffnessMatrix;          ///< (0..n, 0..n) N/mm
+  Array1<Double> LoadVector{"LoadVector"};          ///< (0..n) N
+  Array1<Double> SolutionVector{"SolutionVector"};  ///< (0..n) mm
+  Array1<Integer> UpperCount{"UpperCount"};         ///< (0..n) stored entries right of the diagonal
+  Array1<Integer> LowerCount{"LowerCount"};         ///< (0..n) stored entries left of the diagonal
+  Array2<Integer> UpperColumn{"UpperColumn"};       ///< (slot 0..9, 0..n) ascending columns
+  Array2<Integer> LowerColumn{"LowerColumn"};
+  Array2<Double> UpperValue{"UpperValue"};  ///< (slot 0..9, 0..n)
+  Array2<Double> LowerValue{"LowerValue"};
+  Array2<Double> FactorUpper{"FactorUpper"};
+  Array2<Double> FactorLower{"FactorLower"};
+  Array1<Double> DiagonalValue{"DiagonalValue"};  ///< (0..n)
+  Array1<Double> FactorInvDiag{"FactorInvDiag"};
+  Array1<Double> ResidualVector{"ResidualVector"};
+  Array1<Double> DirectionVector{"DirectionVector"};
+  Array1<Double> PrecondVector{"PrecondVector"};
+  Array1<Double> ProductVector{"ProductVector"};
+  Array1<Integer> TransposeFill{"TransposeFill"};
+
+  // Results of the last analysis.
+  Array2<Double> NodeDisp{"NodeDisp"};      ///< (0..nodes, 1..2) u, v, mm
+  Array2<Double> CellStress{"CellStress"};  ///< (0..rows+1, 0..columns+1) von Mises, MPa; border 0
+  Double MaxStress = 0, MinStress = 0, AvgStress = 0;  ///< MPa
+  Double Volume = 0;                                   ///< mm^3
+
+  // Interaction.
+  Integer EditMode = 0;          ///< what a press on the canvas does
+  Integer ClickCount = 0;        ///< presses made in a two-press rectangle
+  Integer DomainDefined = 0;     ///< kTrue once a design domain exists
+  Integer DisplayMode = 1;       ///< 1 stress map, 2 potential map
+  Integer AutoOptimize = 0;      ///< kTrue while steps follow each other by themselves
+  Integer StepCount = 0;         ///< number of the next optimization step
+  Integer HistoryRecording = 0;  ///< kTrue while the history file is open
+  std::string ModelFilePath;     ///< model file last saved or opened
+};
+
+/// Re-creates every array that belongs to the grid and its nodes and elements, zero-filled, from
+/// CellRowCount, CellColumnCount, NodeCount and ElementCount. Throws RunTimeError where a count
+/// cannot size an array.
+void ReDimGridArrays(Model& model);
+
+}  // namespace quillane

@@ -1,0 +1,164 @@
+// Number formatting and parsing on std::to_chars and std::from_chars, which know no locale.
+#include "model/number_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+#include "model/numbers.h"
+#include "model/run_time_error.h"
+
+namespace quillane {
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+std::size_t DigitsFrom(std::string_view text, std::size_t at) {
+  std::size_t end = at;
+  while (end < text.size() && IsDigit(text[end])) ++end;
+  return end - at;
+}
+
+/// Length of the longest decimal number that text starts with; 0 where there is none.
+std::size_t NumberLength(std::string_view text) {
+  std::size_t at = (!text.empty() && (text[0] == '+' || text[0] == '-')) ? 1 : 0;
+  std::size_t digits = DigitsFrom(text, at);
+  at += digits;
+  if (at < text.size() && text[at] == '.') {
+    const std::size_t decimals = DigitsFrom(text, at + 1);
+    if (digits + decimals > 0) at += 1 + decimals;
+    digits += decimals;
+  }
+  if (digits == 0) return 0;
+  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+    std::size_t exponent = at + 1;
+    if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-')) ++exponent;
+    const std::size_t exponentDigits = DigitsFrom(text, exponent);
+    if (exponentDigits > 0) at = exponent + exponentDigits;
+  }
+  return at;
+}
+
+/// True where a number that from_chars calls out of range is too small rather than too large:
+/// the decimal exponent of its first significant digit is negative.
+bool IsTiny(std::string_view number) {
+  const std::size_t e = std::min(number.find_first_of("eE"), number.size());
+  const std::string_view mantissa = number.substr(0, e);
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const std::size_t first = mantissa.find_first_of("123456789");
+  if (first == std::string_view::npos) return true;
+  const auto position = static_cast<double>(point) - static_cast<double>(first);
+  const double exponent =
+      e < number.size() ? std::strtod(std::string(number.substr(e + 1)).c_str(), nullptr) : 0.0;
+  return position + exponent < 0;
+}
+
+/// Converts a text that NumberLength accepted whole. False: too large for T. Too small gives 0.
+template <class T>
+bool Convert(std::string_view number, T& value) {
+  const std::string_view digits = number.starts_with('+') ? number.substr(1) : number;
+  T parsed = 0;
+  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), parsed);
+  if (result.ec == std::errc::result_out_of_range) {
+    if (!IsTiny(digits)) return false;
+    parsed = 0;
+  }
+  value = parsed == 0 ? T{0} : parsed;  // no negative zero enters the model
+  return true;
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+template <class T>
+FieldFault ParseReal(std::string_view field, T& value) {
+  const std::string_view text = TrimBlanks(field);
+  if (text.empty()) return FieldFault::kEmpty;
+  if (NumberLength(text) != text.size()) return FieldFault::kNotANumber;
+  return Convert(text, value) ? FieldFault::kNone : FieldFault::kOutOfRange;
+}
+
+template <class T>
+std::string GeneralReal(T value, int digits) {
+  if (value == 0) return "0";
+  std::array<char, 64> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::general, digits);
+  std::string text(buffer.data(), end.ptr);
+  const std::size_t e = text.find('e');
+  if (e != std::string::npos) text[e] = 'E';
+  return text;
+}
+
+}  // namespace
+
+std::string GeneralText(Single value) { return GeneralReal(value, 7); }
+std::string GeneralText(Double value) { return GeneralReal(value, 15); }
+std::string GeneralText(int value) { return std::to_string(value); }
+
+std::string ExponentText(double value) {
+  if (!std::isfinite(value)) return GeneralText(value);
+  // Every double is a finite decimal fraction of at most 767 digits, so a tie shows itself exactly.
+  std::array<char, 800> buffer;
+  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
+                                    std::chars_format::scientific, 770);
+  const std::string_view exact(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+  const std::size_t e = exact.find('e');
+  int exponent = 0;
+  std::from_chars(exact.data() + e + (exact[e + 1] == '+' ? 2 : 1), exact.data() + exact.size(),
+                  exponent);
+  int mantissa = (exact[0] - '0') * 100 + (exact[2] - '0') * 10 + (exact[3] - '0');
+  if (exact[4] >= '5') ++mantissa;
+  if (mantissa == 1000) {
+    mantissa = 100;
+    ++exponent;
+  }
+  std::string text = value < 0 ? "-" : "";
+  text += std::to_string(mantissa / 100) + "." + std::to_string(mantissa / 10 % 10) +
+          std::to_string(mantissa % 10) + (exponent < 0 ? "E-" : "E+");
+  const int size = std::abs(exponent);
+  return text + (size < 10 ? "0" : "") + std::to_string(size);
+}
+
+std::string WholeText(double value) {
+  const double rounded = std::round(value);
+  if (rounded == 0) return "0";
+  std::array<char, 400> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded,
+                                 std::chars_format::fixed, 0);
+  return std::string(buffer.data(), end.ptr);
+}
+
+double LeadingNumber(std::string_view text, const char* what) {
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  const std::size_t length = NumberLength(text);
+  if (length == 0) return 0.0;
+  double value = 0.0;
+  if (!Convert(text.substr(0, length), value)) {
+    throw RunTimeError(ErrorKind::kOverflow, std::string(what) + " is too large a number");
+  }
+  return value;
+}
+
+FieldFault ParseField(std::string_view field, Integer& value) {
+  double real = 0.0;
+  const FieldFault fault = ParseReal(field, real);
+  if (fault != FieldFault::kNone) return fault;
+  try {
+    value = ToInteger(real, "a field");
+  } catch (const RunTimeError&) {
+    return FieldFault::kOutOfRange;
+  }
+  return FieldFault::kNone;
+}
+
+FieldFault ParseField(std::string_view field, Single& value) { return ParseReal(field, value); }
+FieldFault ParseField(std::string_view field, Double& value) { return ParseReal(field, value); }
+
+}  // namespace quillane

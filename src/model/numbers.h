@@ -1,0 +1,30 @@
+// Conversions between the model's number types and the checks that stand for arithmetic traps.
+#pragma once
+
+#include <cmath>
+
+#include "model/types.h"
+
+namespace quillane {
+
+/// The nearest Integer, halves to the even neighbour. Throws RunTimeError (overflow) naming `what`
+/// when the value is outside -32768..32767 or not a number.
+Integer ToInteger(double value, const char* what);
+
+/// The nearest Single. Throws RunTimeError (overflow) naming `what` when the value is too large.
+Single ToSingle(double value, const char* what);
+
+[[noreturn]] void ThrowFloatingPoint(const char* what, const char* advice);
+
+/// Hands the value on; throws RunTimeError (floating point) naming `what` when it is infinite or
+/// not a number, as a division by zero, an invalid operation or an overflow leave it.
+inline double Finite(double value, const char* what, const char* advice = "") {
+  if (!std::isfinite(value)) ThrowFloatingPoint(what, advice);
+  return value;
+}
+inline float Finite(float value, const char* what, const char* advice = "") {
+  if (!std::isfinite(value)) ThrowFloatingPoint(what, advice);
+  return value;
+}
+
+}  // namespace quillane

@@ -1,0 +1,39 @@
+// The record of an optimization's course: one line a step.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// The history file: header "Iteration, Max, Avg, Min", then StepCount, MaxStress, AvgStress and
+/// MinStress (MPa) as comma-separated lines ended by CR LF. Model::HistoryRecording is true exactly
+/// while it is open.
+class History {
+ public:
+  History() = default;
+  ~History() = default;
+  History(const History&) = delete;
+  History& operator=(const History&) = delete;
+
+  /// Sets HistoryRecording, creates or empties the file, writes the header and a record of the
+  /// present state. Throws RunTimeError (file).
+  void Start(Model& model, const std::filesystem::path& path);
+
+  /// Appends a record if the model is recording. Throws RunTimeError (file) when the disk is full.
+  void Record(const Model& model);
+
+  /// Closes the file and clears HistoryRecording; harmless when nothing is recorded. Throws
+  /// RunTimeError (file) when what was written did not reach the disk.
+  void Close(Model& model);
+
+ private:
+  void WriteLine(const std::string& line);
+
+  std::filesystem::path path_;
+  std::ofstream file_;
+};
+
+}  // namespace quillane
