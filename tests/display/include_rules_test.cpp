@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <set>
 #include <string>
 
@@ -21,40 +20,37 @@ const std::map<std::string, std::set<std::string>> kMayInclude = {
     {"batch", {"batch", "display", "optimize", "fem", "model"}},
     {"ui", {"ui", "display", "optimize", "fem", "model"}}};
 
-bool MayUseToolkit(const std::string& folder, const fs::path& file) {
-  const std::string stem = file.stem().string();
+bool MayUseToolkit(const std::string& folder, const std::string& stem) {
   return folder == "ui" || folder == "batch" ||
          (folder == "display" && (stem == "image_area" || stem == "picture"));
 }
 
 void CheckInclude(const std::string& folder, const fs::path& file, const std::string& header) {
   const std::string room = header.substr(0, header.find('/'));
-  if (room != header && kMayInclude.contains(room)) {
+  if (kMayInclude.contains(room)) {
     EXPECT_TRUE(kMayInclude.at(folder).contains(room)) << file << " includes " << header;
   }
-  const bool isToolkit = header.size() > 1 && header[0] == 'Q' && std::isupper(header[1]) != 0;
-  if (isToolkit || header.starts_with("Qt")) {
-    EXPECT_TRUE(MayUseToolkit(folder, file)) << file << " includes " << header;
+  if (header.starts_with('Q')) {
+    EXPECT_TRUE(MayUseToolkit(folder, file.stem().string())) << file << " includes " << header;
   }
 }
 
 TEST(IncludeRules, NoIncludeGoesUpwardAndTheToolkitStaysInItsPlaces) {
-  const std::regex include(R"(^\s*#\s*include\s*["<]([^">]+)[">])");
   const fs::path source = fs::path(QUILLANE_SOURCE_DIR) / "src";
-  int files = 0;
+  int includes = 0;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(source)) {
     const fs::path& file = entry.path();
     if (file.extension() != ".h" && file.extension() != ".cpp") continue;
-    ++files;
     const std::string folder = fs::relative(file, source).begin()->string();
     ASSERT_TRUE(kMayInclude.contains(folder)) << folder << " has no rule";
     std::ifstream text(file);
-    std::smatch match;
     for (std::string line; std::getline(text, line);) {
-      if (std::regex_search(line, match, include)) CheckInclude(folder, file, match[1]);
+      if (!line.starts_with("#include ")) continue;
+      ++includes;
+      CheckInclude(folder, file, line.substr(10, line.find_last_of("\">") - 10));
     }
   }
-  EXPECT_GT(files, 30);
+  EXPECT_GT(includes, 100);
 }
 
 }  // namespace

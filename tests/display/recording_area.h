@@ -1,6 +1,7 @@
-// A drawing area that keeps the list of what was drawn.
+// A drawing area that keeps the list of what was drawn since it was cleared.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -12,9 +13,9 @@ enum class Shape { kClear, kLine, kOutline, kFill, kCircle, kText };
 
 struct DrawCall {
   Shape shape{};
-  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // circle: centre, radius in x2
+  double x1, y1, x2, y2;  // circle: centre, radius in x2
   Color color;
-  int width = 0;
+  int width;
   std::string text;
 };
 
@@ -23,44 +24,45 @@ class RecordingArea : public DrawingArea {
   void SetScale(const UserScale& scale) override { scale_ = scale; }
   UserScale Scale() const override { return scale_; }
   void SetBackground(Color color) override { background_ = color; }
-  void Clear() override {
-    calls.clear();
-    calls.push_back({Shape::kClear, 0, 0, 0, 0, background_, width_, {}});
-  }
+  void Clear() override { calls = {{Shape::kClear, 0, 0, 0, 0, background_, 0, {}}}; }
   void SetColor(Color color) override { color_ = color; }
   void SetLineWidth(int pixels) override { width_ = pixels; }
-  void DrawLine(double x1, double y1, double x2, double y2) override {
-    calls.push_back({Shape::kLine, x1, y1, x2, y2, color_, width_, {}});
+  void DrawLine(double a, double b, double c, double d) override { Add(Shape::kLine, a, b, c, d); }
+  void DrawBox(double a, double b, double c, double d) override {
+    Add(Shape::kOutline, a, b, c, d);
   }
-  void DrawBox(double x1, double y1, double x2, double y2) override {
-    calls.push_back({Shape::kOutline, x1, y1, x2, y2, color_, width_, {}});
-  }
-  void FillBox(double x1, double y1, double x2, double y2) override {
-    calls.push_back({Shape::kFill, x1, y1, x2, y2, color_, width_, {}});
-  }
-  void DrawCircle(double x, double y, double radius) override {
-    calls.push_back({Shape::kCircle, x, y, radius, 0, color_, width_, {}});
-  }
+  void FillBox(double a, double b, double c, double d) override { Add(Shape::kFill, a, b, c, d); }
+  void DrawCircle(double x, double y, double r) override { Add(Shape::kCircle, x, y, r, 0); }
   void SetTextSize(double, double, std::string_view) override {}
   void DrawText(double x, double y, std::string_view text) override {
-    calls.push_back({Shape::kText, x, y, 0, 0, color_, width_, std::string(text)});
+    Add(Shape::kText, x, y, 0, 0);
+    calls.back().text = text;
   }
 
-  /// What was drawn since the last Clear, in order, of one shape and colour.
-  std::vector<DrawCall> Of(Shape shape, Color color) const {
-    std::vector<DrawCall> found;
+  int Count(Shape shape, Color color) const {
+    return static_cast<int>(std::ranges::count_if(
+        calls, [&](const DrawCall& call) { return call.shape == shape && call.color == color; }));
+  }
+
+  /// The colours of a shape in the order of their first use.
+  std::vector<Color> Colors(auto&& isWanted) const {
+    std::vector<Color> colors;
     for (const DrawCall& call : calls) {
-      if (call.shape == shape && call.color == color) found.push_back(call);
+      if (isWanted(call) && std::ranges::count(colors, call.color) == 0)
+        colors.push_back(call.color);
     }
-    return found;
+    return colors;
   }
 
   std::vector<DrawCall> calls;
 
  private:
+  void Add(Shape shape, double x1, double y1, double x2, double y2) {
+    calls.push_back({shape, x1, y1, x2, y2, color_, width_, {}});
+  }
+
   UserScale scale_;
-  Color background_;
-  Color color_;
+  Color background_, color_;
   int width_ = 1;
 };
 
