@@ -26,6 +26,15 @@ constexpr int kPathRole = Qt::UserRole;
 
 QByteArray Bytes(const fs::path& path) { return QByteArray::fromStdString(path.string()); }
 
+/// A tree that always shows all its rows, so it has no signs for folding them up.
+class DirectoryList : public QTreeWidget {
+ public:
+  using QTreeWidget::QTreeWidget;
+
+ private:
+  void drawBranches(QPainter*, const QRect&, const QModelIndex&) const override {}
+};
+
 /// A row of the directory list that opens the given folder.
 QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::path& folder) {
   auto* row = new QTreeWidgetItem(QStringList(text));
@@ -42,7 +51,7 @@ fs::path StartFolder() {
 }
 
 QTreeWidget* MakeDirectoryList(QWidget* parent) {
-  auto* list = new QTreeWidget(parent);
+  auto* list = new DirectoryList(parent);
   list->setObjectName(QStringLiteral("Dir1"));
   list->setHeaderHidden(true);
   list->header()->setStretchLastSection(false);
@@ -75,6 +84,7 @@ FileForm::FileForm(frmMain& main, const char* name, const char* caption)
       txtFileName(new QLineEdit(this)) {
   Drive1->setObjectName(QStringLiteral("Drive1"));
   Drive1->setAccessibleName(QStringLiteral("Drives"));
+  Drive1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   for (const fs::path& drive : drives_) {
     Drive1->addItem(style()->standardIcon(QStyle::SP_DriveHDIcon), FileNameText(drive.string()));
   }

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/frmMain.h"
 
@@ -74,8 +75,14 @@ QWidget* Form::OptionFrame(std::initializer_list<QRadioButton*> options) {
 
 QLayout* Form::ButtonRow(std::initializer_list<QPushButton*> buttons) {
   auto* row = new QHBoxLayout;
+  row->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
   row->addStretch();
-  for (QPushButton* button : buttons) row->addWidget(button);
+  int width = 0;
+  for (const QPushButton* button : buttons) width = std::max(width, button->sizeHint().width());
+  for (QPushButton* button : buttons) {
+    button->setMinimumWidth(width);
+    row->addWidget(button);
+  }
   (*buttons.begin())->setDefault(true);
   return row;
 }
@@ -83,7 +90,6 @@ QLayout* Form::ButtonRow(std::initializer_list<QPushButton*> buttons) {
 QVBoxLayout* Form::Rows() {
   auto* rows = new QVBoxLayout(this);
   rows->setSizeConstraint(QLayout::SetFixedSize);
-  rows->setSpacing(rows->spacing() * 2);
   return rows;
 }
 
