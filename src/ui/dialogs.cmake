@@ -5,5 +5,4 @@ set(QUILLANE_DIALOG_SOURCES
   frmAppliedLoad.cpp frmAppliedLoad.h frmController.cpp frmController.h frmFreedom.cpp frmFreedom.h
   frmImageIndicator.cpp frmImageIndicator.h frmMaterial.cpp frmMaterial.h frmOpen.cpp frmOpen.h
   frmOptimization.cpp frmOptimization.h frmSave.cpp frmSave.h frmShape.cpp frmShape.h
-  frmValueIndicator.cpp frmValueIndicator.h frmWidth.cpp frmWidth.h
-  view_check.cpp view_check.h)
+  frmValueIndicator.cpp frmValueIndicator.h frmWidth.cpp frmWidth.h)

@@ -40,8 +40,8 @@ void frmAppliedLoad::cmdOK_Click() {
     Main().SetUpDateCaption(
         QString::fromStdString("x方向荷重成分 = " + GeneralText(model.LoadFx) +
                                "N   y方向荷重成分 = " + GeneralText(model.LoadFy) + "N"));
-    Unload();
   });
+  Unload();
 }
 
 }  // namespace quillane

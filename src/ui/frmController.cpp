@@ -38,8 +38,8 @@ void frmController::cmdOK_Click() {
     Model& model = Main().model();
     SetParameters(model, TextOf(txtDpStress), TextOf(txtDpEpsilon), TextOf(txtDpLambda));
     Main().SetUpDateCaption(QString::fromStdString(ParameterSummary(model)));
-    Unload();
   });
+  Unload();
 }
 
 }  // namespace quillane

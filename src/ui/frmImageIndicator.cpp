@@ -35,8 +35,8 @@ void frmImageIndicator::cmdOK_Click() {
       Main().model().DisplayMode = 2;
       Main().DrawNeuronMap();
     }
-    Unload();
   });
+  Unload();
 }
 
 }  // namespace quillane

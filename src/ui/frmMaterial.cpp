@@ -41,8 +41,8 @@ void frmMaterial::cmdOK_Click() {
     Main().SetUpDateCaption(QString::fromStdString(
         "ヤング率 = " + GeneralText(model.YoungModulus) + "MPa  板厚 = " +
         GeneralText(model.Thickness) + "mm  ポアソン比 = " + GeneralText(model.PoissonRatio)));
-    Unload();
   });
+  Unload();
 }
 
 }  // namespace quillane

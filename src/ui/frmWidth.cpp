@@ -6,10 +6,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "display/canvas_layout.h"
+#include "display/grid.h"
 #include "model/number_text.h"
 #include "model/numbers.h"
 #include "ui/frmMain.h"
-#include "ui/view_check.h"
 
 namespace quillane {
 namespace {
@@ -21,6 +22,20 @@ Single PositiveLength(const QLineEdit* box) {
   } catch (const RunTimeError&) {
     return 0;
   }
+}
+
+/// Tries the two lengths on a view of its own, with the given origin fractions.
+bool CanBeShown(const Model& model, QSize canvas, Single width, Single elementSize) {
+  Model trial;
+  trial.OriginFracX = model.OriginFracX;
+  trial.OriginFracY = model.OriginFracY;
+  trial.DomainWidth = width;
+  try {
+    FitView(trial, canvas.width(), canvas.height());
+  } catch (const RunTimeError&) {
+    return false;
+  }
+  return GridIsDrawable(elementSize, CanvasScale(trial));
 }
 
 }  // namespace
@@ -55,8 +70,7 @@ bool frmWidth::Refused(Single width, Single elementSize) {
   if (elementSize == 0) {
     return refuse(QStringLiteral("要素サイズには0より大きい数値を入力してください。"), txtUnitGrid);
   }
-  const QSize canvas = Main().CanvasSize();
-  if (!IsDrawable(Main().model(), width, elementSize, canvas.width(), canvas.height())) {
+  if (!CanBeShown(Main().model(), Main().CanvasSize(), width, elementSize)) {
     return refuse(QStringLiteral("この表示幅と要素サイズでは格子を描くことができません。\n"
                                  "値を変えてください。"),
                   txtUnitGrid);
@@ -75,8 +89,8 @@ void frmWidth::cmdOK_Click() {
     Main().WriteSummary();
     Main().FitCanvasView();
     Main().DrawCanvas();
-    Unload();
   });
+  Unload();
 }
 
 }  // namespace quillane
