@@ -13,7 +13,8 @@ struct Color {
   friend bool operator==(const Color&, const Color&) = default;
 };
 
-/// A user coordinate scale by two opposite corners of the area, y growing upwards when top > bottom.
+/// A user coordinate scale by two opposite corners of the area, y growing upwards when top >
+/// bottom.
 struct UserScale {
   double left = 0;
   double top = 0;

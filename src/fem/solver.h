@@ -13,6 +13,9 @@ struct SolveReport {
   bool converged = false;
 };
 
+/// What a user can do where the solver has no usable step size: the plain words of its errors.
+const char* StepSizeAdvice(int equations, double loadSquared);
+
 /// Solves K u = f. n equations; the upper store holds for row i the entries right of the diagonal
 /// in ascending column order (slots 1..upperCount(i), columns of 1..n), diagonalValue the diagonal,
 /// load the right-hand side (N). solution holds the start vector on entry and the displacements
@@ -50,9 +53,8 @@ SolveReport PreconditionedCG(Integer n, Integer capacity, const Array1<Integer>&
                              const Array1<Integer>& lowerCount, const Array2<Integer>& upperColumn,
                              const Array2<Integer>& lowerColumn, const Array2<Double>& upperValue,
                              const Array2<Double>& lowerValue, const Array1<Double>& diagonalValue,
-                             const Array1<Double>& load, double tolerance,
-                             Array1<Double>& solution, const Array2<Double>& factorUpper,
-                             const Array2<Double>& factorLower,
+                             const Array1<Double>& load, double tolerance, Array1<Double>& solution,
+                             const Array2<Double>& factorUpper, const Array2<Double>& factorLower,
                              const Array1<Double>& factorInvDiag, Array1<Double>& residual,
                              Array1<Double>& direction, Array1<Double>& precond,
                              Array1<Double>& product, Array1<Integer>& transposeFill);

@@ -30,10 +30,10 @@ struct Model {
   Single OriginFracY = 0.5F;  ///< the origin's distance from the top edge, in DomainHeights
   Single ViewRight = 0;       ///< x of the canvas's right edge, mm
   Single ViewTop = 0;         ///< y of the canvas's top edge, mm
-  Single DomainX1 = 0, DomainX2 = 0;  ///< left and right edge of the design domain, mm
-  Single DomainY1 = 0, DomainY2 = 0;  ///< lower and upper edge of the design domain, mm
-  Integer CellRowCount = 0;           ///< rows of cells, counted upward along y
-  Integer CellColumnCount = 0;        ///< columns of cells, counted rightward along x
+  Single DomainX1 = 0, DomainX2 = 0;       ///< left and right edge of the design domain, mm
+  Single DomainY1 = 0, DomainY2 = 0;       ///< lower and upper edge of the design domain, mm
+  Integer CellRowCount = 0;                ///< rows of cells, counted upward along y
+  Integer CellColumnCount = 0;             ///< columns of cells, counted rightward along x
   Array2<Integer> CellState{"CellState"};  ///< (1..rows, 1..columns), codes above
 
   // Mesh. Nodes and elements are numbered row by row from the lower left, x fastest.
@@ -57,15 +57,15 @@ struct Model {
   Double Thickness = 1.0;  ///< mm
 
   // Optimization.
-  Single StressTarget = 0;                 ///< MPa
-  Integer Epsilon = 1;                     ///< potential below which a design cell is emptied
-  Single Lambda = 0.05F;                   ///< forget coefficient per step
-  Single PotentialIncrement = 0;           ///< Lambda * 10 / 5
-  Array2<Double> Potential{"Potential"};   ///< (1..rows, 1..columns), 0 to 10
+  Single StressTarget = 0;                ///< MPa
+  Integer Epsilon = 1;                    ///< potential below which a design cell is emptied
+  Single Lambda = 0.05F;                  ///< forget coefficient per step
+  Single PotentialIncrement = 0;          ///< Lambda * 10 / 5
+  Array2<Double> Potential{"Potential"};  ///< (1..rows, 1..columns), 0 to 10
 
   // Equation system, re-created by NumberEquations.
-  Double ElementStiffness[9][9] = {};      ///< (1..8, 1..8) N/mm; row and column 0 unused
-  CouplingMatrix StiffnessMatrix;          ///< (0..n, 0..n) N/mm
+  Double ElementStiffness[9][9] = {};               ///< (1..8, 1..8) N/mm; row and column 0 unused
+  CouplingMatrix StiffnessMatrix;                   ///< (0..n, 0..n) N/mm
   Array1<Double> LoadVector{"LoadVector"};          ///< (0..n) N
   Array1<Double> SolutionVector{"SolutionVector"};  ///< (0..n) mm
   Array1<Integer> UpperCount{"UpperCount"};         ///< (0..n) stored entries right of the diagonal

@@ -37,8 +37,10 @@ class FieldReader {
   void Read(const char* what, T& value) {
     NextField(what);
     switch (ParseField(field_, value)) {
-      case FieldFault::kNone: return;
-      case FieldFault::kEmpty: Fail(std::string(what) + " is missing");
+      case FieldFault::kNone:
+        return;
+      case FieldFault::kEmpty:
+        Fail(std::string(what) + " is missing");
       case FieldFault::kNotANumber:
         Fail(std::string(what) + " is not a number: \"" + Shown() + "\"");
       case FieldFault::kOutOfRange:
@@ -82,8 +84,8 @@ class FieldReader {
 
 /// Records 1 to 6: the view, the sizes and the material.
 void ReadHead(FieldReader& in, Model& model) {
-  in.ReadRecord("the drawing-area setting", model.DomainWidth, model.ElementSize,
-                model.OriginFracX, model.OriginFracY);
+  in.ReadRecord("the drawing-area setting", model.DomainWidth, model.ElementSize, model.OriginFracX,
+                model.OriginFracY);
   in.ReadRecord("the grid size", model.CellRowCount, model.CellColumnCount);
   in.ReadRecord("the first domain corner", model.DomainX1, model.DomainY1);
   in.ReadRecord("the second domain corner", model.DomainX2, model.DomainY2);
@@ -112,7 +114,8 @@ void SizeArrays(const FieldReader& in, Model& model) {
 void ReadGroups(FieldReader& in, Model& model) {
   Integer runningNumber = 0;
   for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) in.Read("the cell state", model.CellState(i, j));
+    for (int j = 1; j <= model.CellColumnCount; ++j)
+      in.Read("the cell state", model.CellState(i, j));
   }
   for (int k = 1; k <= model.NodeCount; ++k) {
     in.ReadRecord("the node's record", runningNumber, model.NodeXY(k, 1), model.NodeXY(k, 2));

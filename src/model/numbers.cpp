@@ -29,8 +29,8 @@ Single ToSingle(double value, const char* what) {
 }
 
 void ThrowFloatingPoint(const char* what, const char* advice) {
-  throw RunTimeError(ErrorKind::kFloatingPoint,
-                     std::string(what) + " is not a finite number", advice);
+  throw RunTimeError(ErrorKind::kFloatingPoint, std::string(what) + " is not a finite number",
+                     advice);
 }
 
 }  // namespace quillane

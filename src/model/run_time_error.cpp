@@ -8,11 +8,16 @@ namespace {
 
 const char* KindName(ErrorKind kind) {
   switch (kind) {
-    case ErrorKind::kOverflow: return "Overflow";
-    case ErrorKind::kSubscript: return "Subscript out of range";
-    case ErrorKind::kFloatingPoint: return "Floating-point error";
-    case ErrorKind::kOutOfMemory: return "Out of memory";
-    case ErrorKind::kFile: return "File error";
+    case ErrorKind::kOverflow:
+      return "Overflow";
+    case ErrorKind::kSubscript:
+      return "Subscript out of range";
+    case ErrorKind::kFloatingPoint:
+      return "Floating-point error";
+    case ErrorKind::kOutOfMemory:
+      return "Out of memory";
+    case ErrorKind::kFile:
+      return "File error";
   }
   return "Error";
 }

@@ -11,7 +11,7 @@ enum class ErrorKind {
   kSubscript,      ///< an array subscript is out of range
   kFloatingPoint,  ///< a division by zero, an infinite result or not a number
   kOutOfMemory,
-  kFile,           ///< a file that the program itself must write cannot be written
+  kFile,  ///< a file that the program itself must write cannot be written
 };
 
 /// Thrown at the statement that fails, reported once at the edge (window or command line).

@@ -1,0 +1,37 @@
+// The finite-element chain, step by step.
+#include "fem/analysis.h"
+
+#include "fem/assembly.h"
+#include "fem/element_stiffness.h"
+#include "fem/mesh.h"
+#include "fem/stress.h"
+
+namespace quillane {
+namespace {
+
+SolveReport SolvePlain(Model& m) {
+  AssembleStiffness(m);
+  AssembleLoads(m);
+  CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
+                    m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
+  return SolveEquations(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
+                        m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, m.LoadVector,
+                        kSolverTolerance, m.SolutionVector, m.FactorUpper, m.FactorLower,
+                        m.FactorInvDiag, m.ResidualVector, m.DirectionVector, m.PrecondVector,
+                        m.ProductVector, m.TransposeFill);
+}
+
+}  // namespace
+
+SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {
+  CalcElementStiffness(model);
+  NumberEquations(model);
+  const SolveReport report = SolvePlain(model);
+  ScatterDisplacements(model);
+  ElementStresses(model, model.ElementSize, model.YoungModulus, model.PoissonRatio);
+  if (stressesReady) stressesReady();
+  DesignVolume(model);
+  return report;
+}
+
+}  // namespace quillane

@@ -1,0 +1,115 @@
+// Displacements, von Mises stresses and volume.
+#include "fem/stress.h"
+
+#include <array>
+#include <cmath>
+
+#include "fem/mesh.h"
+#include "model/numbers.h"
+
+namespace quillane {
+namespace {
+
+using Strain = std::array<double, 3>;                       // x, y, shear
+using StrainMatrix = std::array<std::array<double, 8>, 3>;  // rows as Strain, columns u1 v1 ...
+using ElasticityMatrix = std::array<std::array<double, 3>, 3>;
+
+/// Strain-displacement matrix of the bilinear square of edge a at its centre (1/mm).
+StrainMatrix StrainAtCentre(Single a) {
+  const double edge = double{a};
+  const double x = double{a / 2.0F};
+  const double y = double{a / 2.0F};
+  const double dx[4] = {-(1 - y / edge) / edge, (1 - y / edge) / edge, (y / edge) / edge,
+                        -(y / edge) / edge};
+  const double dy[4] = {-(1 - x / edge) / edge, -(x / edge) / edge, (x / edge) / edge,
+                        (1 - x / edge) / edge};
+  StrainMatrix b{};
+  for (std::size_t k = 0; k < 4; ++k) {
+    b[0][2 * k] = dx[k];
+    b[1][2 * k + 1] = dy[k];
+    b[2][2 * k] = dy[k];
+    b[2][2 * k + 1] = dx[k];
+  }
+  return b;
+}
+
+/// Plane-stress elasticity matrix (MPa).
+ElasticityMatrix PlaneStress(double youngModulus, double nu) {
+  const double c = Finite(youngModulus / (1.0 - nu * nu), "the plane-stress modulus E / (1 - nu^2)",
+                          "Poisson's ratio must not be 1 or -1: see Design Property.");
+  return {{{c, c * nu, 0.0}, {c * nu, c, 0.0}, {0.0, 0.0, (1.0 - nu) * c / 2.0}}};
+}
+
+double VonMises(const Strain& stress) {
+  const auto [x, y, xy] = stress;
+  return std::sqrt(x * x + y * y - x * y + 3.0 * (xy * xy));
+}
+
+template <std::size_t Columns>
+Strain Product(const std::array<std::array<double, Columns>, 3>& matrix,
+               const std::array<double, Columns>& vector) {
+  Strain result{};
+  for (std::size_t row = 0; row < 3; ++row) {
+    for (std::size_t k = 0; k < Columns; ++k) result[row] += matrix[row][k] * vector[k];
+  }
+  return result;
+}
+
+std::array<double, 8> ElementDisplacements(const Model& model, int element) {
+  std::array<double, 8> d{};
+  for (int k = 1; k <= 4; ++k) {
+    const int node = model.ElementNodes(element, k);
+    const auto at = static_cast<std::size_t>(2 * (k - 1));
+    d[at] = model.NodeDisp(node, 1);
+    d[at + 1] = model.NodeDisp(node, 2);
+  }
+  return d;
+}
+
+}  // namespace
+
+void ScatterDisplacements(Model& model) {
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    for (int d = 1; d <= 2; ++d) {
+      const int equation = model.DofNumber(n, d);
+      model.NodeDisp(n, d) = equation == 0 ? 0.0 : model.SolutionVector(equation);
+    }
+  }
+}
+
+void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio) {
+  const StrainMatrix b = StrainAtCentre(elementSize);
+  const ElasticityMatrix elasticity = PlaneStress(youngModulus, poissonRatio);
+  model.MaxStress = 0.0;
+  model.MinStress = 1.0e10;
+  double sum = 0.0;
+  int count = 0;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      model.CellStress(i, j) = 0.0;
+      if (model.CellState(i, j) <= 0) continue;
+      const Strain strain = Product(b, ElementDisplacements(model, ElementOfCell(model, i, j)));
+      const double stress = Finite(VonMises(Product(elasticity, strain)), "an element's stress");
+      model.CellStress(i, j) = stress;
+      sum += stress;
+      ++count;
+      if (stress < model.MinStress) model.MinStress = stress;
+      if (model.MaxStress < stress) model.MaxStress = stress;
+    }
+  }
+  model.AvgStress = Finite(sum / count, "the mean stress",
+                           "No cell holds material: add design or non-design cells (Shape).");
+}
+
+void DesignVolume(Model& model) {
+  model.Volume = 0.0;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      if (model.CellState(i, j) > 0) model.Volume += 1.0;
+    }
+  }
+  const double edge = double{model.ElementSize};
+  model.Volume = Finite(edge * edge * model.Thickness * model.Volume, "the volume");
+}
+
+}  // namespace quillane

@@ -1,0 +1,71 @@
+// The potential rule, sweep by sweep.
+#include "optimize/potential.h"
+
+#include "model/numbers.h"
+
+namespace quillane {
+namespace {
+
+void UpdateIncrement(Model& model) {
+  model.PotentialIncrement =
+      ToSingle(double{model.Lambda * 10.0F / 5.0F}, "the potential increment Lambda * 10 / 5");
+}
+
+void Forget(Model& model) {
+  const double kept = double{1.0F - model.Lambda};
+  for (double& potential : model.Potential.Raw()) {
+    potential = Finite(kept * potential, "a cell's potential");
+  }
+}
+
+void Feed(Model& model) {
+  const auto overTarget = [&model](int i, int j) {
+    return ToSingle(model.CellStress(i, j), "a cell's stress") > model.StressTarget;
+  };
+  const double increment = double{model.PotentialIncrement};
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      double& potential = model.Potential(i, j);
+      if (overTarget(i + 1, j)) potential += increment;
+      if (overTarget(i, j - 1)) potential += increment;
+      if (overTarget(i, j + 1)) potential += increment;
+      if (overTarget(i - 1, j)) potential += increment;
+      if (overTarget(i, j)) potential += increment;
+    }
+  }
+}
+
+void Decide(Model& model) {
+  const double threshold = model.Epsilon;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      Integer& state = model.CellState(i, j);
+      if (state != kCellDesign && state != kCellEmpty) continue;
+      state = model.Potential(i, j) < threshold ? kCellEmpty : kCellDesign;
+    }
+  }
+}
+
+}  // namespace
+
+void InitPotential(Model& model) {
+  UpdateIncrement(model);
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      if (model.CellState(i, j) <= 0) continue;
+      const Single saturated =
+          Finite(model.PotentialIncrement * 5.0F / model.Lambda, "the saturated potential",
+                 "Lambda must not be 0: see Optimizaion Parameter.");
+      model.Potential(i, j) = double{saturated};
+    }
+  }
+}
+
+void UpdatePotential(Model& model) {
+  UpdateIncrement(model);
+  Forget(model);
+  Feed(model);
+  Decide(model);
+}
+
+}  // namespace quillane
