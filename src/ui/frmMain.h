@@ -4,7 +4,6 @@
 #include <QMainWindow>
 #include <QSize>
 #include <QString>
-#include <functional>
 #include <new>
 #include <utility>
 
@@ -13,6 +12,7 @@
 #include "model/model.h"
 #include "model/run_time_error.h"
 #include "optimize/history.h"
+#include "ui/domain_editing.h"
 
 class QAction;
 class QMenu;
@@ -32,7 +32,9 @@ class frmMain : public QMainWindow {
 
   Model& model() { return model_; }
   History& history() { return history_; }
+  /// How the last analysis or step was solved.
   const SolveReport& LastSolve() const { return lastSolve_; }
+  /// The program is ending: nothing more may happen to the model.
   bool HasEnded() const { return ended_; }
 
   /// The caption of lblUpDate; what does not fit is elided, the whole text is its tooltip.
@@ -78,20 +80,81 @@ class frmMain : public QMainWindow {
     }
   }
 
+  // Handlers of the window's events. They throw RunTimeError; the connections guard them.
+  void Form_Load();
+  void Form_Resize();
+  void Form_Unload();
+  void mnuOpen_Click();
+  void mnuSave_Click();
+  void mnuImageCopy_Click();
+  void mnuHistory_Click();
+  void mnuExit_Click();
+  void mnuWidth_Click();
+  void mnuMoveOrigin_Click();
+  void mnuImageIndicator_Click();
+  void mnuValueIndicator_Click();
+  void mnuClear_Click();
+  void mnuShape_Click();
+  void mnuMaterial_Click();
+  void mnuFreedom_Click();
+  void mnuAppliedLoad_Click();
+  void mnuDrivingParameter_Click();
+  void mnuStressAnalysis_Click();
+  void mnuOptimization_Click();
+  void tmrOpt_Timer();
+  /// Button and Shift are not looked at; X and Y in mm.
+  void picCanvas_MouseDown(Integer Button, Integer Shift, Single X, Single Y);
+  void picCanvas_MouseMove(Integer Button, Integer Shift, Single X, Single Y);
+
   QTimer* tmrOpt = nullptr;  ///< one optimization step a tick
 
  signals:
   /// The program is to end at once with this exit status.
   void ProgramEnds(int status);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
-  Model model_;
-  History history_;
-  SolveReport lastSolve_;
-  bool ended_ = false;
+  using Handler = void (frmMain::*)();
+  using PressOperation = PressResult (*)(Model&, Corners&, Single, Single);
+
+  void BuildControls();
+  void BuildMenus();
+  QMenu* AddMenu(const char* name, const char* caption);
+  template <class Parent>
+  QAction* AddItem(Parent* parent, const char* name, const char* caption, Handler handler);
+
+  void ApplyCanvasScale();
+  void MoveOrigin(Single X, Single Y);
+  void EditCells(PressOperation operation, Single X, Single Y);
+  void DesignDomainSet(Single X, Single Y);
+  void FreedomSet(Single X, Single Y);
+  void LoadSet(Single X, Single Y);
+  template <class ReadOut>
+  void ShowReadOut(ReadOut readOut, const QString& refusal, Single X, Single Y);
+  void ShowStep();
 
   static RunTimeError OutOfMemory();
   void Fatal(const RunTimeError& error);
+  void End(int status);
+
+  Model model_;
+  ColorTable colorTable_;
+  History history_;
+  SolveReport lastSolve_;
+  Corners corners_;
+  bool ended_ = false;
+
+  QWidget* client_ = nullptr;
+  PictureWidget* picCanvas_ = nullptr;
+  PictureWidget* picColorBar_ = nullptr;
+  ElidedLabel* lblUpDate_ = nullptr;
+  ElidedLabel* lblMouseXY_ = nullptr;
+  QAction* mnuOptimization_ = nullptr;
+  QAction* mnuHistory_ = nullptr;
 };
 
 }  // namespace quillane
