@@ -1,6 +1,7 @@
 // The hourglass pointer for the length of a scope.
 #pragma once
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace quillane {
