@@ -45,6 +45,10 @@ class DrawingArea {
   virtual void FillBox(double x1, double y1, double x2, double y2) = 0;  ///< in the drawing colour
   virtual void DrawCircle(double x, double y, double radius) = 0;        ///< radius in x units
 
+  /// Text to come has the system's size, or as much less as `sample` needs to fit into a box of
+  /// width x height user units. The present scale counts.
+  virtual void SetTextSize(double width, double height, std::string_view sample) = 0;
+
   /// Text (UTF-8) whose upper left corner is at (x, y).
   virtual void DrawText(double x, double y, std::string_view text) = 0;
 };

@@ -119,6 +119,7 @@ void TransposeRows(Integer n, Integer capacity, const Array1<Integer>& countIn,
                    Array1<Integer>& countOut, const Array2<Integer>& columnIn,
                    Array2<Integer>& columnOut, const Array2<Double>& valueIn,
                    Array2<Double>& valueOut, Array1<Integer>& fill) {
+  (void)CheckedRows(n, capacity, countIn, columnIn, valueIn);
   for (int i = 1; i <= n; ++i) {
     countOut(i) = 0;
     for (int k = 1; k <= capacity; ++k) {

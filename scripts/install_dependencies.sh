@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs from Debian's packages whatever the named purposes need and is missing.
+# Usage: install_dependencies.sh build|test|develop ...   (quick when nothing is missing)
+set -euo pipefail
+
+build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev fonts-dejavu-core fonts-noto-cjk)
+test=("${build[@]}" libgtest-dev libbenchmark-dev libeigen3-dev)
+develop=("${test[@]}" git python3 clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
+         x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file)
+
+packages=()
+for purpose in "$@"; do
+  case "$purpose" in
+    build) packages+=("${build[@]}") ;;
+    test) packages+=("${test[@]}") ;;
+    develop) packages+=("${develop[@]}") ;;
+    *) echo "install_dependencies.sh: unknown purpose: $purpose" >&2; exit 2 ;;
+  esac
+done
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$status" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+sudo=()
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || {
+    echo "These packages are missing and need root to install: ${missing[*]}" >&2
+    exit 1
+  }
+  sudo=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+"${sudo[@]}" apt-get update -q
+DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"

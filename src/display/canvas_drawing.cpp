@@ -1,0 +1,98 @@
+// Canvas drawing, layer by layer.
+#include "display/canvas_drawing.h"
+
+#include "display/palette.h"
+
+namespace quillane {
+namespace {
+
+void ClearCanvas(DrawingArea& picCanvas, const Model& model, Color background) {
+  picCanvas.SetBackground(background);
+  picCanvas.Clear();
+  picCanvas.SetScale(CanvasScale(model));
+  picCanvas.SetLineWidth(1);
+}
+
+void DrawDomainBox(DrawingArea& picCanvas, const Model& model) {
+  if (model.DomainDefined == 0) return;
+  picCanvas.SetColor(kWhite);
+  picCanvas.FillBox(static_cast<double>(model.DomainX1), static_cast<double>(model.DomainY1),
+                    static_cast<double>(model.DomainX2), static_cast<double>(model.DomainY2));
+}
+
+struct ElementBox {
+  double x1, y1, x2, y2;
+};
+
+ElementBox BoxOf(const Model& model, int element) {
+  const int first = model.ElementNodes(element, 1);
+  const int third = model.ElementNodes(element, 3);
+  return {model.NodeXY(first, 1), model.NodeXY(first, 2), model.NodeXY(third, 1),
+          model.NodeXY(third, 2)};
+}
+
+void DrawFramedElement(DrawingArea& picCanvas, const Model& model, int element, Color fill) {
+  const ElementBox box = BoxOf(model, element);
+  picCanvas.SetColor(fill);
+  picCanvas.FillBox(box.x1, box.y1, box.x2, box.y2);
+  picCanvas.SetColor(kCyan);
+  picCanvas.DrawBox(box.x1, box.y1, box.x2, box.y2);
+}
+
+void DrawCells(DrawingArea& picCanvas, const Model& model, Integer state, Color fill) {
+  int element = 0;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      ++element;
+      if (model.CellState(i, j) == state) DrawFramedElement(picCanvas, model, element, fill);
+    }
+  }
+}
+
+}  // namespace
+
+void DrawCanvas(DrawingArea& picCanvas, const Model& model) {
+  ClearCanvas(picCanvas, model, kBackground);
+  DrawDomainBox(picCanvas, model);
+  DrawCells(picCanvas, model, kCellDesign, kLightGreen);
+  DrawCells(picCanvas, model, kCellNonDesign, kLightCyan);
+  DrawCells(picCanvas, model, kCellCutOut, kBackground);
+  DrawLoads(picCanvas, model);
+  DrawSupports(picCanvas, model);
+  drawGrid(picCanvas, model);
+}
+
+void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background) {
+  ClearCanvas(picCanvas, model, background);
+  DrawDomainBox(picCanvas, model);
+  DrawCells(picCanvas, model, kCellCutOut, kBackground);
+  drawGrid(picCanvas, model);
+}
+
+void FillElement(DrawingArea& picCanvas, const Model& model, int element) {
+  const ElementBox box = BoxOf(model, element);
+  picCanvas.FillBox(box.x1, box.y1, box.x2, box.y2);
+}
+
+void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+                    const ColorTable& table) {
+  ClearCanvas(picCanvas, model, kBackground);
+  drawGrid(picCanvas, model);
+  DrawColorBar(picColorBar, table, kStressTitle);
+}
+
+void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, double y) {
+  const double radius = static_cast<double>(model.DomainWidth) / 200;
+  picCanvas.SetLineWidth(1);
+  picCanvas.SetColor(kLightRed);
+  picCanvas.DrawCircle(x, y, radius);
+  picCanvas.DrawLine(x - 2 * radius, y, x + 2 * radius, y);
+  picCanvas.DrawLine(x, y - 2 * radius, x, y + 2 * radius);
+}
+
+void HighlightCell(DrawingArea& picCanvas, const Model& model, int element) {
+  picCanvas.SetLineWidth(1);
+  DrawFramedElement(picCanvas, model, element, kRed);
+}
+
+}  // namespace quillane

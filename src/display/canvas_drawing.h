@@ -1,0 +1,35 @@
+// The drawing of the model on the canvas.
+#pragma once
+
+#include "display/color_scale.h"
+#include "display/drawing_area.h"
+#include "display/grid.h"
+#include "display/symbols.h"
+#include "model/model.h"
+
+namespace quillane {
+
+/// Redraws the canvas from the model: background, design domain, cells by state, loads, supports,
+/// axes and grid, in the scale of the model's view. Throws RunTimeError: overflow where the grid
+/// has too many lines, subscript where the mesh does not fit the grid.
+void DrawCanvas(DrawingArea& picCanvas, const Model& model);
+
+/// Redraws what a result map lies on: the canvas drawing on a background of its own, without
+/// material, loads and supports. Throws as DrawCanvas.
+void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background);
+
+/// Fills the square of an element in the drawing colour, from its first to its third node.
+void FillElement(DrawingArea& picCanvas, const Model& model, int element);
+
+/// Wipes both pictures: background, axes and grid on the canvas, an unlabelled stress legend. The
+/// model keeps what it holds.
+void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+                    const ColorTable& table);
+
+/// Marks the first corner of a new design domain with a circle and a cross.
+void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, double y);
+
+/// Highlights the element that is the first corner of a rectangle of cells.
+void HighlightCell(DrawingArea& picCanvas, const Model& model, int element);
+
+}  // namespace quillane

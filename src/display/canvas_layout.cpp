@@ -1,0 +1,84 @@
+// Layout of the client area and the view.
+#include "display/canvas_layout.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model/numbers.h"
+
+namespace quillane {
+namespace {
+
+constexpr double kLabelStrip = 300;      // units below the canvas
+constexpr double kLabelBelow = 230;      // units from the labels' top to the bottom
+constexpr double kLabelHeight = 180;     // units
+constexpr double kUpDateWidth = 5000;    // units
+constexpr double kMouseXYLeft = 5300;    // units
+constexpr double kMouseXYWidth = 4000;   // units
+constexpr double kLabelCharacters = 60;  // that fit the wider label
+constexpr double kLongestSide = 32000;   // units, safely an Integer
+
+Integer ColorBarWidth(Integer canvasHeight) {
+  return ToInteger(canvasHeight / 21.0 * 5.5, "The width of the colour bar");
+}
+
+Integer AtLeastZero(double length, const char* what) {
+  return ToInteger(std::max(length, 0.0), what);
+}
+
+/// A picture is at least one pixel wide and high.
+int Pixels(double length) { return std::max(1, static_cast<int>(std::lround(length))); }
+
+/// Splits the width; `unit` is the length of a layout unit in pixels.
+void ShareWidth(CanvasLayout& layout, const LayoutUnits& units, int width, double unit) {
+  layout.canvasWidth = std::clamp(Pixels(units.canvasWidth * unit), 1, std::max(1, width - 1));
+  layout.colorBarWidth = std::max(1, width - layout.canvasWidth);
+}
+
+}  // namespace
+
+LayoutUnits LayOutUnits(double width, double height) {
+  LayoutUnits units;
+  units.canvasHeight = AtLeastZero(height - kLabelStrip, "The height of the canvas");
+  units.labelTop = AtLeastZero(height - kLabelBelow, "The top of the labels");
+  units.colorBarWidth = ColorBarWidth(units.canvasHeight);
+  units.canvasWidth = AtLeastZero(width - units.colorBarWidth, "The width of the canvas");
+  return units;
+}
+
+CanvasLayout LayOutClientArea(int width, int height, LabelFont font) {
+  const double unit =
+      std::max({font.lineHeight / kLabelHeight, font.averageWidth * kLabelCharacters / kUpDateWidth,
+                std::max({width, height, 1}) / kLongestSide});
+  const LayoutUnits units = LayOutUnits(width / unit, height / unit);
+  CanvasLayout layout;
+  ShareWidth(layout, units, width, unit);
+  layout.canvasHeight = Pixels(units.canvasHeight * unit);
+  layout.labelTop = Pixels(units.labelTop * unit);
+  layout.labelHeight = static_cast<int>(std::ceil(kLabelHeight * unit));
+  layout.upDateWidth = Pixels(kUpDateWidth * unit);
+  layout.mouseXYLeft = Pixels(kMouseXYLeft * unit);
+  layout.mouseXYWidth = Pixels(kMouseXYWidth * unit);
+  return layout;
+}
+
+CanvasLayout LayOutPicture(int width, int height) {
+  const double unit = std::max({width, height, 1}) / kLongestSide;
+  const LayoutUnits units = LayOutUnits(width / unit, height / unit + kLabelStrip);
+  CanvasLayout layout;
+  ShareWidth(layout, units, width, unit);
+  layout.canvasHeight = height;
+  return layout;
+}
+
+void FitView(Model& model, double canvasWidth, double canvasHeight) {
+  const auto width = static_cast<double>(model.DomainWidth);
+  model.DomainHeight = ToSingle(width * canvasHeight / canvasWidth, "The height of the area shown");
+  model.ViewRight =
+      ToSingle(static_cast<double>(model.OriginFracX) * width, "The right edge of the view");
+  model.ViewTop =
+      ToSingle(static_cast<double>(model.OriginFracY) * static_cast<double>(model.DomainHeight),
+               "The top edge of the view");
+}
+
+}  // namespace quillane

@@ -1,0 +1,53 @@
+// How a client area is shared by canvas, legend and labels, and what part of the plane is seen.
+#pragma once
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// The four lengths of the layout in layout units.
+struct LayoutUnits {
+  Integer canvasHeight = 0;
+  Integer labelTop = 0;
+  Integer colorBarWidth = 0;
+  Integer canvasWidth = 0;
+};
+
+/// Shares out a client area of width x height layout units: a strip of 300 units below for the
+/// labels, a legend whose width is to the canvas's height as 5.5 to 21, the rest for the canvas.
+/// Every length is rounded to an Integer before the next follows from it; none is negative. Throws
+/// RunTimeError (overflow) where one is no Integer.
+LayoutUnits LayOutUnits(double width, double height);
+
+/// What one character of the labels needs, logical pixels.
+struct LabelFont {
+  double lineHeight = 0;
+  double averageWidth = 0;
+};
+
+/// Positions and sizes in logical pixels. Canvas and legend stand side by side at the top, the
+/// labels in one line at labelTop.
+struct CanvasLayout {
+  int canvasWidth = 0;  ///< canvasWidth + colorBarWidth is the whole width
+  int canvasHeight = 0;
+  int colorBarWidth = 0;
+  int labelTop = 0;
+  int labelHeight = 0;
+  int upDateWidth = 0;
+  int mouseXYLeft = 0;
+  int mouseXYWidth = 0;
+};
+
+/// The layout of a window's client area (logical pixels). One unit is as long as the labels need
+/// for their font, and never so short that the area passes an Integer; so no size fails.
+CanvasLayout LayOutClientArea(int width, int height, LabelFont font);
+
+/// The layout of a picture without labels.
+CanvasLayout LayOutPicture(int width, int height);
+
+/// Sets DomainHeight, ViewRight and ViewTop from DomainWidth, the origin fractions and the canvas's
+/// size, so that a millimetre is as long in x as in y. Throws RunTimeError (overflow) where one of
+/// them has no single-precision value.
+void FitView(Model& model, double canvasWidth, double canvasHeight);
+
+}  // namespace quillane

@@ -1,0 +1,107 @@
+// Stress and potential maps.
+#include "display/result_maps.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <string>
+
+#include "display/canvas_drawing.h"
+#include "display/palette.h"
+#include "model/number_text.h"
+#include "model/numbers.h"
+#include "model/run_time_error.h"
+
+namespace quillane {
+namespace {
+
+/// Upper ends of the levels, ascending; [level - 1].
+using LevelLimits = std::array<Single, kLevelCount>;
+
+struct Extremes {
+  double smallest = 0;
+  double largest = 0;
+};
+
+/// The first limit is the smallest value itself, the last one the largest, 15 equal widths between.
+LevelLimits LimitsBetween(Extremes extremes) {
+  const Single width =
+      ToSingle((extremes.largest - extremes.smallest) / 15, "The width of a level");
+  LevelLimits limits{};
+  for (std::size_t k = 0; k < 15; ++k) {
+    const Single above = static_cast<Single>(k) * width;
+    limits[k] = ToSingle(static_cast<double>(above) + extremes.smallest, "The limit of a level");
+  }
+  limits[15] = ToSingle(extremes.largest, "The largest value");
+  return limits;
+}
+
+/// The lowest level 1..16 whose limit is not below the value.
+int LevelOf(const LevelLimits& limits, Single value) {
+  const auto limit =
+      std::find_if(limits.begin(), limits.end(), [value](Single top) { return value <= top; });
+  if (limit == limits.end()) {
+    throw RunTimeError(ErrorKind::kSubscript,
+                       "the value " + GeneralText(value) + " is above the highest level");
+  }
+  return static_cast<int>(std::distance(limits.begin(), limit)) + 1;
+}
+
+void DrawLegend(DrawingArea& picColorBar, const ColorTable& table, std::string_view title,
+                const LevelLimits& limits) {
+  DrawColorBar(picColorBar, table, title);
+  int level = 0;
+  for (const Single limit : limits) DrawLevelLabel(picColorBar, ++level, limit);
+}
+
+void FillCells(DrawingArea& picCanvas, const Model& model, const Array2<Double>& values,
+               const LevelLimits& limits, const ColorTable& table) {
+  int element = 0;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      ++element;
+      if (model.CellState(i, j) <= 0) continue;
+      const Single value = ToSingle(values(i, j), "The value of a cell");
+      picCanvas.SetColor(LevelColor(table, LevelOf(limits, value)));
+      FillElement(picCanvas, model, element);
+    }
+  }
+}
+
+void DrawMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+             const ColorTable& table, std::string_view title, const Array2<Double>& values,
+             Extremes extremes) {
+  const LevelLimits limits = LimitsBetween(extremes);
+  DrawEmptyDomain(picCanvas, model, kWhite);
+  DrawLegend(picColorBar, table, title, limits);
+  FillCells(picCanvas, model, values, limits, table);
+  DrawLoads(picCanvas, model);
+  DrawSupports(picCanvas, model);
+}
+
+Extremes ExtremesOf(const Model& model, const Array2<Double>& values) {
+  Extremes extremes;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      extremes.smallest = std::min(extremes.smallest, values(i, j));
+      extremes.largest = std::max(extremes.largest, values(i, j));
+    }
+  }
+  return extremes;
+}
+
+}  // namespace
+
+void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+                   const ColorTable& table) {
+  DrawMap(picCanvas, picColorBar, model, table, kStressTitle, model.CellStress,
+          {model.MinStress, model.MaxStress});
+}
+
+void DrawNeuronMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+                   const ColorTable& table) {
+  DrawMap(picCanvas, picColorBar, model, table, kPotentialTitle, model.Potential,
+          ExtremesOf(model, model.Potential));
+}
+
+}  // namespace quillane

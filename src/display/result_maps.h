@@ -1,0 +1,21 @@
+// Result fields as coloured cells on the canvas, with the legend that explains them.
+#pragma once
+
+#include "display/color_scale.h"
+#include "display/drawing_area.h"
+#include "model/model.h"
+
+namespace quillane {
+
+/// Shows CellStress (MPa) of every occupied cell on the scale MinStress..MaxStress. Throws
+/// RunTimeError: overflow where a value has no single-precision form, subscript where a value lies
+/// above MaxStress, and as DrawCanvas.
+void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+                   const ColorTable& table);
+
+/// Shows Potential of every occupied cell on a scale from its smallest to its largest value, 0
+/// included. Throws as DrawStressMap.
+void DrawNeuronMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+                   const ColorTable& table);
+
+}  // namespace quillane

@@ -1,0 +1,22 @@
+// Applied loads and supports as symbols at their nodes, sized from DomainWidth.
+#pragma once
+
+#include "display/drawing_area.h"
+#include "model/model.h"
+
+namespace quillane {
+
+/// Support against x displacement at (x, y) mm: a triangle left of the node and its ground line.
+void drawSymbolFx(DrawingArea& picCanvas, const Model& model, double x, double y);
+
+/// Support against y displacement: the same symbol below the node.
+void drawSymbolFy(DrawingArea& picCanvas, const Model& model, double x, double y);
+
+/// Draws an arrow for each component of every load, all of one length, from the node in the
+/// direction of the force; a missing component of a loaded node is a dot.
+void DrawLoads(DrawingArea& picCanvas, const Model& model);
+
+/// Draws the symbol of every fixed displacement (code 1 of NodeFreedom).
+void DrawSupports(DrawingArea& picCanvas, const Model& model);
+
+}  // namespace quillane

@@ -1,0 +1,45 @@
+// Small plates that tests analyse.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "model/model.h"
+
+namespace quillane::test {
+
+/// A grid of rows x columns cells, all of the given state, lower left corner at the origin.
+Model Plate(int rows, int columns, Single elementSize = 100, Integer state = kCellDesign);
+
+/// Number of the node in grid row and column, both from 1 at the lower left.
+int Node(const Model& model, int row, int column);
+
+/// Fixes the nodes of grid column 1 in x and y.
+void HoldLeftEdge(Model& model);
+
+/// Plate held at its left edge with a downward force (N) at the middle of its right edge.
+Model Cantilever(int rows, int columns, double force = 1000);
+
+/// A plate of random holes, islands, supports in x, y or both, and loads; its lower left corner is
+/// always held and its first row always filled, so that the rest has something to hang on.
+Model RandomPlate(unsigned seed);
+
+/// Empties the file or names it with content; its folder is removed when the object dies.
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string ReadFile(const std::filesystem::path& path);
+void WriteFile(const std::filesystem::path& path, const std::string& content);
+
+}  // namespace quillane::test
