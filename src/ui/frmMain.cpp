@@ -23,12 +23,20 @@ const QString kTitle =
 const QString kTitleAfterOpening = QStringLiteral(
     "Quillane Optimization for Shape and Topology      by HARROW Lab., Calder univ.");
 
+// Client area in layout units: as it first opens, and the smallest that shows both labels.
+constexpr double kStartWidth = 8085;
+constexpr double kStartHeight = 5880;
+constexpr double kLeastWidth = 7800;
+constexpr double kLeastHeight = 3000;
+
 }  // namespace
 
 frmMain::frmMain() {
   setObjectName(QStringLiteral("frmMain"));
   BuildControls();
   BuildMenus();
+  const QSize client = (QSizeF(kStartWidth, kStartHeight) * LayoutUnit(1, 1, LabelFontSize())).toSize();
+  resize(client.width(), client.height() + menuBar()->sizeHint().height());
   Guarded([this] { Form_Load(); });
 }
 
@@ -43,6 +51,8 @@ void frmMain::BuildControls() {
   lblMouseXY_ = new ElidedLabel(QStringLiteral("lblMouseXY"), client_);
   client_->installEventFilter(this);
   setCentralWidget(client_);
+  const double unit = LayoutUnit(1, 1, LabelFontSize());
+  client_->setMinimumSize((QSizeF(kLeastWidth, kLeastHeight) * unit).toSize());
 
   connect(tmrOpt, &QTimer::timeout, this, [this] { Guarded([this] { tmrOpt_Timer(); }); });
   connect(picCanvas_, &PictureWidget::MouseDown, this,
@@ -69,9 +79,24 @@ void frmMain::Form_Resize() {
     return;
   }
   setWindowTitle(kTitle);
+  PlaceControls();
   FitCanvasView();
   DrawCanvas();
   DrawColorBar(picColorBar_->Drawing(), colorTable_, "stress(MPa)");
+}
+
+void frmMain::PlaceControls() {
+  const CanvasLayout layout = LayOutClientArea(client_->width(), client_->height(), LabelFontSize());
+  picCanvas_->Place({0, 0, layout.canvasWidth, layout.canvasHeight});
+  picColorBar_->Place({layout.canvasWidth, 0, layout.colorBarWidth, layout.canvasHeight});
+  lblUpDate_->setGeometry(0, layout.labelTop, layout.upDateWidth, layout.labelHeight);
+  lblMouseXY_->setGeometry(layout.mouseXYLeft, layout.labelTop, layout.mouseXYWidth,
+                           layout.labelHeight);
+}
+
+LabelFont frmMain::LabelFontSize() const {
+  const QFontMetricsF metrics(lblUpDate_->font());
+  return {metrics.height(), metrics.averageCharWidth()};
 }
 
 void frmMain::Form_Unload() { End(0); }

@@ -7,6 +7,7 @@
 #include <new>
 #include <utility>
 
+#include "display/canvas_layout.h"
 #include "display/color_scale.h"
 #include "fem/solver.h"
 #include "model/model.h"
@@ -109,6 +110,8 @@ class frmMain : public QMainWindow {
   QTimer* tmrOpt = nullptr;  ///< one optimization step a tick
 
  signals:
+  /// A step is done; its report says how it was solved.
+  void StepDone(const SolveReport& report);
   /// The program is to end at once with this exit status.
   void ProgramEnds(int status);
 
@@ -127,6 +130,8 @@ class frmMain : public QMainWindow {
   template <class Parent>
   QAction* AddItem(Parent* parent, const char* name, const char* caption, Handler handler);
 
+  void PlaceControls();
+  LabelFont LabelFontSize() const;
   void ApplyCanvasScale();
   void MoveOrigin(Single X, Single Y);
   void EditCells(PressOperation operation, Single X, Single Y);

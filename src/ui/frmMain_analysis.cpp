@@ -40,6 +40,7 @@ void frmMain::Optimization() {
     const Array2<Integer> layoutBefore = model_.CellState;
     try {
       lastSolve_ = quillane::Optimization(model_, history_, [this] { ShowStep(); });
+      emit StepDone(lastSolve_);
     } catch (...) {
       model_.CellState = layoutBefore;
       throw;

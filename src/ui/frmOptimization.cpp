@@ -25,6 +25,7 @@ frmOptimization::frmOptimization(frmMain& main) : Form(main, "frmOptimization", 
   connect(cmdAutoStop, &QPushButton::clicked, this, &frmOptimization::cmdAutoStop_Click);
   connect(cmdManual, &QPushButton::clicked, this, &frmOptimization::cmdManual_Click);
   connect(cmdCancel, &QPushButton::clicked, this, &frmOptimization::cmdCancel_Click);
+  connect(&main, &frmMain::StepDone, this, &frmOptimization::ShowConvergence);
   Form_Load();
 }
 

@@ -17,8 +17,7 @@ class frmOptimization : public Form {
   explicit frmOptimization(frmMain& main);
   void reject() override { cmdCancel_Click(); }
 
-  /// Says under the buttons whether the last step's solver stopped short of its tolerance; the main
-  /// window calls it after each step.
+  /// Says under the buttons whether the last step's solver stopped short of its tolerance.
   void ShowConvergence(const SolveReport& report);
 
  private:
