@@ -30,6 +30,7 @@ frmOptimization::frmOptimization(frmMain& main) : Form(main, "frmOptimization", 
 }
 
 void frmOptimization::Form_Load() {
+  cmdAutoStart->setFocus();
   lblConvergence->hide();
   if (Main().model().StepCount > 0) ShowConvergence(Main().LastSolve());
 }

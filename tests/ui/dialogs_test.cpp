@@ -57,6 +57,7 @@ class Dialogs : public testing::Test {
     main_->show();
   }
   void TearDown() override {
+    dialog_.reset();
     main_.reset();
     std::filesystem::current_path("/");
   }
@@ -510,7 +511,7 @@ TEST_F(Dialogs, AFailureIsReportedAndTheDialogStaysOpen) {
     test::WriteFile(folder_ / "bad.model", text);
     Load<frmOpen>();
     auto& files = Find<QListWidget>("File1");
-    emit files.itemClicked(files.item(0));
+    files.setCurrentRow(0);
     return BoxOf([&] { emit files.itemDoubleClicked(files.item(0)); });
   };
   const QString title = main_->windowTitle();
