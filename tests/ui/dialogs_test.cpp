@@ -432,6 +432,10 @@ TEST_F(Dialogs, FileListsFollowTheFolder) {
   auto* up = folders.findItems("..", Qt::MatchExactly | Qt::MatchRecursive).front();
   emit folders.itemDoubleClicked(up, 0);
   EXPECT_EQ(names().size(), 4);
+  folders.setCurrentItem(folders.findItems("sub", Qt::MatchExactly | Qt::MatchRecursive).front());
+  std::filesystem::remove_all("sub");
+  ExpectBox(BoxOf([&] { Press(folders, Qt::Key_Return); }), "警告", "このフォルダ");
+  EXPECT_EQ(names().size(), 4);
 }
 
 TEST_F(Dialogs, SaveAndOpenGiveTheSameFileAgain) {
