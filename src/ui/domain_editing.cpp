@@ -61,8 +61,7 @@ bool MeshHas(const Model& model, const CellIndex& cell) {
   const int element = ElementOfCell(model, cell.row, cell.column);
   return model.CellState.First().Contains(cell.row) &&
          model.CellState.Second().Contains(cell.column) &&
-         model.ElementNodes.First().Contains(element) &&
-         model.NodeActive.Range().Contains(element);
+         model.ElementNodes.First().Contains(element) && model.NodeActive.Range().Contains(element);
 }
 
 /// The cell under a press as far as the mesh has it: a changed ElementSize or an odd file can make

@@ -8,7 +8,8 @@ namespace {
 
 QString Details(const RunTimeError& error) {
   QString text = QString::fromUtf8(error.what());
-  if (!error.Advice().empty()) text += QStringLiteral("\n") + QString::fromStdString(error.Advice());
+  if (!error.Advice().empty())
+    text += QStringLiteral("\n") + QString::fromStdString(error.Advice());
   return text;
 }
 

@@ -35,7 +35,8 @@ frmMain::frmMain() {
   setObjectName(QStringLiteral("frmMain"));
   BuildControls();
   BuildMenus();
-  const QSize client = (QSizeF(kStartWidth, kStartHeight) * LayoutUnit(1, 1, LabelFontSize())).toSize();
+  const QSize client =
+      (QSizeF(kStartWidth, kStartHeight) * LayoutUnit(1, 1, LabelFontSize())).toSize();
   resize(client.width(), client.height() + menuBar()->sizeHint().height());
   Guarded([this] { Form_Load(); });
 }
@@ -86,7 +87,8 @@ void frmMain::Form_Resize() {
 }
 
 void frmMain::PlaceControls() {
-  const CanvasLayout layout = LayOutClientArea(client_->width(), client_->height(), LabelFontSize());
+  const CanvasLayout layout =
+      LayOutClientArea(client_->width(), client_->height(), LabelFontSize());
   picCanvas_->Place({0, 0, layout.canvasWidth, layout.canvasHeight});
   picColorBar_->Place({layout.canvasWidth, 0, layout.colorBarWidth, layout.canvasHeight});
   lblUpDate_->setGeometry(0, layout.labelTop, layout.upDateWidth, layout.labelHeight);

@@ -38,8 +38,8 @@ void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
 }
 
 void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {
-  lblMouseXY_->setText(QString::fromStdString("x = " + WholeText(double{X}) + "mm  y = " +
-                                              WholeText(double{Y}) + "mm"));
+  lblMouseXY_->setText(QString::fromStdString("x = " + WholeText(double{X}) +
+                                              "mm  y = " + WholeText(double{Y}) + "mm"));
 }
 
 /// The pressed point becomes the origin; the fractions stay, so the next resize undoes the move.

@@ -9,8 +9,8 @@
 namespace quillane {
 namespace {
 
-/// The node next to a press as far as the mesh has it: a changed ElementSize or an odd file can make
-/// the domain's rectangle disagree with the mesh.
+/// The node next to a press as far as the mesh has it: a changed ElementSize or an odd file can
+/// make the domain's rectangle disagree with the mesh.
 std::optional<int> MeshNodeAt(const Model& model, const IndexRange& nodes, Single x, Single y) {
   try {
     const std::optional<int> node = NodeAt(model, x, y);
