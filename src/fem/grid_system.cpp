@@ -100,8 +100,8 @@ bool IsDenselyNumbered(const Model& model) {
       model.NodeLoad.First() != nodes || model.NodeLoad.Second() != components) {
     return false;
   }
-  const auto numbersU = model.DofNumber.Column(1);
-  const auto numbersV = model.DofNumber.Column(2);
+  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
+  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
   int count = 0;
   for (std::size_t n = 1; n < numbersU.size(); ++n) {
     if (numbersU[n] != 0 && numbersU[n] != ++count) return false;
@@ -191,8 +191,8 @@ void WriteCodes(const Model& model, GridSystem& system) {
       code[up + right] |= kCellLowerLeft;
     }
   }
-  const auto numbersU = model.DofNumber.Column(1);
-  const auto numbersV = model.DofNumber.Column(2);
+  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
+  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
   std::size_t node = 0;
   for (int i = 0; i < grid.Rows(); ++i) {
     std::uint8_t* code = system.code + grid.At(i, 0);

@@ -3,7 +3,7 @@
 
 #include <array>
 #include <cmath>
-#include <optional>
+#include <span>
 
 #include "fem/mesh.h"
 #include "model/numbers.h"
@@ -56,37 +56,26 @@ Strain Product(const std::array<std::array<double, Columns>, 3>& matrix,
   return result;
 }
 
-/// Gathers u1 v1 u2 v2 ... of an element.
-class ElementDisplacements {
- public:
-  explicit ElementDisplacements(const Model& model) : model_(model) {
-    for (int k = 1; k <= 4; ++k) nodes_[k - 1] = model.ElementNodes.Column(k).data();
-    for (int d = 1; d <= 2; ++d) components_[d - 1] = model.NodeDisp.Column(d).data();
+/// u1 v1 u2 v2 ... of an element from the components of all nodes.
+std::array<double, 8> ElementDisplacements(const Model& model, std::span<const Double> u,
+                                           std::span<const Double> v, int element) {
+  std::array<double, 8> d;
+  for (int k = 1; k <= 4; ++k) {
+    const Integer number = model.ElementNodes(element, k);
+    const auto node = static_cast<std::size_t>(number);  // a negative one is large
+    const auto at = static_cast<std::size_t>(2 * (k - 1));
+    d[at] = node < u.size() ? u[node] : model.NodeDisp(number, 1);
+    d[at + 1] = node < v.size() ? v[node] : model.NodeDisp(number, 2);
   }
-
-  std::array<double, 8> operator()(int element) const {
-    std::array<double, 8> d;
-    for (std::size_t k = 0; k < 4; ++k) {
-      const int node = nodes_[k][element];
-      if (!model_.NodeDisp.First().Contains(node)) (void)model_.NodeDisp(node, 1);
-      d[2 * k] = components_[0][node];
-      d[2 * k + 1] = components_[1][node];
-    }
-    return d;
-  }
-
- private:
-  const Model& model_;
-  const Integer* nodes_[4];
-  const Double* components_[2];
-};
+  return d;
+}
 
 }  // namespace
 
 void ScatterDisplacements(Model& model) {
-  for (int d = 1; d <= 2 && model.NodeCount > 0; ++d) {
-    const auto numbers = model.DofNumber.Column(d);
-    const auto displacements = model.NodeDisp.Column(d);
+  for (int d = 1; d <= 2; ++d) {
+    const auto numbers = model.DofNumber.Column(d, model.NodeCount);
+    const auto displacements = model.NodeDisp.Column(d, model.NodeCount);
     for (std::size_t n = 1; n < numbers.size(); ++n) {
       displacements[n] = numbers[n] == 0 ? 0.0 : model.SolutionVector(numbers[n]);
     }
@@ -96,8 +85,8 @@ void ScatterDisplacements(Model& model) {
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio) {
   const StrainMatrix b = StrainAtCentre(elementSize);
   const ElasticityMatrix elasticity = PlaneStress(youngModulus, poissonRatio);
-  std::optional<ElementDisplacements> displacements;
-  if (model.ElementCount > 0) displacements.emplace(model);
+  const std::span<const Double> u = model.NodeDisp.Column(1, model.NodeCount);
+  const std::span<const Double> v = model.NodeDisp.Column(2, model.NodeCount);
   model.MaxStress = 0.0;
   model.MinStress = 1.0e10;
   double sum = 0.0;
@@ -106,7 +95,8 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       model.CellStress(i, j) = 0.0;
       if (model.CellState(i, j) <= 0) continue;
-      const Strain strain = Product(b, (*displacements)(ElementOfCell(model, i, j)));
+      const Strain strain =
+          Product(b, ElementDisplacements(model, u, v, ElementOfCell(model, i, j)));
       const double stress = Finite(VonMises(Product(elasticity, strain)), "an element's stress");
       model.CellStress(i, j) = stress;
       sum += stress;
