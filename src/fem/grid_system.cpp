@@ -47,10 +47,10 @@ Carver Carve(GridSystem& system, std::byte* block) {
   const std::size_t elements = Elements(system.grid);
   const std::ptrdiff_t guard = system.grid.GuardSlots() * kGridLanes;
   const auto numbers = [&] { return carver.Take<double>(elements) + guard; };
-  for (NodeNumbers* vector :
-       {&system.x, &system.r, &system.z, &system.p, &system.q, &system.invDiag}) {
+  for (NodeNumbers* vector : {&system.x, &system.r, &system.z, &system.p, &system.invDiag}) {
     for (double*& component : *vector) component = numbers();
   }
+  system.q = system.z;
   for (auto& row : system.lower) {
     for (double*& coupling : row) coupling = numbers();
   }
@@ -231,8 +231,7 @@ void ListUnusual(GridSystem& system) {
 void ClearVectors(GridSystem& system) {
   const std::size_t elements = Elements(system.grid);
   const std::ptrdiff_t guard = system.grid.GuardSlots() * kGridLanes;
-  for (const NodeNumbers* vector :
-       {&system.x, &system.r, &system.z, &system.p, &system.q, &system.invDiag}) {
+  for (const NodeNumbers* vector : {&system.x, &system.r, &system.z, &system.p, &system.invDiag}) {
     for (double* component : *vector) std::fill_n(component - guard, elements, 0.0);
   }
   const std::ptrdiff_t end = system.grid.Slots() * kGridLanes;

@@ -51,6 +51,8 @@ struct GridSystem {
   StiffnessRows stiffness{};
   double tolerance = 0;  ///< the smallest pivot
 
+  /// As in PreconditionedCG. z and q share their memory: the product of a slot is written when the
+  /// direction has taken the slot's z, and z is written when the residual has taken q.
   NodeNumbers x{}, r{}, z{}, p{}, q{};
   NodeNumbers invDiag{};  ///< reciprocal pivots, 0 without equation
   std::array<std::array<double*, kLowerCouplings>, 2>

@@ -56,19 +56,35 @@ Strain Product(const std::array<std::array<double, Columns>, 3>& matrix,
   return result;
 }
 
-/// u1 v1 u2 v2 ... of an element from the components of all nodes.
-std::array<double, 8> ElementDisplacements(const Model& model, std::span<const Double> u,
-                                           std::span<const Double> v, int element) {
-  std::array<double, 8> d;
-  for (int k = 1; k <= 4; ++k) {
-    const Integer number = model.ElementNodes(element, k);
-    const auto node = static_cast<std::size_t>(number);  // a negative one is large
-    const auto at = static_cast<std::size_t>(2 * (k - 1));
-    d[at] = node < u.size() ? u[node] : model.NodeDisp(number, 1);
-    d[at + 1] = node < v.size() ? v[node] : model.NodeDisp(number, 2);
+/// Gathers u1 v1 u2 v2 ... of an element. The columns of the arrays are looked up once.
+class ElementDisplacements {
+ public:
+  explicit ElementDisplacements(const Model& model)
+      : model_(model),
+        u_(model.NodeDisp.Column(1, model.NodeCount)),
+        v_(model.NodeDisp.Column(2, model.NodeCount)) {
+    for (int k = 1; k <= 4; ++k) {
+      nodes_[static_cast<std::size_t>(k - 1)] = model.ElementNodes.Column(k, model.ElementCount);
+    }
   }
-  return d;
-}
+
+  std::array<double, 8> operator()(int element) const {
+    const auto e = static_cast<std::size_t>(element);
+    std::array<double, 8> d;
+    for (std::size_t k = 0; k < 4; ++k) {
+      const int number = e < nodes_[k].size() ? nodes_[k][e] : model_.ElementNodes(element, 1);
+      const auto node = static_cast<std::size_t>(number);  // a negative one is large
+      d[2 * k] = node < u_.size() ? u_[node] : model_.NodeDisp(number, 1);
+      d[2 * k + 1] = node < v_.size() ? v_[node] : model_.NodeDisp(number, 2);
+    }
+    return d;
+  }
+
+ private:
+  const Model& model_;
+  std::span<const Double> u_, v_;
+  std::array<std::span<const Integer>, 4> nodes_;
+};
 
 }  // namespace
 
@@ -85,8 +101,7 @@ void ScatterDisplacements(Model& model) {
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio) {
   const StrainMatrix b = StrainAtCentre(elementSize);
   const ElasticityMatrix elasticity = PlaneStress(youngModulus, poissonRatio);
-  const std::span<const Double> u = model.NodeDisp.Column(1, model.NodeCount);
-  const std::span<const Double> v = model.NodeDisp.Column(2, model.NodeCount);
+  const ElementDisplacements displacements(model);
   model.MaxStress = 0.0;
   model.MinStress = 1.0e10;
   double sum = 0.0;
@@ -95,8 +110,7 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       model.CellStress(i, j) = 0.0;
       if (model.CellState(i, j) <= 0) continue;
-      const Strain strain =
-          Product(b, ElementDisplacements(model, u, v, ElementOfCell(model, i, j)));
+      const Strain strain = Product(b, displacements(ElementOfCell(model, i, j)));
       const double stress = Finite(VonMises(Product(elasticity, strain)), "an element's stress");
       model.CellStress(i, j) = stress;
       sum += stress;
