@@ -60,9 +60,10 @@ Carver Carve(GridSystem& system, std::byte* block) {
   system.ordinaryBackward = carver.Take<std::uint16_t>(slots) + system.grid.GuardSlots();
   system.unusual = {carver.Take<UnusualNode>(elements), elements};
   const auto pieces = static_cast<std::size_t>(system.grid.Segments() * kGridLanes);
-  for (double** numbersOfPieces :
-       {&system.segmentTotal, &system.segmentSize, &system.segmentLimit}) {
-    *numbersOfPieces = carver.Take<double>(pieces);
+  for (SumPieces& sum : system.pieces) {
+    for (double** numbersOfPieces : {&sum.total, &sum.size, &sum.limit}) {
+      *numbersOfPieces = carver.Take<double>(pieces);
+    }
   }
   return carver;
 }
