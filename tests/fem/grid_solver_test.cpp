@@ -69,11 +69,13 @@ Outcome SolveChosen(Model m) {
   return Record(m, [&m] { return SolveStructure(m); });
 }
 
-/// True if the grid solver itself, and not the plain procedures in its place, gives the result.
-bool ServedByGrid(Model m) {
+/// The grid solver alone; empty where it leaves the model to the plain procedures.
+std::optional<Outcome> SolveGrid(Model m) {
   CalcElementStiffness(m);
   NumberComponents(m);
-  return SolveOnGrid(m, kSolverTolerance).has_value();
+  const std::optional<SolveReport> report = SolveOnGrid(m, kSolverTolerance);
+  if (!report) return std::nullopt;
+  return Record(m, [&report] { return *report; });
 }
 
 /// Runs `body` once for every vector length that this processor has.
@@ -86,12 +88,18 @@ void ForEachLength(const std::function<void()>& body) {
   hwy::SetSupportedTargetsForTest(0);
 }
 
-void ExpectSameBits(const Model& model, bool servedByGrid = true) {
+void ExpectSameBits(const Model& model) {
   const Outcome plain = SolvePlain(model);
   ForEachLength([&] {
-    EXPECT_TRUE(plain == SolveChosen(model));
-    EXPECT_EQ(servedByGrid, ServedByGrid(model));
+    const std::optional<Outcome> grid = SolveGrid(model);
+    ASSERT_TRUE(grid.has_value());
+    EXPECT_TRUE(plain == *grid);
   });
+}
+
+void ExpectLeftToPlain(const Model& model) {
+  EXPECT_FALSE(SolveGrid(model).has_value());
+  EXPECT_TRUE(SolvePlain(model) == SolveChosen(model));
 }
 
 void Mark(Model& model, int row1, int column1, int row2, int column2, Integer state) {
@@ -128,7 +136,7 @@ TEST(GridSolver, HolesIslandsAndMixedSupports) {
 }
 
 TEST(GridSolver, RandomLayouts) {
-  for (unsigned seed = 1; seed <= 40; ++seed) {
+  for (unsigned seed = 1; seed <= 25; ++seed) {
     SCOPED_TRACE(seed);
     ExpectSameBits(test::RandomPlate(seed));
   }
@@ -136,11 +144,11 @@ TEST(GridSolver, RandomLayouts) {
 
 TEST(GridSolver, RandomLayoutsOfManyRows) {
   std::mt19937 random(7);
-  for (int run = 0; run < 6; ++run) {
+  for (int run = 0; run < 5; ++run) {
     SCOPED_TRACE(run);
-    Model model = test::Cantilever(45 + run, 60 - 9 * run);
+    Model model = test::Cantilever(33 + run, 50 - 9 * run);
     for (Integer& state : model.CellState.Raw()) {
-      if (random() % 8 < static_cast<unsigned>(run)) state = kCellEmpty;
+      if (random() % 30 < static_cast<unsigned>(run)) state = kCellEmpty;
     }
     for (Integer& freedom : model.NodeFreedom.Raw()) {
       if (random() % 50 == 0) freedom = 1;
@@ -163,15 +171,15 @@ TEST(GridSolver, UnsupportedAndSingular) {
 }
 
 TEST(GridSolver, LeavesFailuresToThePlainProcedures) {
-  ExpectSameBits(test::Cantilever(6, 6, 0.0), false);  // no load
+  ExpectLeftToPlain(test::Cantilever(6, 6, 0.0));  // no load
   Model held = test::Cantilever(6, 6);
   for (Integer& freedom : held.NodeFreedom.Raw()) freedom = 1;
-  ExpectSameBits(held, false);  // no equation
+  ExpectLeftToPlain(held);  // no equation
   Model heavy = test::Cantilever(6, 6, 1e200);
-  ExpectSameBits(heavy, false);  // the squared load overflows
+  ExpectLeftToPlain(heavy);  // the squared load overflows
   Model stiff = test::Cantilever(6, 6);
-  stiff.YoungModulus = 1e308;
-  ExpectSameBits(stiff, false);
+  stiff.YoungModulus = 1.2e308;  // four elements overflow
+  ExpectLeftToPlain(stiff);
 }
 
 TEST(GridSolver, LeavesForeignMeshesAndNumberingsToThePlainProcedures) {
@@ -179,11 +187,11 @@ TEST(GridSolver, LeavesForeignMeshesAndNumberingsToThePlainProcedures) {
   for (int k = 1; k < 4; ++k) {
     std::swap(turned.ElementNodes(8, k), turned.ElementNodes(8, k + 1));
   }
-  ExpectSameBits(turned, false);
+  ExpectLeftToPlain(turned);
   Model stale = test::Cantilever(6, 6);
   NumberEquations(stale);
   stale.NodeFreedom(20, 1) = 1;  // keeps the number it had
-  ExpectSameBits(stale, false);
+  ExpectLeftToPlain(stale);
 }
 
 TEST(GridSolver, ReusesItsSpaceForAnyOrderOfSizes) {
