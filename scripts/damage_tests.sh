@@ -15,10 +15,10 @@ failures=0
 fail() { echo "FAILED: $*" >&2; failures=$((failures + 1)); }
 
 "$batch" "$example" --quiet --save old.model
-"$batch" "$example" --quiet --steps 40 --save new.model
+"$batch" "$example" --quiet --steps 15 --save new.model
 ! cmp -s old.model new.model || { echo "both models are the same" >&2; exit 1; }
 
-save_new() { "$batch" "$example" --quiet --steps 40 --save "$1" 2>&1; }
+save_new() { "$batch" "$example" --quiet --steps 15 --save "$1" 2>&1; }
 
 # After a failed save into a folder: this status and message, the old file, nothing beside it.
 expect_refused() {
@@ -40,7 +40,7 @@ no_space() {
   done
   status=0
   message=$(trap '' XFSZ; ulimit -f 1
-            "$batch" "$example" --quiet --steps 40 --history course.csv 2>&1) || status=$?
+            "$batch" "$example" --quiet --steps 15 --history course.csv 2>&1) || status=$?
   [ "$status" -eq 2 ] || fail "history without space: exit status $status, not 2"
   [[ $message == *"the history course.csv"*"disk has room"* ]] ||
     fail "history without space: the message is: $message"
@@ -54,7 +54,7 @@ full_disk() {
 mount -t tmpfs -o size=64k tmpfs disk
 cp old.model disk/kept.model
 status=0
-message=$("$1" "$2" --quiet --steps 40 --save disk/kept.model 2>&1) || status=$?
+message=$("$1" "$2" --quiet --steps 15 --save disk/kept.model 2>&1) || status=$?
 echo "full disk: status $status, $message"
 [ $status -eq 2 ]
 cmp old.model disk/kept.model
@@ -103,7 +103,7 @@ killed_at_every_call() {
       status=0
       (strace -f -o strace.log "${paths[@]}" -e trace="$call" \
         -e inject="$call":signal=KILL:when="$number" \
-        "$batch" "$example" --quiet --steps 40 --save "$kept"
+        "$batch" "$example" --quiet --steps 15 --save "$kept"
       exit $?) >/dev/null 2>&1 || status=$?
       expect_whole "killed at $call $number" "$kept"
       [ "$status" -ne 0 ] || break # it lived: the save makes no more such calls
@@ -124,7 +124,7 @@ killed_at_random() {
   for ((round = 1; round <= rounds; ++round)); do
     (while :; do
       "$batch" "$example" --quiet --save random/kept.model
-      "$batch" "$example" --quiet --steps 40 --save random/kept.model
+      "$batch" "$example" --quiet --steps 15 --save random/kept.model
     done) >/dev/null 2>&1 &
     program=$!
     sleep "0.$((RANDOM % 900 + 100))"
