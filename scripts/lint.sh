@@ -11,9 +11,10 @@ clang-format --dry-run --Werror "${sources[@]}"
 # The analysers read the compile commands and the generated headers of a build.
 [ -f build/dev/build.ninja ] || cmake --preset dev
 cmake --build --preset dev
-run-clang-tidy -quiet -p build/dev -j "$(nproc)" "$PWD/(src|examples)/" 2>/dev/null |
-  grep -v '^clang-tidy' || true
-test "${PIPESTATUS[0]}" -eq 0
+# Clang warns of double{x} too, which is how a promotion that is meant is written here.
+run-clang-tidy -quiet -p build/dev -j "$(nproc)" -extra-arg=-Wno-double-promotion \
+  "$PWD/(src|examples)/" >build/dev/clang-tidy.log 2>&1 ||
+  { grep -A8 -E 'warning:|error:' build/dev/clang-tidy.log; exit 1; }
 
 cppcheck --quiet --error-exitcode=1 --inline-suppr --std=c++20 --language=c++ \
   --enable=warning,performance,portability --library=qt --suppress=missingIncludeSystem \
