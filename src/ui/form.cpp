@@ -70,9 +70,10 @@ QLayout* Form::FieldGrid(std::initializer_list<Field> fields) {
 }
 
 QWidget* Form::OptionFrame(std::initializer_list<QRadioButton*> options) {
-  auto* frame = new QGroupBox(this);
-  auto* column = new QVBoxLayout(frame);
+  auto* column = new QVBoxLayout;
   for (QRadioButton* option : options) column->addWidget(option);
+  auto* frame = new QGroupBox(this);
+  frame->setLayout(column);
   return frame;
 }
 
