@@ -1,6 +1,7 @@
 // quillane-batch: the engine on the command line.
 #include <QGuiApplication>
 #include <csignal>
+#include <cstdio>
 #include <optional>
 
 #include "batch/options.h"
@@ -9,6 +10,13 @@
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
+
+/// The toolkit's remarks on a machine without a desktop are no business of a batch run.
+void PassErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) {
+    std::fprintf(stderr, "quillane-batch: %s\n", qPrintable(message));
+  }
+}
 
 extern "C" void NoteInterrupt(int) { interrupted = 1; }
 
@@ -23,6 +31,7 @@ int main(int argc, char** argv) {
   // Text in pictures needs the toolkit's fonts, but never a display.
   std::optional<QGuiApplication> toolkit;
   if (!options->image.empty() || !options->frames.empty()) {
+    qInstallMessageHandler(PassErrorsOnly);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     toolkit.emplace(argc, argv);
   }

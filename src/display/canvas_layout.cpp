@@ -46,10 +46,14 @@ LayoutUnits LayOutUnits(double width, double height) {
   return units;
 }
 
+double LayoutUnit(int width, int height, LabelFont font) {
+  return std::max({font.lineHeight / kLabelHeight,
+                   font.averageWidth * kLabelCharacters / kUpDateWidth,
+                   std::max({width, height, 1}) / kLongestSide});
+}
+
 CanvasLayout LayOutClientArea(int width, int height, LabelFont font) {
-  const double unit =
-      std::max({font.lineHeight / kLabelHeight, font.averageWidth * kLabelCharacters / kUpDateWidth,
-                std::max({width, height, 1}) / kLongestSide});
+  const double unit = LayoutUnit(width, height, font);
   const LayoutUnits units = LayOutUnits(width / unit, height / unit);
   CanvasLayout layout;
   ShareWidth(layout, units, width, unit);

@@ -38,6 +38,9 @@ struct CanvasLayout {
   int mouseXYWidth = 0;
 };
 
+/// The length in logical pixels of a layout unit in a client area of width x height.
+double LayoutUnit(int width, int height, LabelFont font);
+
 /// The layout of a window's client area (logical pixels). One unit is as long as the labels need
 /// for their font, and never so short that the area passes an Integer; so no size fails.
 CanvasLayout LayOutClientArea(int width, int height, LabelFont font);

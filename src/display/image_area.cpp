@@ -66,7 +66,7 @@ void ImageArea::Resize(int width, int height, double devicePixelRatio) {
                                                     std::to_string(height) +
                                                     " pixels is too large");
   }
-  painter_.end();
+  Finish();
   image_ = std::move(fresh);
   image_.setDevicePixelRatio(devicePixelRatio);
   ratio_ = devicePixelRatio;
@@ -75,27 +75,45 @@ void ImageArea::Resize(int width, int height, double devicePixelRatio) {
 }
 
 const QImage& ImageArea::Image() const {
-  painter_.end();
+  Finish();
   return image_;
 }
 
+void ImageArea::Finish() const {
+  if (painter_.isActive()) painter_.end();
+}
+
+void ImageArea::Open() {
+  if (painter_.isActive()) return;
+  bits_ = image_.bits();
+  target_ = QImage(bits_, image_.width(), image_.height(), image_.bytesPerLine(), image_.format());
+  painter_.begin(&target_);
+  painter_.setRenderHint(QPainter::Antialiasing);
+  penIsStale_ = true;
+  lastFill_ = {};
+}
+
 QPainter& ImageArea::Painter() {
-  if (!painter_.isActive()) {
-    target_ = QImage(image_.bits(), image_.width(), image_.height(), image_.bytesPerLine(),
-                     image_.format());
-    painter_.begin(&target_);
-    painter_.setRenderHint(QPainter::Antialiasing);
-    lastFill_ = {};
-  }
+  Open();
+  if (penIsStale_) painter_.setPen(QPen(QColor(color_), lineWidth_));
+  penIsStale_ = false;
+  lastFill_ = {};
   return painter_;
 }
 
-void ImageArea::FillPixels(int left, int top, int right, int bottom, QColor color) {
-  const QRect area = QRect(left, top, right - left, bottom - top).intersected(image_.rect());
-  QPainter& painter = Painter();
-  if (area.isEmpty() || (area == lastFill_ && color == lastColor_)) return;
-  painter.fillRect(area, color);
-  lastFill_ = area;
+void ImageArea::FillPixels(PixelBox box, QRgb color) {
+  box.left = std::max(box.left, 0);
+  box.top = std::max(box.top, 0);
+  box.right = std::min(box.right, image_.width());
+  box.bottom = std::min(box.bottom, image_.height());
+  Open();
+  const bool isDone = box == lastFill_ && color == lastColor_;
+  if (box.left >= box.right || isDone) return;
+  for (int row = box.top; row < box.bottom; ++row) {
+    auto* const pixels = reinterpret_cast<QRgb*>(bits_ + row * image_.bytesPerLine());
+    std::fill(pixels + box.left, pixels + box.right, color);
+  }
+  lastFill_ = box;
   lastColor_ = color;
 }
 
@@ -105,36 +123,50 @@ QPointF ImageArea::DevicePoint(double x, double y) const {
   return {std::clamp(column, -kFarAway, kFarAway), std::clamp(row, -kFarAway, kFarAway)};
 }
 
+ImageArea::PixelBox ImageArea::Snapped(QPointF from, QPointF to) const {
+  const auto [left, right] =
+      std::minmax({Snap(from.x(), image_.width()), Snap(to.x(), image_.width())});
+  const auto [top, bottom] =
+      std::minmax({Snap(from.y(), image_.height()), Snap(to.y(), image_.height())});
+  return {left, top, right, bottom};
+}
+
 void ImageArea::SetScale(const UserScale& scale) { scale_ = scale; }
 
 void ImageArea::SetBackground(Color color) {
-  background_ = QColor(color.red, color.green, color.blue);
+  background_ = qRgb(color.red, color.green, color.blue);
 }
 
-void ImageArea::Clear() { FillPixels(0, 0, image_.width(), image_.height(), background_); }
+void ImageArea::Clear() { FillPixels({0, 0, image_.width(), image_.height()}, background_); }
 
-void ImageArea::SetColor(Color color) { color_ = QColor(color.red, color.green, color.blue); }
+void ImageArea::SetColor(Color color) {
+  color_ = qRgb(color.red, color.green, color.blue);
+  penIsStale_ = true;
+}
 
 void ImageArea::SetLineWidth(int pixels) {
   linePixels_ = pixels;
   lineWidth_ = std::max(1, static_cast<int>(std::lround(pixels * ratio_)));
+  penIsStale_ = true;
+}
+
+/// A line of the present width along a box without width or height.
+void ImageArea::FillStroke(PixelBox box) {
+  const int before = lineWidth_ / 2;
+  const int after = lineWidth_ - before;
+  FillPixels({box.left - before, box.top - before, box.right + after, box.bottom + after}, color_);
 }
 
 void ImageArea::DrawLine(double x1, double y1, double x2, double y2) {
   const QPointF from = DevicePoint(x1, y1);
   const QPointF to = DevicePoint(x2, y2);
   if (!IsPoint(from) || !IsPoint(to)) return;
-  const auto [left, right] =
-      std::minmax({Snap(from.x(), image_.width()), Snap(to.x(), image_.width())});
-  const auto [top, bottom] =
-      std::minmax({Snap(from.y(), image_.height()), Snap(to.y(), image_.height())});
-  if (left != right && top != bottom) {
+  const PixelBox box = Snapped(from, to);
+  if (box.left == box.right || box.top == box.bottom) {
+    FillStroke(box);
+  } else {
     DrawSlantedLine(from, to);
-    return;
   }
-  const int before = lineWidth_ / 2;
-  const int after = lineWidth_ - before;
-  FillPixels(left - before, top - before, right + after, bottom + after, color_);
 }
 
 void ImageArea::DrawSlantedLine(QPointF from, QPointF to) {
@@ -151,27 +183,24 @@ void ImageArea::DrawSlantedLine(QPointF from, QPointF to) {
     return QPointF(Snap(point.x(), image_.width()) + offset,
                    Snap(point.y(), image_.height()) + offset);
   };
-  lastFill_ = {};
-  Painter().setPen(QPen(color_, lineWidth_));
-  painter_.drawLine(onPixel(from + first * step), onPixel(from + last * step));
+  Painter().drawLine(onPixel(from + first * step), onPixel(from + last * step));
 }
 
 void ImageArea::DrawBox(double x1, double y1, double x2, double y2) {
-  DrawLine(x1, y1, x2, y1);
-  DrawLine(x1, y2, x2, y2);
-  DrawLine(x1, y1, x1, y2);
-  DrawLine(x2, y1, x2, y2);
+  const QPointF from = DevicePoint(x1, y1);
+  const QPointF to = DevicePoint(x2, y2);
+  if (!IsPoint(from) || !IsPoint(to)) return;
+  const auto [left, top, right, bottom] = Snapped(from, to);
+  FillStroke({left, top, right, top});
+  FillStroke({left, bottom, right, bottom});
+  FillStroke({left, top, left, bottom});
+  FillStroke({right, top, right, bottom});
 }
 
 void ImageArea::FillBox(double x1, double y1, double x2, double y2) {
   const QPointF from = DevicePoint(x1, y1);
   const QPointF to = DevicePoint(x2, y2);
-  if (!IsPoint(from) || !IsPoint(to)) return;
-  const auto [left, right] =
-      std::minmax({Snap(from.x(), image_.width()), Snap(to.x(), image_.width())});
-  const auto [top, bottom] =
-      std::minmax({Snap(from.y(), image_.height()), Snap(to.y(), image_.height())});
-  FillPixels(left, top, right, bottom, color_);
+  if (IsPoint(from) && IsPoint(to)) FillPixels(Snapped(from, to), color_);
 }
 
 void ImageArea::DrawCircle(double x, double y, double radius) {
@@ -181,12 +210,9 @@ void ImageArea::DrawCircle(double x, double y, double radius) {
                     std::fabs(center.y()) < kLongestSide && extent < kLongestSide;
   if (!near) return;
   const double offset = lineWidth_ % 2 == 0 ? 0.0 : 0.5;
-  lastFill_ = {};
-  Painter().setPen(QPen(color_, lineWidth_));
-  painter_.setBrush(Qt::NoBrush);
-  painter_.drawEllipse(QPointF(Snap(center.x(), image_.width()) + offset,
-                               Snap(center.y(), image_.height()) + offset),
-                       extent, extent);
+  Painter().drawEllipse(QPointF(Snap(center.x(), image_.width()) + offset,
+                                Snap(center.y(), image_.height()) + offset),
+                        extent, extent);
 }
 
 void ImageArea::SetTextSize(double width, double height, std::string_view sample) {
@@ -208,9 +234,7 @@ void ImageArea::DrawText(double x, double y, std::string_view text) {
       std::fabs(corner.y()) > kLongestSide) {
     return;
   }
-  lastFill_ = {};
-  Painter().setPen(color_);
-  painter_.setFont(font_);
+  Painter().setFont(font_);
   painter_.drawText(
       QPointF(std::round(corner.x()), std::round(corner.y() + QFontMetricsF(font_).ascent())),
       QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));

@@ -42,22 +42,34 @@ class ImageArea : public DrawingArea {
   void DrawText(double x, double y, std::string_view text) override;
 
  private:
+  /// Pixels left..right - 1, top..bottom - 1.
+  struct PixelBox {
+    int left, top, right, bottom;
+    friend bool operator==(const PixelBox&, const PixelBox&) = default;
+  };
+
+  void Open();
+  void Finish() const;
   QPainter& Painter();
-  void FillPixels(int left, int top, int right, int bottom, QColor color);
+  void FillPixels(PixelBox box, QRgb color);
   QPointF DevicePoint(double x, double y) const;
+  PixelBox Snapped(QPointF from, QPointF to) const;
+  void FillStroke(PixelBox box);
   void DrawSlantedLine(QPointF from, QPointF to);
 
   QImage image_;
   double ratio_ = 1;
   UserScale scale_;
-  QColor background_ = Qt::white;
-  QColor color_ = Qt::black;
-  int lineWidth_ = 1;  // device pixels
-  int linePixels_ = 1;
+  QRgb background_ = qRgb(255, 255, 255);
+  QRgb color_ = qRgb(0, 0, 0);
+  int linePixels_ = 1;  // logical
+  int lineWidth_ = 1;   // device pixels
   QFont font_;
-  QRect lastFill_;  // what FillPixels last did, while nothing else was drawn since
-  QColor lastColor_;
-  QImage target_;             // the bits of image_ at a ratio of 1
+  bool penIsStale_ = true;  // color_ or lineWidth_ changed since the painter took them
+  PixelBox lastFill_{};     // what FillPixels last did, while nothing else was drawn since
+  QRgb lastColor_ = 0;
+  uchar* bits_ = nullptr;     // of image_, while the painter is open
+  QImage target_;             // the same bits at a ratio of 1
   mutable QPainter painter_;  // on target_, open between two looks at the picture
 };
 

@@ -1,0 +1,17 @@
+// The hourglass pointer for the length of a scope.
+#pragma once
+
+#include <QCursor>
+#include <QGuiApplication>
+
+namespace quillane {
+
+class BusyPointer {
+ public:
+  BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+}  // namespace quillane

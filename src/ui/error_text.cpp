@@ -1,0 +1,45 @@
+// Implements the error texts: a Japanese sentence as in the other boxes, then the details.
+#include "ui/error_text.h"
+
+#include <QDir>
+
+namespace quillane {
+namespace {
+
+QString Details(const RunTimeError& error) {
+  QString text = QString::fromUtf8(error.what());
+  if (!error.Advice().empty())
+    text += QStringLiteral("\n") + QString::fromStdString(error.Advice());
+  return text;
+}
+
+QString RescueLine(const RescueReport& rescue) {
+  if (rescue.path.empty()) {
+    return QStringLiteral("モデルを保存できませんでした。\nThe model could not be saved: %1")
+        .arg(QString::fromStdString(rescue.failure));
+  }
+  return QStringLiteral("モデルを次のファイルに保存しました。\nThe model was saved in:\n%1")
+      .arg(QDir::toNativeSeparators(QString::fromStdString(rescue.path.string())));
+}
+
+}  // namespace
+
+QString NotConvergedText(const SolveReport& report) {
+  return QStringLiteral(
+             "応力解析が収束しませんでした。表示された結果は正しくない可能性があります。\n"
+             "拘束条件を確認してください。\n\n"
+             "The analysis did not converge after %1 iterations; the results shown may be wrong.\n"
+             "Check that the plate is held against moving and turning.")
+      .arg(report.iterations);
+}
+
+QString AnalysisStoppedText(const RunTimeError& error) {
+  return QStringLiteral("応力解析を実行できませんでした。\n\n") + Details(error);
+}
+
+QString FatalText(const RunTimeError& error, const RescueReport& rescue) {
+  return QStringLiteral("実行時エラーのためプログラムを終了します。\n\n") + Details(error) +
+         QStringLiteral("\n\n") + RescueLine(rescue);
+}
+
+}  // namespace quillane

@@ -1,0 +1,224 @@
+// The lists of the file dialogs and how they follow each other.
+#include "ui/file_form.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QTreeWidget>
+
+#include "ui/file_name.h"
+#include "ui/folder.h"
+#include "ui/frmMain.h"
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kPathRole = Qt::UserRole;
+
+QByteArray Bytes(const fs::path& path) { return QByteArray::fromStdString(path.string()); }
+
+/// A tree that always shows all its rows, so it has no signs for folding them up.
+class DirectoryList : public QTreeWidget {
+ public:
+  using QTreeWidget::QTreeWidget;
+
+ private:
+  void drawBranches(QPainter*, const QRect&, const QModelIndex&) const override {}
+};
+
+/// A row of the directory list that opens the given folder.
+QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::path& folder) {
+  auto* row = new QTreeWidgetItem(QStringList(text));
+  row->setIcon(0, icon);
+  row->setData(0, kPathRole, Bytes(folder));
+  return row;
+}
+
+/// The current directory; where it is gone, the home folder of everything.
+fs::path StartFolder() {
+  std::error_code gone;
+  const fs::path current = fs::current_path(gone);
+  return gone ? fs::path("/") : current;
+}
+
+QTreeWidget* MakeDirectoryList(QWidget* parent) {
+  auto* list = new DirectoryList(parent);
+  list->setObjectName(QStringLiteral("Dir1"));
+  list->setHeaderHidden(true);
+  list->header()->setStretchLastSection(false);
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list->setRootIsDecorated(false);
+  list->setItemsExpandable(false);
+  list->setExpandsOnDoubleClick(false);
+  list->setUniformRowHeights(true);
+  list->setIndentation(list->fontMetrics().averageCharWidth() * 2);
+  list->setAccessibleName(QStringLiteral("Folders"));
+  return list;
+}
+
+QListWidget* MakeFileList(QWidget* parent) {
+  auto* list = new QListWidget(parent);
+  list->setObjectName(QStringLiteral("File1"));
+  list->setUniformItemSizes(true);
+  list->setAccessibleName(QStringLiteral("Model files"));
+  return list;
+}
+
+}  // namespace
+
+FileForm::FileForm(frmMain& main, const char* name, const char* caption)
+    : Form(main, name, caption),
+      drives_(Drives()),
+      Drive1(new QComboBox(this)),
+      Dir1(MakeDirectoryList(this)),
+      File1(MakeFileList(this)),
+      txtFileName(new QLineEdit(this)) {
+  Drive1->setObjectName(QStringLiteral("Drive1"));
+  Drive1->setAccessibleName(QStringLiteral("Drives"));
+  Drive1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  for (const fs::path& drive : drives_) {
+    Drive1->addItem(style()->standardIcon(QStyle::SP_DriveHDIcon), FileNameText(drive.string()));
+  }
+  txtFileName->setObjectName(QStringLiteral("txtFileName"));
+  txtFileName->setAccessibleName(QStringLiteral("File name"));
+  Dir1->installEventFilter(this);
+  connect(Drive1, &QComboBox::activated, this, &FileForm::Drive1_Change);
+  connect(Dir1, &QTreeWidget::itemDoubleClicked, this, &FileForm::OpenFolder);
+  connect(File1, &QListWidget::itemClicked, this, &FileForm::File1_Click);
+  connect(File1, &QListWidget::itemSelectionChanged, this, &FileForm::File1_Click);
+  connect(cmdExit, &QPushButton::clicked, this, &FileForm::cmdExit_Click);
+}
+
+void FileForm::Complete(QPushButton* action) {
+  connect(File1, &QListWidget::itemDoubleClicked, action, &QPushButton::click);
+  auto* grid = new QGridLayout(this);
+  grid->addWidget(Drive1, 0, 0);
+  grid->addWidget(Dir1, 1, 0);
+  grid->addWidget(File1, 0, 1, 2, 1);
+  grid->addWidget(txtFileName, 2, 0, 1, 2);
+  grid->addLayout(ButtonRow({action, cmdExit}), 3, 0, 1, 2);
+  setTabOrder(txtFileName, action);
+  setTabOrder(action, cmdExit);
+  grid->setColumnStretch(0, 1);
+  grid->setColumnStretch(1, 1);
+  setSizeGripEnabled(true);
+  const QFontMetrics font = fontMetrics();
+  resize(font.averageCharWidth() * 72, font.lineSpacing() * 24);
+  Form_Load();
+}
+
+void FileForm::Form_Load() {
+  EnterFolder(StartFolder());
+  File1_Click();
+  FocusText(txtFileName);
+}
+
+void FileForm::Drive1_Change() {
+  EnterFolder(drives_[static_cast<std::size_t>(Drive1->currentIndex())]);
+}
+
+void FileForm::Dir1_Change() {
+  const FolderContents contents = ReadFolder(folder_);
+  ShowFolder(contents.folders);
+  const QSignalBlocker keepsTheTypedName(File1);
+  File1->clear();
+  const QIcon icon = style()->standardIcon(QStyle::SP_FileIcon);
+  for (const std::string& name : contents.modelFiles) {
+    new QListWidgetItem(icon, FileNameText(name), File1);
+  }
+}
+
+void FileForm::File1_Click() {
+  const QList<QListWidgetItem*> selected = File1->selectedItems();
+  txtFileName->setText(selected.isEmpty() ? QString() : selected.front()->text());
+}
+
+bool FileForm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == Dir1 && event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+      if (Dir1->currentItem() != nullptr) OpenFolder(Dir1->currentItem());
+      return true;
+    }
+  }
+  return Form::eventFilter(watched, event);
+}
+
+void FileForm::OpenFolder(const QTreeWidgetItem* item) {
+  const fs::path folder = item->data(0, kPathRole).toByteArray().toStdString();
+  const std::error_code error = ReadFolder(folder).error;
+  if (error) {
+    frmMain::Warn(this, QStringLiteral("このフォルダを開くことができません。"));
+    return;
+  }
+  EnterFolder(folder);
+}
+
+void FileForm::EnterFolder(const fs::path& folder) {
+  folder_ = folder;
+  Drive1->setCurrentIndex(DriveOf(drives_, folder_));
+  Dir1_Change();
+}
+
+void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
+  Dir1->clear();
+  QTreeWidgetItem* above = Dir1->invisibleRootItem();
+  const QIcon open = style()->standardIcon(QStyle::SP_DirOpenIcon);
+  fs::path path;
+  for (const fs::path& part : folder_) {
+    path /= part;
+    QTreeWidgetItem* row = FolderRow(FileNameText(part.string()), open, path);
+    above->addChild(row);
+    above = row;
+  }
+  QList<QTreeWidgetItem*> rows;
+  if (folder_.has_relative_path()) {
+    rows += FolderRow(QStringLiteral(".."), style()->standardIcon(QStyle::SP_FileDialogToParent),
+                      folder_.parent_path());
+  }
+  const QIcon closed = style()->standardIcon(QStyle::SP_DirIcon);
+  for (const std::string& name : subfolders) {
+    rows += FolderRow(FileNameText(name), closed, folder_ / name);
+  }
+  above->addChildren(rows);
+  Dir1->expandAll();
+  Dir1->setCurrentItem(above);
+  Dir1->scrollToItem(above, QAbstractItemView::PositionAtTop);
+}
+
+fs::path FileForm::FullPath() const {
+  const std::string folder = folder_.string();
+  return folder + (folder.ends_with('/') ? "" : "/") + FileNameBytes(txtFileName->text());
+}
+
+void FileForm::Trapped(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const std::exception& error) {
+    ReportFailure(error.what());
+    return;
+  }
+  Unload();
+}
+
+void FileForm::ReportFailure(const char* reason) {
+  QMessageBox box(QMessageBox::Warning, QStringLiteral("データ読込"),
+                  QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
+                                 "ファイルを選んでください。"),
+                  QMessageBox::Ok, this);
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(QString::fromUtf8(reason));
+  box.exec();
+  FocusText(txtFileName);
+}
+
+}  // namespace quillane

@@ -1,0 +1,85 @@
+// Reading of folders and of the list of drives. No failure of the file system gets out of here.
+#include "ui/folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStorageInfo>
+#include <algorithm>
+#include <iterator>
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+std::string LowerCase(std::string name) {
+  for (char& c : name) c = LowerCase(c);
+  return name;
+}
+
+/// Sorts names without regard to case; names that differ in case only by their bytes.
+void Sort(std::vector<std::string>& names) {
+  std::vector<std::pair<std::string, std::string>> keyed;
+  keyed.reserve(names.size());
+  for (std::string& name : names) keyed.emplace_back(LowerCase(name), std::move(name));
+  std::sort(keyed.begin(), keyed.end());
+  std::transform(keyed.begin(), keyed.end(), names.begin(),
+                 [](auto& pair) { return std::move(pair.second); });
+}
+
+void Add(FolderContents& contents, const fs::directory_entry& entry) {
+  std::string name = entry.path().filename().string();
+  if (name.starts_with('.')) return;
+  std::error_code unreadable;  // such an entry is neither
+  if (entry.is_directory(unreadable)) {
+    contents.folders.push_back(std::move(name));
+  } else if (LowerCase(name).ends_with(".model") && entry.is_regular_file(unreadable)) {
+    contents.modelFiles.push_back(std::move(name));
+  }
+}
+
+}  // namespace
+
+FolderContents ReadFolder(const fs::path& folder) {
+  FolderContents contents;
+  fs::directory_iterator entry(folder, contents.error);
+  while (!contents.error && entry != fs::directory_iterator()) {
+    Add(contents, *entry);
+    entry.increment(contents.error);
+  }
+  Sort(contents.folders);
+  Sort(contents.modelFiles);
+  return contents;
+}
+
+std::vector<fs::path> Drives() {
+  std::vector<fs::path> drives{"/"};
+  const auto add = [&drives](const QString& root) {
+    const fs::path path = QFile::encodeName(root).toStdString();
+    std::error_code unreadable;
+    if (std::find(drives.begin(), drives.end(), path) == drives.end() &&
+        fs::is_directory(path, unreadable)) {
+      drives.push_back(path);
+    }
+  };
+  add(QDir::homePath());
+  for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+    if (volume.isReady() && volume.fileSystemType() != "squashfs") add(volume.rootPath());
+  }
+  return drives;
+}
+
+int DriveOf(const std::vector<fs::path>& drives, const fs::path& folder) {
+  const auto depthAbove = [&folder](const fs::path& drive) {
+    const auto end = std::mismatch(drive.begin(), drive.end(), folder.begin(), folder.end());
+    return end.first == drive.end() ? std::distance(drive.begin(), drive.end()) : 0;
+  };
+  const auto holder = std::max_element(
+      drives.begin(), drives.end(),
+      [&](const fs::path& a, const fs::path& b) { return depthAbove(a) < depthAbove(b); });
+  return static_cast<int>(std::distance(drives.begin(), holder));
+}
+
+}  // namespace quillane

@@ -1,0 +1,103 @@
+// Making of the dialogs' controls and layouts. Sizes follow the font; nothing is in pixels.
+#include "ui/form.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/frmMain.h"
+
+namespace quillane {
+
+Form::Form(frmMain& main, const char* name, const char* caption) : QDialog(&main), main_(main) {
+  setObjectName(QString::fromLatin1(name));
+  setWindowTitle(QString::fromUtf8(caption));
+  setWindowModality(Qt::ApplicationModal);
+}
+
+QLabel* Form::Label(const char* caption) {
+  auto* label = new QLabel(QString::fromUtf8(caption), this);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+QLineEdit* Form::NumberBox(const char* name, const char* text) {
+  auto* box = new QLineEdit(QString::fromLatin1(text), this);
+  box->setObjectName(QString::fromLatin1(name));
+  box->setAlignment(Qt::AlignRight);
+  return box;
+}
+
+QRadioButton* Form::Option(const char* name, const char* caption) {
+  auto* option = new QRadioButton(QString::fromUtf8(caption), this);
+  option->setObjectName(QString::fromLatin1(name));
+  return option;
+}
+
+QPushButton* Form::Button(const char* name, const char* caption) {
+  auto* button = new QPushButton(QString::fromUtf8(caption), this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setAutoDefault(false);
+  return button;
+}
+
+QLayout* Form::FieldGrid(std::initializer_list<Field> fields) {
+  auto* grid = new QGridLayout;
+  grid->setColumnStretch(1, 1);
+  const auto isGiven = [](const char* text) { return *text != '\0'; };
+  int row = 0;
+  for (const Field& field : fields) {
+    if (isGiven(field.heading)) grid->addWidget(Label(field.heading), row++, 0, 1, 3);
+    if (isGiven(field.label)) {
+      QLabel* label = Label(field.label);
+      label->setBuddy(field.box);
+      grid->addWidget(label, row, 0);
+    }
+    grid->addWidget(field.box, row, 1);
+    if (isGiven(field.unit)) grid->addWidget(Label(field.unit), row, 2);
+    ++row;
+  }
+  return grid;
+}
+
+QWidget* Form::OptionFrame(std::initializer_list<QRadioButton*> options) {
+  auto* frame = new QGroupBox(this);
+  auto* column = new QVBoxLayout(frame);
+  for (QRadioButton* option : options) column->addWidget(option);
+  return frame;
+}
+
+QLayout* Form::ButtonRow(std::initializer_list<QPushButton*> buttons) {
+  auto* row = new QHBoxLayout;
+  row->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
+  row->addStretch();
+  int width = 0;
+  for (const QPushButton* button : buttons) width = std::max(width, button->sizeHint().width());
+  for (QPushButton* button : buttons) {
+    button->setMinimumWidth(width);
+    row->addWidget(button);
+  }
+  (*buttons.begin())->setDefault(true);
+  return row;
+}
+
+QVBoxLayout* Form::Rows() {
+  auto* rows = new QVBoxLayout(this);
+  rows->setSizeConstraint(QLayout::SetFixedSize);
+  return rows;
+}
+
+std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
+
+void FocusText(QLineEdit* box) {
+  box->setFocus();
+  box->selectAll();
+}
+
+}  // namespace quillane

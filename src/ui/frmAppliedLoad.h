@@ -1,0 +1,30 @@
+// The dialog that takes the force which presses on nodes apply.
+#pragma once
+
+#include "ui/form.h"
+
+namespace quillane {
+
+/// "Applied Load": loading it ends the editing mode, OK stores the force and, where chosen, lets
+/// presses apply it.
+class frmAppliedLoad : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmAppliedLoad(frmMain& main);
+  void reject() override { cmdExit_Click(); }
+
+ private:
+  void Form_Load();
+  void cmdOK_Click();
+  void cmdExit_Click() { Unload(); }
+
+  QRadioButton* optLoadOn = Option("optLoadOn", "Specify the applied loads");
+  QRadioButton* optLoadOff = Option("optLoadOff", "Nothing");
+  QLineEdit* txtLoadX = NumberBox("txtLoadX");
+  QLineEdit* txtLoadY = NumberBox("txtLoadY");
+  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdExit = Button("cmdExit", "Cancel");
+};
+
+}  // namespace quillane

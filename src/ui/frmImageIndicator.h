@@ -1,0 +1,27 @@
+// The dialog that switches between the result maps.
+#pragma once
+
+#include "ui/form.h"
+
+namespace quillane {
+
+/// "Graphics": OK draws the chosen map, which the optimization steps to come then show too.
+class frmImageIndicator : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmImageIndicator(frmMain& main);
+  void reject() override { cmdExit_Click(); }
+
+ private:
+  void Form_Load();
+  void cmdOK_Click();
+  void cmdExit_Click() { Unload(); }
+
+  QRadioButton* optStressValue = Option("optStressValue", "von Mises Stress");
+  QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential");
+  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdExit = Button("cmdExit", "Cancel");
+};
+
+}  // namespace quillane

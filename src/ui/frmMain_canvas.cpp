@@ -1,0 +1,116 @@
+// The main window's canvas: what presses and moves of the mouse do, by edit mode.
+#include <QApplication>
+
+#include "display/canvas_drawing.h"
+#include "display/read_outs.h"
+#include "fem/mesh.h"
+#include "model/number_text.h"
+#include "ui/domain_editing.h"
+#include "ui/elided_label.h"
+#include "ui/frmMain.h"
+#include "ui/picture_widget.h"
+#include "ui/support_load_editing.h"
+
+namespace quillane {
+namespace {
+
+const QString kElementOutside = QStringLiteral("選ばれた要素は設計領域にありません。");
+const QString kNodeOutside = QStringLiteral("選ばれた節点は設計領域にありません。");
+const QString kBadGrid = QStringLiteral(
+    "設計領域には縦横に1つ以上の要素が必要です。\n"
+    "節点と要素の数はそれぞれ32767以下にしてください。");
+
+}  // namespace
+
+void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
+  if (model_.EditMode == 9) MoveOrigin(X, Y);
+  if (model_.EditMode == 1) DesignDomainSet(X, Y);
+  if (model_.EditMode == 2) EditCells(&AddDesignElements, X, Y);
+  if (model_.EditMode == 3) EditCells(&AddNonDesignElements, X, Y);
+  if (model_.EditMode == -1) EditCells(&DeleteDesignDomain, X, Y);
+  if (model_.EditMode == -2) EditCells(&RemoveElements, X, Y);
+  if (model_.EditMode == 4) LoadSet(X, Y);
+  if (model_.EditMode == 5) ShowReadOut(&dispValue, kNodeOutside, X, Y);
+  if (model_.EditMode == 6) ShowReadOut(&stressValue, kElementOutside, X, Y);
+  if (model_.EditMode == 7) ShowReadOut(&neuronValue, kElementOutside, X, Y);
+  if (model_.EditMode == 8) ShowReadOut(&loadValue, kNodeOutside, X, Y);
+  if (model_.EditMode > 10) FreedomSet(X, Y);
+}
+
+void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {
+  lblMouseXY_->setText(QString::fromStdString("x = " + WholeText(double{X}) +
+                                              "mm  y = " + WholeText(double{Y}) + "mm"));
+}
+
+/// The pressed point becomes the origin; the fractions stay, so the next resize undoes the move.
+void frmMain::MoveOrigin(Single X, Single Y) {
+  model_.ViewRight -= X;
+  model_.ViewTop -= Y;
+  ApplyCanvasScale();
+  DrawCanvas();
+}
+
+void frmMain::DesignDomainSet(Single X, Single Y) {
+  switch (quillane::DesignDomainSet(model_, corners_, X, Y)) {
+    case PressResult::kFirstCorner:
+      MarkDomainCorner(picCanvas_->Drawing(), model_, double{model_.DomainX1},
+                       double{model_.DomainY1});
+      break;
+    case PressResult::kEdited:
+      DrawCanvas();
+      break;
+    case PressResult::kBadGrid:
+      DrawCanvas();
+      Warn(this, kBadGrid);
+      break;
+    default:
+      break;
+  }
+}
+
+void frmMain::EditCells(PressOperation operation, Single X, Single Y) {
+  switch (operation(model_, corners_, X, Y)) {
+    case PressResult::kFirstCorner:
+      HighlightCell(picCanvas_->Drawing(), model_,
+                    ElementOfCell(model_, corners_.row1, corners_.column1));
+      break;
+    case PressResult::kEdited:
+      DrawCanvas();
+      break;
+    case PressResult::kOutside:
+      Warn(this, kElementOutside);
+      break;
+    default:
+      break;
+  }
+}
+
+void frmMain::FreedomSet(Single X, Single Y) {
+  if (quillane::FreedomSet(model_, X, Y) == PressResult::kOutside) {
+    Warn(this, kNodeOutside);
+  } else {
+    DrawCanvas();
+  }
+}
+
+void frmMain::LoadSet(Single X, Single Y) {
+  if (quillane::LoadSet(model_, X, Y) == PressResult::kOutside) {
+    Warn(this, kNodeOutside);
+    model_.ClickCount = 0;
+    return;
+  }
+  QApplication::beep();
+  DrawCanvas();
+}
+
+template <class ReadOut>
+void frmMain::ShowReadOut(ReadOut readOut, const QString& refusal, Single X, Single Y) {
+  const auto caption = readOut(model_, X, Y);
+  if (caption) {
+    SetUpDateCaption(QString::fromStdString(*caption));
+  } else {
+    Warn(this, refusal);
+  }
+}
+
+}  // namespace quillane

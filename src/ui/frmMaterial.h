@@ -1,0 +1,28 @@
+// The dialog for the plate's material and thickness.
+#pragma once
+
+#include "ui/form.h"
+
+namespace quillane {
+
+/// "Design Property": loading it ends the editing mode, OK stores the three values as typed.
+class frmMaterial : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmMaterial(frmMain& main);
+  void reject() override { cmdExit_Click(); }
+
+ private:
+  void Form_Load();
+  void cmdOK_Click();
+  void cmdExit_Click() { Unload(); }
+
+  QLineEdit* txtEmod = NumberBox("txtEmod");
+  QLineEdit* txtThickness = NumberBox("txtThickness");
+  QLineEdit* txtPoison = NumberBox("txtPoison");
+  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdExit = Button("cmdExit", "Cancel");
+};
+
+}  // namespace quillane

@@ -1,0 +1,39 @@
+// The dialog that runs the optimization, step by step or by itself.
+#pragma once
+
+#include <optional>
+
+#include "fem/solver.h"
+#include "ui/busy_pointer.h"
+#include "ui/form.h"
+
+namespace quillane {
+
+/// "Optimization": stays usable while steps run. Closing it stops them.
+class frmOptimization : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmOptimization(frmMain& main);
+  void reject() override { cmdCancel_Click(); }
+
+  /// Says under the buttons whether the last step's solver stopped short of its tolerance.
+  void ShowConvergence(const SolveReport& report);
+
+ private:
+  void Form_Load();
+  void cmdAutoStart_Click();
+  void cmdAutoStop_Click();
+  void cmdManual_Click();
+  void cmdCancel_Click();
+  void StopSteps();
+
+  QPushButton* cmdAutoStart = Button("cmdAutoStart", "Automatic_Start");
+  QPushButton* cmdAutoStop = Button("cmdAutoStop", "Automatic_Stop");
+  QPushButton* cmdManual = Button("cmdManual", "Bit by Bit");
+  QPushButton* cmdCancel = Button("cmdCancel", "Cancel");
+  QLabel* lblConvergence = Label("The solver did not converge in the last step.");
+  std::optional<BusyPointer> busy_;  ///< while steps follow each other
+};
+
+}  // namespace quillane

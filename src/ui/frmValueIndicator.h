@@ -1,0 +1,30 @@
+// The dialog that picks which value presses on the canvas read out.
+#pragma once
+
+#include "ui/form.h"
+
+namespace quillane {
+
+/// "Values": OK sets the read-out's editing mode; "Nothing" leaves the mode as it is.
+class frmValueIndicator : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmValueIndicator(frmMain& main);
+  void reject() override { cmdExit_Click(); }
+
+ private:
+  void Form_Load();
+  void cmdOK_Click();
+  void cmdExit_Click() { Unload(); }
+
+  QRadioButton* optLoadValue = Option("optLoadValue", "Applied Load value");
+  QRadioButton* optDisplacementValue = Option("optDisplacementValue", "Displacement value");
+  QRadioButton* optStressValue = Option("optStressValue", "von Mises Stress value");
+  QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential value");
+  QRadioButton* optDoNot = Option("optDoNot", "Nothing");
+  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdExit = Button("cmdExit", "Cancel");
+};
+
+}  // namespace quillane

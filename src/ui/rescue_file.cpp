@@ -1,0 +1,49 @@
+// Implements the rescue file.
+#include "ui/rescue_file.h"
+
+#include <exception>
+#include <string_view>
+#include <system_error>
+
+#include "model/model_file.h"
+#include "model/safe_file.h"
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostRescueFiles = 10000;
+
+/// The first name in the folder that nothing bears yet.
+fs::path FreeName(const fs::path& folder) {
+  for (int number = 1; number <= kMostRescueFiles; ++number) {
+    const std::string suffix = number == 1 ? std::string() : std::to_string(number);
+    const fs::path path = folder / ("Rescue" + suffix + ".model");
+    if (!fs::exists(fs::symlink_status(path))) return path;
+  }
+  throw FileWriteError("too many rescue files in " + folder.string());
+}
+
+fs::path WriteInto(const fs::path& folder, std::string_view text) {
+  const fs::path path = FreeName(folder);
+  ReplaceFile(path, text);
+  return path;
+}
+
+}  // namespace
+
+RescueReport WriteRescueFile(const Model& model) noexcept {
+  try {
+    const std::string text = ModelFileText(model);
+    try {
+      return {WriteInto(fs::current_path(), text), {}};
+    } catch (const std::exception&) {
+      return {WriteInto(fs::temp_directory_path(), text), {}};
+    }
+  } catch (const std::exception& error) {
+    return {{}, error.what()};
+  }
+}
+
+}  // namespace quillane

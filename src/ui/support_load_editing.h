@@ -1,0 +1,16 @@
+// Edits of supports and loads by presses on nodes.
+#pragma once
+
+#include "model/model.h"
+#include "ui/domain_editing.h"
+
+namespace quillane {
+
+/// Writes both support flags of the node nearest to (x, y), mm, as EditMode says: 11 x fixed,
+/// 12 y fixed, 13 both, 14 none; other codes write nothing.
+PressResult FreedomSet(Model& model, Single x, Single y);
+
+/// Gives the node nearest to (x, y), mm, the force LoadFx, LoadFy in place of what it had.
+PressResult LoadSet(Model& model, Single x, Single y);
+
+}  // namespace quillane

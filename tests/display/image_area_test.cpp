@@ -1,0 +1,126 @@
+// Pixels of the image-backed area and whole pictures.
+#include "display/image_area.h"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <limits>
+#include <set>
+
+#include "display/canvas_drawing.h"
+#include "display/canvas_layout.h"
+#include "display/palette.h"
+#include "display/picture.h"
+#include "display/result_maps.h"
+#include "model/run_time_error.h"
+#include "support/plates.h"
+
+namespace quillane {
+namespace {
+
+QRgb Rgb(Color color) { return qRgb(color.red, color.green, color.blue); }
+
+std::set<QRgb> ColorsOf(const QImage& image) {
+  std::set<QRgb> colors;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) colors.insert(image.pixel(x, y));
+  }
+  return colors;
+}
+
+TEST(ImageArea, NeighbouringBoxesLeaveNoGapAndNoOverlap) {
+  for (const double ratio : {1.0, 1.25, 1.5, 2.0}) {
+    ImageArea area;
+    area.Resize(97, 61, ratio);
+    area.SetScale({0, 7, 13, 0});
+    for (int x = 12; x >= 0; --x) {
+      for (int y = 0; y < 7; ++y) {
+        area.SetColor((x + y) % 2 == 0 ? kRed : kBlue);
+        area.FillBox(x, y, x + 1, y + 1);
+      }
+    }
+    EXPECT_EQ(ColorsOf(area.Image()), (std::set{Rgb(kRed), Rgb(kBlue)})) << ratio;
+    const QImage before = area.Image();
+    area.FillBox(0, 0, 13, 7);
+    EXPECT_EQ(ColorsOf(before).size(), 2U) << "a picture taken keeps what it shows";
+    EXPECT_EQ(area.Image().width(), std::lround(97 * ratio));
+  }
+}
+
+TEST(ImageArea, UprightAndLevelLinesAreSharp) {
+  for (const double ratio : {1.0, 1.25, 2.0}) {
+    ImageArea area;
+    area.Resize(100, 100, ratio);
+    area.SetScale({0, 10, 10, 0});
+    area.SetColor(kBlue);
+    area.DrawLine(2.33, 0, 2.33, 10);
+    area.DrawBox(1, 1, 3.2, 2.7);
+    EXPECT_EQ(ColorsOf(area.Image()), (std::set{Rgb(kBlue), Rgb(kWhite)})) << ratio;
+  }
+}
+
+TEST(ImageArea, LegendTextStaysInsideWhateverTheSize) {
+  for (const int height : {60, 150, 400, 1000}) {
+    ImageArea legend;
+    const int width = height * 11 / 42;
+    legend.Resize(width, height, 1.25);
+    DrawColorBar(legend, MakeColorTable(), kStressTitle);
+    for (int level = 1; level <= kLevelCount; ++level) DrawLevelLabel(legend, level, -8.88e-38F);
+    const QImage image = legend.Image();
+    EXPECT_EQ(ColorsOf(image.copy(image.width() - 1, 0, 1, image.height())), std::set{Rgb(kWhite)});
+  }
+}
+
+TEST(ImageArea, NothingDrawnAnywhereIsUndefined) {
+  constexpr double kHuge = std::numeric_limits<double>::max();
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const double places[] = {0, 0.5, -1e10, 1e300, kHuge, -kHuge, kInfinity, -kInfinity};
+  ImageArea area;
+  area.Resize(20, 20, 1.5);
+  for (const UserScale& scale :
+       {UserScale{0, 1, 1, 0}, UserScale{0, 0, 0, 0}, UserScale{-kHuge, 1e-300, kHuge, -1e-300}}) {
+    area.SetScale(scale);
+    for (const double a : places) {
+      for (const double b : places) {
+        area.DrawLine(a, b, b, 0.25);
+        area.DrawBox(a, b, 0.5, a);
+        area.FillBox(b, a, a, 0.75);
+        area.DrawCircle(a, 0.5, b);
+        area.SetTextSize(a, b, "x");
+        area.DrawText(a, b, "x");
+      }
+    }
+  }
+  area.SetScale({0, 1, 1, 0});
+  area.Clear();
+  area.SetColor(kRed);
+  area.DrawLine(-1e7, -1e7, 1e7 + 1, 1e7 + 1);
+  EXPECT_NE(area.Image().pixel(15, 14), Rgb(kWhite)) << "what passes through the picture is seen";
+  area.FillBox(-1e300, -1e300, 1e300, 1e300);
+  EXPECT_EQ(ColorsOf(area.Image()), std::set{Rgb(kRed)});
+  EXPECT_THROW(area.Resize(100000, 100000, 1), RunTimeError);
+}
+
+TEST(Picture, DamagedMeshesAndDenseGridsAreDrawn) {
+  Model model = test::Cantilever(3, 3);
+  model.NodeXY(5, 1) = 1e300;
+  model.NodeXY(6, 2) = -std::numeric_limits<double>::infinity();
+  model.NodeLoad(6, 1) = 1e308;
+  model.NodeFreedom(5, 2) = 1;
+  model.DomainX2 = std::numeric_limits<Single>::max();
+  model.ElementSize = 0.05F;  // 20000 lines to each side
+  for (const PictureKind kind :
+       {PictureKind::kModel, PictureKind::kStress, PictureKind::kPotential}) {
+    EXPECT_EQ(RenderPicture(model, kind, 400, 300).size(), QSize(400, 300));
+  }
+}
+
+}  // namespace
+}  // namespace quillane
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
