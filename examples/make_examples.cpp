@@ -28,11 +28,11 @@ class Recipe {
     model_.ElementSize = elementSize;
     model_.DomainX2 = static_cast<Single>(columns) * elementSize;
     model_.DomainY2 = static_cast<Single>(rows) * elementSize;
-    const Single span = std::max(model_.DomainX2, 1.5F * model_.DomainY2);
+    // The view is taken to be 0.8 times as high as wide; its centre is the plate's.
+    const Single span = std::max(model_.DomainX2, 1.25F * model_.DomainY2);
     model_.DomainWidth = 1.25F * span;
-    // The view's centre is the plate's; its height is taken as two thirds of its width.
     model_.OriginFracX = 0.5F + 0.5F * model_.DomainX2 / model_.DomainWidth;
-    model_.OriginFracY = 0.5F + 0.75F * model_.DomainY2 / model_.DomainWidth;
+    model_.OriginFracY = 0.5F + 0.625F * model_.DomainY2 / model_.DomainWidth;
     BuildMesh(model_, rows, columns);
     Cells(1, rows, 1, columns, kCellDesign);
   }
