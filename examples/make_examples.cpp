@@ -152,15 +152,15 @@ Recipe LBracket() {
 }
 
 Recipe TwoBarTruss() {
-  Recipe plate(80, 36, 10);
-  plate.Cells(1, 80, 1, 1, kCellNonDesign);
-  plate.Cells(39, 42, 35, 36, kCellNonDesign);
-  plate.Empty(2, 36, {78, 44}, kTop);
-  plate.Empty(2, 36, {16, 52}, {64, 28});
-  plate.Empty(2, 36, kBottom, {2, 36});
-  for (int row = 1; row <= 81; ++row) plate.Hold(row, 1, true, true);
-  plate.Load(41, 37, 0, -4000);
-  plate.Rule(28, 5, 0.05F);
+  Recipe plate(88, 36, 10);
+  plate.Cells(1, 88, 1, 1, kCellNonDesign);
+  plate.Cells(43, 46, 35, 36, kCellNonDesign);
+  plate.Empty(2, 36, {87, 47}, kTop);
+  plate.Empty(2, 36, {15, 51}, {73, 37});
+  plate.Empty(2, 36, kBottom, {1, 41});
+  for (int row = 1; row <= 89; ++row) plate.Hold(row, 1, true, true);
+  plate.Load(45, 37, 0, -4000);
+  plate.Rule(32, 5, 0.05F);
   return plate;
 }
 
