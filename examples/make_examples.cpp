@@ -152,15 +152,15 @@ Recipe LBracket() {
 }
 
 Recipe TwoBarTruss() {
-  Recipe plate(88, 36, 10);
-  plate.Cells(1, 88, 1, 1, kCellNonDesign);
-  plate.Cells(43, 46, 35, 36, kCellNonDesign);
-  plate.Empty(2, 36, {87, 47}, kTop);
-  plate.Empty(2, 36, {15, 51}, {73, 37});
-  plate.Empty(2, 36, kBottom, {1, 41});
-  for (int row = 1; row <= 89; ++row) plate.Hold(row, 1, true, true);
-  plate.Load(45, 37, 0, -4000);
-  plate.Rule(32, 5, 0.05F);
+  Recipe plate(92, 36, 10);
+  plate.Cells(1, 92, 1, 1, kCellNonDesign);
+  plate.Cells(45, 48, 35, 36, kCellNonDesign);
+  plate.Empty(2, 36, {92, 48}, kTop);
+  plate.Empty(2, 36, {13, 53}, {79, 39});
+  plate.Empty(2, 36, kBottom, {0, 44});
+  for (int row = 1; row <= 93; ++row) plate.Hold(row, 1, true, true);
+  plate.Load(47, 37, 0, -4000);
+  plate.Rule(38, 5, 0.05F);
   return plate;
 }
 
