@@ -5,22 +5,35 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 batch=${QUILLANE_BATCH:-build/release/src/batch/quillane-batch}
 steps=150
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
 
 # The number behind a name in a summary of quillane-batch.
 value() { awk -v name="$2" 'index($0, name) == 1 { sub(name, ""); print $1 }' <<<"$1"; }
 
-echo "| example | target (MPa) | volume (mm³) | after | max stress (MPa) | after | mean stress (MPa) | after |"
+# The first step of a history from which on the stresses stay as they end; "-" where they do not.
+steady() {
+  awk -F, 'NR > 1 { row[NR - 2] = $2 "," $3 "," $4; last = NR - 2 }
+           END { while (last > 0 && row[last - 1] == row[NR - 2]) --last
+                 print last < NR - 2 ? last : "-" }' "$1"
+}
+
+echo "| example | volume (mm³) | after | steady from step | max stress (MPa) | after | mean stress (MPa) | after |"
 echo "|---|---|---|---|---|---|---|---|"
 for name in cantilever half-mbb-beam bridge l-bracket two-bar-truss bolted-lever; do
   model=examples/$name.model
   image=docs/images/example-$name
-  start=$("$batch" "$model" --size 900x600 --image "$image-start.png" 2>/dev/null)
-  end=$("$batch" "$model" --steps $steps --size 900x600 --image "$image-end.png" 2>/dev/null)
-  if grep -q converge <<<"$start$end"; then echo "$name: the solver did not converge" >&2; exit 1; fi
-  awk -v name="$name" -v target="$(tail -n 1 "$model" | cut -d, -f1)" \
-    -v v0="$(value "$start" volume)" -v v1="$(value "$end" volume)" \
-    -v x0="$(value "$start" "max stress")" -v x1="$(value "$end" "max stress")" \
-    -v m0="$(value "$start" "mean stress")" -v m1="$(value "$end" "mean stress")" \
-    'BEGIN { printf "| %s | %g | %g | %g (%.0f %%) | %.1f | %.1f | %.1f | %.1f |\n", name, target, v0, v1,
-             100 * v1 / v0, x0, x1, m0, m1 }'
+  start=$("$batch" "$model" --size 900x600 --image "$image-start.png")
+  end=$("$batch" "$model" --steps $steps --size 900x600 --image "$image-end.png" \
+    --history "$scratch/history")
+  if grep -q converge <<<"$start$end"; then
+    echo "$name: the solver did not converge" >&2
+    exit 1
+  fi
+  printf '| %s | %g | %g (%.0f %%) | %s | %.1f | %.1f | %.1f | %.1f |\n' "$name" \
+    "$(value "$start" volume)" "$(value "$end" volume)" \
+    "$(awk "BEGIN { print 100 * $(value "$end" volume) / $(value "$start" volume) }")" \
+    "$(steady "$scratch/history")" \
+    "$(value "$start" "max stress")" "$(value "$end" "max stress")" \
+    "$(value "$start" "mean stress")" "$(value "$end" "mean stress")"
 done
