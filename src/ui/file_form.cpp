@@ -43,7 +43,7 @@ QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::pat
   return row;
 }
 
-/// The current directory; where it is gone, the home folder of everything.
+/// The current directory; where it is gone, the root.
 fs::path StartFolder() {
   std::error_code gone;
   const fs::path current = fs::current_path(gone);
@@ -92,7 +92,7 @@ FileForm::FileForm(frmMain& main, const char* name, const char* caption)
   txtFileName->setAccessibleName(QStringLiteral("File name"));
   Dir1->installEventFilter(this);
   connect(Drive1, &QComboBox::activated, this, &FileForm::Drive1_Change);
-  connect(Dir1, &QTreeWidget::itemDoubleClicked, this, &FileForm::OpenFolder);
+  connect(Dir1, &QTreeWidget::itemDoubleClicked, this, &FileForm::OpenRow);
   connect(File1, &QListWidget::itemClicked, this, &FileForm::File1_Click);
   connect(File1, &QListWidget::itemSelectionChanged, this, &FileForm::File1_Click);
   connect(cmdExit, &QPushButton::clicked, this, &FileForm::cmdExit_Click);
@@ -123,7 +123,7 @@ void FileForm::Form_Load() {
 }
 
 void FileForm::Drive1_Change() {
-  EnterFolder(drives_[static_cast<std::size_t>(Drive1->currentIndex())]);
+  OpenFolder(drives_[static_cast<std::size_t>(Drive1->currentIndex())]);
 }
 
 void FileForm::Dir1_Change() {
@@ -146,21 +146,26 @@ bool FileForm::eventFilter(QObject* watched, QEvent* event) {
   if (watched == Dir1 && event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-      if (Dir1->currentItem() != nullptr) OpenFolder(Dir1->currentItem());
+      if (Dir1->currentItem() != nullptr) OpenRow(Dir1->currentItem());
       return true;
     }
   }
   return Form::eventFilter(watched, event);
 }
 
-void FileForm::OpenFolder(const QTreeWidgetItem* item) {
-  const fs::path folder = item->data(0, kPathRole).toByteArray().toStdString();
+void FileForm::OpenRow(const QTreeWidgetItem* row) {
+  OpenFolder(row->data(0, kPathRole).toByteArray().toStdString());
+}
+
+void FileForm::OpenFolder(const fs::path& folder) {
   const std::error_code error = ReadFolder(folder).error;
-  if (error) {
-    frmMain::Warn(this, QStringLiteral("このフォルダを開くことができません。"));
+  if (!error) {
+    EnterFolder(folder);
     return;
   }
-  EnterFolder(folder);
+  Drive1->setCurrentIndex(DriveOf(drives_, folder_));
+  frmMain::Warn(this, QStringLiteral("このフォルダを開くことができません。\n") +
+                          QString::fromStdString(error.message()));
 }
 
 void FileForm::EnterFolder(const fs::path& folder) {

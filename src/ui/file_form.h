@@ -43,7 +43,9 @@ class FileForm : public Form {
   void cmdExit_Click() { Unload(); }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void OpenFolder(const QTreeWidgetItem* item);
+  void OpenRow(const QTreeWidgetItem* row);
+  /// Enters the folder; one that cannot be read is told of instead.
+  void OpenFolder(const std::filesystem::path& folder);
   void EnterFolder(const std::filesystem::path& folder);
   void ShowFolder(const std::vector<std::string>& subfolders);
   void ReportFailure(const char* reason);

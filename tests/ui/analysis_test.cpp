@@ -131,9 +131,7 @@ TEST_F(Analysis, TheStepAfterTheLastNumberAndAnUnwritableHistoryAreFatal) {
   main->Optimization();
   EXPECT_EQ(ended, 1);
 
-  main = std::make_unique<frmMain>();
-  ended = -1;
-  QObject::connect(main.get(), &frmMain::ProgramEnds, [this](int status) { ended = status; });
+  Restart();
   Show(Cantilever(2, 2));
   Menu("mnuStressAnalysis");
   std::filesystem::create_directory(folder / "History.tmp");

@@ -43,14 +43,6 @@ constexpr const char* kFileFailure =
 /// Runs every test in a folder of its own, with a shown main window.
 class Dialogs : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int count = 1;
-    static char name[] = "dialogs_test";
-    static char* arguments[] = {name, nullptr};
-    if (qApp == nullptr) new QApplication(count, arguments);
-  }
-
   void SetUp() override {
     std::filesystem::current_path(folder_.Path());
     main_ = std::make_unique<frmMain>();
@@ -106,21 +98,41 @@ class Dialogs : public testing::Test {
     action();
     return seen;
   }
-  void ExpectWarning(const std::optional<Box>& box, const char* text) {
+  void ExpectBox(const std::optional<Box>& box, const char* title, const std::string& text) {
     ASSERT_TRUE(box.has_value());
-    EXPECT_EQ(box->title, "警告");
+    EXPECT_EQ(box->title, title);
     EXPECT_EQ(box->icon, QMessageBox::Warning);
-    if (text != nullptr) {
-      EXPECT_EQ(box->text, text);
-    }
+    EXPECT_EQ(box->text.substr(0, text.size()), text);
   }
   void ExpectFileFailure(const std::optional<Box>& box) {
-    ASSERT_TRUE(box.has_value());
-    EXPECT_EQ(box->title, "データ読込");
-    EXPECT_EQ(box->text, kFileFailure);
-    EXPECT_EQ(box->icon, QMessageBox::Warning);
-    EXPECT_NE(box->reason, "");
+    ExpectBox(box, "データ読込", kFileFailure);
+    EXPECT_TRUE(box && box->reason != "");
     EXPECT_TRUE(IsOpen());
+  }
+  /// Loads a dialog and compares all its texts, in any order.
+  template <class DialogClass>
+  void ExpectTexts(const char* title, const char* focused, QStringList texts) {
+    Load<DialogClass>();
+    EXPECT_EQ(dialog_->windowTitle().toStdString(), title);
+    EXPECT_EQ(dialog_->focusWidget()->objectName().toStdString(), focused);
+    for (const QWidget* child : dialog_->findChildren<QWidget*>()) {
+      const QString shown = child->property("text").toString();
+      if (child->metaObject()->indexOfProperty("text") < 0) continue;
+      EXPECT_TRUE(texts.removeOne(shown)) << title << ": " << shown.toStdString();
+    }
+    EXPECT_TRUE(texts.isEmpty()) << title << ": " << texts.join("|").toStdString();
+  }
+  /// Loads each dialog, fills it in and presses Escape.
+  template <class... DialogClasses>
+  void ExpectModeAfterLeaving(Integer mode) {
+    const auto leave = [&](QDialog& dialog) {
+      for (auto* box : dialog.findChildren<QLineEdit*>()) box->setText("77");
+      for (auto* option : dialog.findChildren<QRadioButton*>()) option->setChecked(true);
+      Press(dialog, Qt::Key_Escape);
+      EXPECT_FALSE(IsOpen());
+      EXPECT_EQ(TheModel().EditMode, mode) << dialog.objectName().toStdString();
+    };
+    ((TheModel().EditMode = 6, leave(Load<DialogClasses>())), ...);
   }
 
   ScratchFolder folder_;
@@ -128,87 +140,48 @@ class Dialogs : public testing::Test {
   std::unique_ptr<QDialog> dialog_;
 };
 
-TEST_F(Dialogs, ShowTheirTextsInOrder) {
-  const auto expectTexts = [this](const char* title, const char* focused, QStringList texts) {
-    EXPECT_EQ(dialog_->windowTitle().toStdString(), title);
-    EXPECT_EQ(dialog_->focusWidget()->objectName().toStdString(), focused);
-    for (const QWidget* child : dialog_->findChildren<QWidget*>()) {
-      const QString shown = child->property("text").toString();
-      const bool holdsText = qobject_cast<const QAbstractButton*>(child) != nullptr ||
-                             qobject_cast<const QLineEdit*>(child) != nullptr ||
-                             qobject_cast<const QLabel*>(child) != nullptr;
-      if (!holdsText) continue;
-      EXPECT_TRUE(texts.removeOne(shown)) << title << ": " << shown.toStdString();
-    }
-    EXPECT_TRUE(texts.isEmpty()) << title << ": " << texts.join("|").toStdString();
-  };
-  Load<frmShape>();
-  expectTexts(
+TEST_F(Dialogs, ShowTheirTexts) {
+  ExpectTexts<frmShape>(
       "Shape", "optDoNot",
       {"Choose what you want to draw.", "Setup Design Domain", "Add Design Structural Elements",
        "Delete Structural Elements", "Add Non-Design Structural Elements", "Delete Design Domain",
        "Nothing", "OK", "Cancel"});
-  Load<frmFreedom>();
-  expectTexts("Freedom Conditions", "optFree",
-              {"Choose individual node settings.", "X-Displacement Fixed", "Y-Displacement Fixed",
-               "All Displacement Fixed", "Nothing", "OK", "Cancel"});
-  Load<frmAppliedLoad>();
-  expectTexts(
+  ExpectTexts<frmFreedom>(
+      "Freedom Conditions", "optFree",
+      {"Choose individual node settings.", "X-Displacement Fixed", "Y-Displacement Fixed",
+       "All Displacement Fixed", "Nothing", "OK", "Cancel"});
+  ExpectTexts<frmAppliedLoad>(
       "Applied Load", "txtLoadX",
       {"Specify the applied loads", "Nothing", "Force-X: ", "0", "Force-Y: ", "0", "OK", "Cancel"});
-  Load<frmWidth>();
-  expectTexts("Width and Mesh Density", "txtWidth",
-              {"Enter display area Width in mm units.", "2000", "mm",
-               "Enter element-Size in mm units.", "100", "mm", "OK", "Cancel"});
-  Load<frmMaterial>();
-  expectTexts("Design Property", "txtEmod",
-              {"Specify Design Property Values", "Modulus of Elasticity: ", "210000", "MPa",
-               "Thickness: ", "1", "mm", "Poissons Ratio: ", "0.3", "OK", "Cancel"});
-  Load<frmController>();
-  expectTexts("Optimization Parameter", "txtDpStress",
-              {"Specify a target value of stress", "von Mises Stress:", "0",
-               "Specify threshold value Epsilon", "Epsilon:", "1", "and forget coefficient Lambda.",
-               "Lambda:", "0.05", "OK", "Cancel"});
-  Load<frmImageIndicator>();
-  expectTexts("Graphics", "optStressValue",
-              {"Choose what you want to show.", "von Mises Stress", "Potential", "OK", "Cancel"});
-  Load<frmValueIndicator>();
-  expectTexts("Values", "optDoNot",
-              {"Choose what you want to check.", "Applied Load value", "Displacement value",
-               "von Mises Stress value", "Potential value", "Nothing", "OK", "Cancel"});
-  Load<frmOptimization>();
-  expectTexts("Optimization", "cmdAutoStart",
-              {"Automatic_Start", "Automatic_Stop", "Bit by Bit", "Cancel",
-               "The solver did not converge in the last step."});
-  Load<frmOpen>();
-  expectTexts("Open Model", "txtFileName", {"", "Open", "Cancel"});
-  Load<frmSave>();
-  expectTexts("Save Model", "txtFileName", {"", "Save", "Cancel"});
+  ExpectTexts<frmWidth>("Width and Mesh Density", "txtWidth",
+                        {"Enter display area Width in mm units.", "2000", "mm",
+                         "Enter element-Size in mm units.", "100", "mm", "OK", "Cancel"});
+  ExpectTexts<frmMaterial>(
+      "Design Property", "txtEmod",
+      {"Specify Design Property Values", "Modulus of Elasticity: ", "210000", "MPa",
+       "Thickness: ", "1", "mm", "Poissons Ratio: ", "0.3", "OK", "Cancel"});
+  ExpectTexts<frmController>("Optimization Parameter", "txtDpStress",
+                             {"Specify a target value of stress", "von Mises Stress:", "0",
+                              "Specify threshold value Epsilon", "Epsilon:", "1",
+                              "and forget coefficient Lambda.", "Lambda:", "0.05", "OK", "Cancel"});
+  ExpectTexts<frmImageIndicator>(
+      "Graphics", "optStressValue",
+      {"Choose what you want to show.", "von Mises Stress", "Potential", "OK", "Cancel"});
+  ExpectTexts<frmValueIndicator>(
+      "Values", "optDoNot",
+      {"Choose what you want to check.", "Applied Load value", "Displacement value",
+       "von Mises Stress value", "Potential value", "Nothing", "OK", "Cancel"});
+  ExpectTexts<frmOptimization>("Optimization", "cmdAutoStart",
+                               {"Automatic_Start", "Automatic_Stop", "Bit by Bit", "Cancel",
+                                "The solver did not converge in the last step."});
+  ExpectTexts<frmOpen>("Open Model", "txtFileName", {"", "Open", "Cancel"});
+  ExpectTexts<frmSave>("Save Model", "txtFileName", {"", "Save", "Cancel"});
 }
 
-TEST_F(Dialogs, LoadingAndLeavingThem) {
+TEST_F(Dialogs, LeavingThemStoresNothing) {
   TheModel().DomainDefined = kTrue;
-  const auto modeAfterLeaving = [this](auto load, Integer modeBefore) {
-    TheModel().EditMode = modeBefore;
-    load();
-    for (auto* box : dialog_->findChildren<QLineEdit*>()) box->setText("77");
-    for (auto* option : dialog_->findChildren<QRadioButton*>()) option->setChecked(true);
-    Press(*dialog_, Qt::Key_Escape);
-    EXPECT_FALSE(IsOpen());
-    return TheModel().EditMode;
-  };
-  for (const auto& load : std::vector<std::function<void()>>{
-           [this] { Load<frmFreedom>(); }, [this] { Load<frmAppliedLoad>(); },
-           [this] { Load<frmWidth>(); }, [this] { Load<frmMaterial>(); },
-           [this] { Load<frmController>(); }}) {
-    EXPECT_EQ(modeAfterLeaving(load, 6), 0);
-  }
-  for (const auto& load : std::vector<std::function<void()>>{
-           [this] { Load<frmShape>(); }, [this] { Load<frmValueIndicator>(); },
-           [this] { Load<frmImageIndicator>(); }, [this] { Load<frmOpen>(); },
-           [this] { Load<frmSave>(); }}) {
-    EXPECT_EQ(modeAfterLeaving(load, 6), 6);
-  }
+  ExpectModeAfterLeaving<frmFreedom, frmAppliedLoad, frmWidth, frmMaterial, frmController>(0);
+  ExpectModeAfterLeaving<frmShape, frmValueIndicator, frmImageIndicator, frmOpen, frmSave>(6);
   const Model untouched;
   EXPECT_EQ(TheModel().LoadFx, untouched.LoadFx);
   EXPECT_EQ(TheModel().DomainWidth, untouched.DomainWidth);
@@ -223,40 +196,40 @@ TEST_F(Dialogs, OptionsSetTheEditMode) {
     const char* option;
     Integer mode;
     bool needsDomain;
-    Integer modeIfRefused;
   };
   const auto shape = [this] { Load<frmShape>(); };
   const auto freedom = [this] { Load<frmFreedom>(); };
   const auto values = [this] { Load<frmValueIndicator>(); };
-  const Row rows[] = {{shape, "optDesignDomain", 1, false, 1},
-                      {shape, "optAddElements", 2, true, 9},
-                      {shape, "optRemoveElements", -2, true, 9},
-                      {shape, "optAddNonDesignElements", 3, true, 9},
-                      {shape, "optDeleteDesignDomain", -1, true, 9},
-                      {shape, "optDoNot", 0, false, 0},
-                      {freedom, "optFixX", 11, true, 0},
-                      {freedom, "optFixY", 12, true, 0},
-                      {freedom, "optFixXY", 13, true, 0},
-                      {freedom, "optFree", 14, true, 0},
-                      {[this] { Load<frmAppliedLoad>(); }, "optLoadOn", 4, true, 0},
-                      {[this] { Load<frmAppliedLoad>(); }, "optLoadOff", 0, false, 0},
-                      {values, "optDisplacementValue", 5, false, 5},
-                      {values, "optStressValue", 6, false, 6},
-                      {values, "optNeuronValue", 7, false, 7},
-                      {values, "optLoadValue", 8, false, 8},
-                      {values, "optDoNot", 9, false, 9}};
+  const Row rows[] = {{shape, "optDesignDomain", 1, false},
+                      {shape, "optAddElements", 2, true},
+                      {shape, "optRemoveElements", -2, true},
+                      {shape, "optAddNonDesignElements", 3, true},
+                      {shape, "optDeleteDesignDomain", -1, true},
+                      {shape, "optDoNot", 0, false},
+                      {freedom, "optFixX", 11, true},
+                      {freedom, "optFixY", 12, true},
+                      {freedom, "optFixXY", 13, true},
+                      {freedom, "optFree", 14, true},
+                      {[this] { Load<frmAppliedLoad>(); }, "optLoadOn", 4, true},
+                      {[this] { Load<frmAppliedLoad>(); }, "optLoadOff", 0, false},
+                      {values, "optDisplacementValue", 5, false},
+                      {values, "optStressValue", 6, false},
+                      {values, "optNeuronValue", 7, false},
+                      {values, "optLoadValue", 8, false},
+                      {values, "optDoNot", 9, false}};
   for (const Row& row : rows) {
     for (const Integer defined : {Integer{0}, kTrue}) {
       SCOPED_TRACE(row.option);
       TheModel().DomainDefined = defined;
       TheModel().EditMode = 9;
       row.load();
+      const Integer modeLoaded = TheModel().EditMode;
       Choose(row.option);
       const auto box = BoxOf([this] { Click("cmdOK"); });
       EXPECT_FALSE(IsOpen());
       if (row.needsDomain && defined == 0) {
-        ExpectWarning(box, kDomainFirst);
-        EXPECT_EQ(TheModel().EditMode, row.modeIfRefused);
+        ExpectBox(box, "警告", kDomainFirst);
+        EXPECT_EQ(TheModel().EditMode, modeLoaded);
       } else {
         EXPECT_FALSE(box.has_value());
         EXPECT_EQ(TheModel().EditMode, row.mode);
@@ -277,8 +250,7 @@ TEST_F(Dialogs, ShapeAbandonsAHalfMadeRectangleOnlyByOK) {
 
 TEST_F(Dialogs, ParametersAreReadFromOddTexts) {
   struct Row {
-    const char *stress, *epsilon, *lambda;
-    const char* status;
+    const char *stress, *epsilon, *lambda, *status;
   };
   const Row rows[] = {
       {"120", "3", "0.05", "Stress Target = 120MPa   Epsilon = 3   Lambda = 0.05"},
@@ -351,22 +323,22 @@ TEST_F(Dialogs, WidthSetsTheViewUpAnew) {
 
 TEST_F(Dialogs, WidthRefusesWhatCannotBeDrawn) {
   struct Row {
-    const char *width, *elementSize, *reason;
+    const char *width, *elementSize, *text, *reason;
   };
-  const Row rows[] = {{"0", "100", "zero width"},
-                      {"-2000", "100", "negative width"},
-                      {"2000", "none", "no number"},
-                      {"2000", "-1", "negative size"},
-                      {"2000", "1e-50", "a size that is 0 in single precision"},
-                      {"2000", "0.0305", "32787 lines to the right edge"},
-                      {"1e39", "1e38", "no Single"},
-                      {"1e999", "100", "no Double"}};
+  const Row rows[] = {{"0", "100", "表示幅", "zero width"},
+                      {"-2000", "100", "表示幅", "negative width"},
+                      {"2000", "none", "要素サイズ", "no number"},
+                      {"2000", "-1", "要素サイズ", "negative size"},
+                      {"2000", "1e-50", "要素サイズ", "a size that is 0 in single precision"},
+                      {"2000", "0.0305", "この表示幅と要素サイズ", "32787 lines to the right edge"},
+                      {"1e39", "1e38", "表示幅", "no Single"},
+                      {"1e999", "100", "表示幅", "no Double"}};
   for (const Row& row : rows) {
     SCOPED_TRACE(row.reason);
     Load<frmWidth>();
     Type("txtWidth", row.width);
     Type("txtUnitGrid", row.elementSize);
-    ExpectWarning(BoxOf([this] { Click("cmdOK"); }), nullptr);
+    ExpectBox(BoxOf([this] { Click("cmdOK"); }), "警告", row.text);
     EXPECT_TRUE(IsOpen());
     EXPECT_EQ(TheModel().DomainWidth, 2000);
     EXPECT_EQ(TheModel().ElementSize, 100);
@@ -390,14 +362,14 @@ TEST_F(Dialogs, GraphicsSwitchTheMapAlsoWithoutResults) {
   EXPECT_FALSE(main_->HasEnded());
 }
 
-TEST_F(Dialogs, OptimizationRunsAndStops) {
+TEST_F(Dialogs, OptimizationRunsStopsAndTellsOfAStepThatDidNotConverge) {
   TheModel() = test::Cantilever(4, 6);
-  TheModel().DomainDefined = kTrue;
   main_->findChild<QAction*>("mnuStressAnalysis")->trigger();
   Load<frmOptimization>();
   auto& notice = Find<QLabel>("lblConvergence");
-  EXPECT_TRUE(notice.isHidden());
+  const QSize size = dialog_->size();
   Click("cmdManual");
+  EXPECT_TRUE(notice.isHidden());
   EXPECT_EQ(TheModel().StepCount, 1);
   EXPECT_EQ(TheModel().AutoOptimize, kTrue);
   EXPECT_FALSE(main_->tmrOpt->isActive());
@@ -405,7 +377,6 @@ TEST_F(Dialogs, OptimizationRunsAndStops) {
 
   Click("cmdAutoStart");
   Click("cmdAutoStart");
-  EXPECT_NE(QApplication::overrideCursor(), nullptr);
   EXPECT_TRUE(QTest::qWaitFor([this] { return TheModel().StepCount > 5; }));
   Click("cmdAutoStop");
   EXPECT_FALSE(main_->tmrOpt->isActive());
@@ -413,25 +384,15 @@ TEST_F(Dialogs, OptimizationRunsAndStops) {
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
   EXPECT_TRUE(IsOpen());
 
+  TheModel().NodeFreedom.ReDim({0, TheModel().NodeCount}, {1, 2});  // nothing holds the plate
+  Click("cmdManual");
+  EXPECT_FALSE(main_->LastSolve().converged);
+  EXPECT_FALSE(notice.isHidden());
+  EXPECT_EQ(dialog_->size(), size);
   Click("cmdAutoStart");
   dialog_->close();
   EXPECT_FALSE(main_->tmrOpt->isActive());
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-TEST_F(Dialogs, OptimizationTellsOfAStepThatDidNotConverge) {
-  TheModel() = test::Cantilever(4, 6);
-  TheModel().DomainDefined = kTrue;
-  main_->findChild<QAction*>("mnuStressAnalysis")->trigger();
-  Load<frmOptimization>();
-  auto& notice = Find<QLabel>("lblConvergence");
-  const QSize size = dialog_->size();
-  TheModel().NodeFreedom.ReDim({0, TheModel().NodeCount}, {1, 2});  // nothing holds the plate
-  Click("cmdManual");
-  EXPECT_EQ(notice.isHidden(), main_->LastSolve().converged);
-  static_cast<frmOptimization&>(*dialog_).ShowConvergence(SolveReport{});
-  EXPECT_FALSE(notice.isHidden());
-  EXPECT_EQ(dialog_->size(), size);
 }
 
 TEST_F(Dialogs, FileListsFollowTheFolder) {
@@ -470,6 +431,10 @@ TEST_F(Dialogs, FileListsFollowTheFolder) {
   EXPECT_EQ(name.text(), "A.model");
   auto* up = folders.findItems("..", Qt::MatchExactly | Qt::MatchRecursive).front();
   emit folders.itemDoubleClicked(up, 0);
+  EXPECT_EQ(names().size(), 4);
+  folders.setCurrentItem(folders.findItems("sub", Qt::MatchExactly | Qt::MatchRecursive).front());
+  std::filesystem::remove_all("sub");
+  ExpectBox(BoxOf([&] { Press(folders, Qt::Key_Return); }), "警告", "このフォルダ");
   EXPECT_EQ(names().size(), 4);
 }
 
@@ -525,12 +490,10 @@ TEST_F(Dialogs, AFailureIsReportedAndTheDialogStaysOpen) {
   ExpectFileFailure(openText(ModelFileText(plate)));
   EXPECT_EQ(main_->windowTitle(), title);
 
-  for (const char* name : {"", "no such", "no/such"}) {
+  for (const char* name : {"", "no/such"}) {
     Load<frmOpen>();
     Type("txtFileName", name);
     ExpectFileFailure(BoxOf([this] { Click("cmdOpen"); }));
-  }
-  for (const char* name : {"", "no/such"}) {
     Load<frmSave>();
     Type("txtFileName", name);
     ExpectFileFailure(BoxOf([this] { Click("cmdSave"); }));

@@ -61,12 +61,15 @@ void Robot::Look() {
 
 Window::Window() {
   std::filesystem::current_path(folder.Path());
+  Restart();
+}
+
+void Window::Restart() {
+  ended = -1;
   main = std::make_unique<frmMain>();
   QObject::connect(main.get(), &frmMain::ProgramEnds, main.get(), [this](int status) {
     ended = status;
-    for (QWidget* open = nullptr; (open = QApplication::activeModalWidget()) != nullptr;) {
-      static_cast<QDialog*>(open)->done(0);
-    }
+    while (QWidget* open = QApplication::activeModalWidget()) static_cast<QDialog*>(open)->done(0);
   });
   main->resize(900, 700);
   main->show();

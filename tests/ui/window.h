@@ -44,6 +44,8 @@ class Window : public testing::Test {
   Window();
   ~Window() override;
 
+  /// Puts a new window in the place of the present one.
+  void Restart();
   Model& model() { return main->model(); }
   template <class T>
   T* Find(const char* name) {

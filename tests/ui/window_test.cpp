@@ -162,9 +162,7 @@ TEST_F(Window, ExitAndClosingEndTheProgramAtOnce) {
   EXPECT_EQ(ended, 0);
   EXPECT_NE(ReadFile(folder / "History.tmp").find("Iteration, Max, Avg, Min\r\n0,"),
             std::string::npos);
-  main = std::make_unique<frmMain>();
-  ended = -1;
-  QObject::connect(main.get(), &frmMain::ProgramEnds, [this](int status) { ended = status; });
+  Restart();
   main->close();
   EXPECT_EQ(ended, 0);
 }
