@@ -59,7 +59,7 @@ std::array<double, 8> ElementDisplacements(const Model& model, int element) {
   std::array<double, 8> d{};
   for (int k = 1; k <= 4; ++k) {
     const int node = model.ElementNodes(element, k);
-    const auto at = static_cast<std::size_t>(2 * (k - 1));
+    const auto at = 2 * static_cast<std::size_t>(k - 1);
     d[at] = model.NodeDisp(node, 1);
     d[at + 1] = model.NodeDisp(node, 2);
   }
