@@ -40,7 +40,7 @@ no_space() {
   done
   status=0
   message=$(trap '' XFSZ; ulimit -f 1
-            "$batch" "$example" --quiet --steps 15 --history course.csv 2>&1) || status=$?
+            "$batch" "$example" --quiet --steps 60 --history course.csv 2>&1) || status=$?
   [ "$status" -eq 2 ] || fail "history without space: exit status $status, not 2"
   [[ $message == *"the history course.csv"*"disk has room"* ]] ||
     fail "history without space: the message is: $message"

@@ -19,7 +19,8 @@ QString RescueLine(const RescueReport& rescue) {
         .arg(QString::fromStdString(rescue.failure));
   }
   return QStringLiteral(
-             "モデルを次のファイルに保存しました。再起動して開いてください。\n"
+             "モデルを次のファイルに保存しました。\n"
+             "再起動して開いてください。\n"
              "The model was saved. Start the program again and open:\n%1")
       .arg(QDir::toNativeSeparators(QString::fromStdString(rescue.path.string())));
 }

@@ -126,18 +126,5 @@ TEST_F(Analysis, AFailedStepEndsTheProgramAndRescuesTheLayoutItStartedFrom) {
   EXPECT_EQ(Text(), before) << "nothing happens to the model any more";
 }
 
-TEST_F(Analysis, TheStepAfterTheLastNumberAndAnUnwritableHistoryAreFatal) {
-  model().StepCount = 32767;
-  main->Optimization();
-  EXPECT_EQ(ended, 1);
-
-  Restart();
-  Show(Cantilever(2, 2));
-  Menu("mnuStressAnalysis");
-  std::filesystem::create_directory(folder / "History.tmp");
-  Menu("mnuHistory");
-  EXPECT_EQ(ended, 1);
-}
-
 }  // namespace
 }  // namespace quillane::test
