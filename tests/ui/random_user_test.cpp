@@ -13,7 +13,7 @@
 namespace quillane::test {
 namespace {
 
-class RandomSession : public Window {
+class RandomUser : public Window {
  protected:
   unsigned Below(std::size_t count) { return static_cast<unsigned>(random_() % count); }
   double Between(double low, double high) {
@@ -106,7 +106,7 @@ class RandomSession : public Window {
   std::mt19937 random_{20};
 };
 
-TEST_F(RandomSession, EndsInNothingButItsOwnReports) {
+TEST_F(RandomUser, EndsInNothingButItsOwnReports) {
   const int actions = qEnvironmentVariableIntValue("QUILLANE_TEST_ACTIONS");
   for (int action = 0; action < (actions > 0 ? actions : 400); ++action) {
     Act();
