@@ -11,6 +11,7 @@ export ASAN_OPTIONS=detect_leaks=0 # leak detection cannot run under strace
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
+export GCOV_PREFIX=$work/coverage # what a killed program counted is not to be trusted
 failures=0
 fail() { echo "FAILED: $*" >&2; failures=$((failures + 1)); }
 
