@@ -21,9 +21,10 @@ class Carver {
     start_ = next_ = (next_ + kAlignment - 1) / kAlignment * kAlignment;
   }
 
+  /// A piece of `count` elements; what is returned points `guard` elements into it.
   template <class T>
-  T* Take(std::size_t count) {
-    const std::uintptr_t at = next_;
+  T* Take(std::size_t count, std::size_t guard = 0) {
+    const std::uintptr_t at = next_ + guard * sizeof(T);
     next_ += (count * sizeof(T) + kAlignment - 1) / kAlignment * kAlignment + kStagger;
     return reinterpret_cast<T*>(at);
   }
@@ -42,8 +43,9 @@ std::size_t Elements(const SkewedGrid& grid) {
 Carver Carve(GridSystem& system, std::byte* block) {
   Carver carver(block);
   const std::size_t elements = Elements(system.grid);
-  const std::ptrdiff_t guard = system.grid.GuardSlots() * kGridLanes;
-  const auto numbers = [&] { return carver.Take<double>(elements) + guard; };
+  const auto guardSlots = static_cast<std::size_t>(system.grid.GuardSlots());
+  const std::size_t guard = guardSlots * kGridLanes;
+  const auto numbers = [&] { return carver.Take<double>(elements, guard); };
   for (NodeNumbers* vector :
        {&system.x, &system.r, &system.z, &system.p, &system.q, &system.invDiag}) {
     for (double*& component : *vector) component = numbers();
@@ -51,10 +53,10 @@ Carver Carve(GridSystem& system, std::byte* block) {
   for (auto& row : system.lower) {
     for (double*& coupling : row) coupling = numbers();
   }
-  system.code = carver.Take<std::uint8_t>(elements) + guard;
-  const auto slots = static_cast<std::size_t>(system.grid.Slots() + 2 * system.grid.GuardSlots());
-  system.ordinaryForward = carver.Take<std::uint16_t>(slots) + system.grid.GuardSlots();
-  system.ordinaryBackward = carver.Take<std::uint16_t>(slots) + system.grid.GuardSlots();
+  system.code = carver.Take<std::uint8_t>(elements, guard);
+  const auto slots = static_cast<std::size_t>(system.grid.Slots()) + 2 * guardSlots;
+  system.ordinaryForward = carver.Take<std::uint16_t>(slots, guardSlots);
+  system.ordinaryBackward = carver.Take<std::uint16_t>(slots, guardSlots);
   system.unusual = {carver.Take<UnusualNode>(elements), elements};
   const auto rows = static_cast<std::size_t>(system.grid.Rows());
   system.rowTotal = carver.Take<double>(rows);
