@@ -1,8 +1,11 @@
 // The finite-element chain, step by step.
 #include "fem/analysis.h"
 
+#include <optional>
+
 #include "fem/assembly.h"
 #include "fem/element_stiffness.h"
+#include "fem/grid_solver.h"
 #include "fem/mesh.h"
 #include "fem/stress.h"
 
@@ -10,6 +13,7 @@ namespace quillane {
 namespace {
 
 SolveReport SolvePlain(Model& m) {
+  NumberEquations(m);
   AssembleStiffness(m);
   AssembleLoads(m);
   CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
@@ -23,10 +27,15 @@ SolveReport SolvePlain(Model& m) {
 
 }  // namespace
 
-SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {
+SolveReport SolveStructure(Model& model) {
   CalcElementStiffness(model);
-  NumberEquations(model);
-  const SolveReport report = SolvePlain(model);
+  NumberComponents(model);
+  const std::optional<SolveReport> report = SolveOnGrid(model, kSolverTolerance);
+  return report ? *report : SolvePlain(model);
+}
+
+SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {
+  const SolveReport report = SolveStructure(model);
   ScatterDisplacements(model);
   ElementStresses(model, model.ElementSize, model.YoungModulus, model.PoissonRatio);
   if (stressesReady) stressesReady();

@@ -11,6 +11,12 @@ namespace quillane {
 /// The solver's tolerance on the residual, and the smallest pivot of its factorization.
 inline constexpr double kSolverTolerance = 1.0e-6;
 
+/// Computes the element stiffness, numbers, assembles and solves: the displacements per equation in
+/// SolutionVector. The grid solver serves wherever it can, the plain procedures else; the arrays of
+/// the square matrix and of the row store are re-created only in the second case. Throws as the
+/// procedures it stands for.
+SolveReport SolveStructure(Model& model);
+
 /// Runs element stiffness, numbering, assembly, compression, solve, displacements, stresses and
 /// volume on the present active nodes. stressesReady, where given, is called as soon as the
 /// stresses stand. Throws RunTimeError, the model left as the failed step left it.

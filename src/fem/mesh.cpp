@@ -10,9 +10,8 @@ namespace {
 void ReDimEquationSystem(Model& model) {
   const int n = model.EquationCount;
   model.StiffnessMatrix.ReDim(n);
-  for (auto* vector : {&model.LoadVector, &model.SolutionVector, &model.DiagonalValue,
-                       &model.FactorInvDiag, &model.ResidualVector, &model.DirectionVector,
-                       &model.PrecondVector, &model.ProductVector}) {
+  for (auto* vector : {&model.DiagonalValue, &model.FactorInvDiag, &model.ResidualVector,
+                       &model.DirectionVector, &model.PrecondVector, &model.ProductVector}) {
     vector->ReDim(0, n);
   }
   for (auto* counts : {&model.UpperCount, &model.LowerCount, &model.TransposeFill}) {
@@ -78,7 +77,7 @@ void MarkActiveNodes(Model& model) {
   }
 }
 
-void NumberEquations(Model& model) {
+void NumberComponents(Model& model) {
   int count = 0;
   for (int n = 1; n <= model.NodeCount; ++n) {
     if (model.NodeActive(n) != 1) continue;
@@ -96,6 +95,12 @@ void NumberEquations(Model& model) {
       model.ElementDofs(e, 2 * k) = model.DofNumber(node, 2);
     }
   }
+  model.LoadVector.ReDim(0, count);
+  model.SolutionVector.ReDim(0, count);
+}
+
+void NumberEquations(Model& model) {
+  NumberComponents(model);
   ReDimEquationSystem(model);
 }
 

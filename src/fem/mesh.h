@@ -21,6 +21,11 @@ void BuildMesh(Model& model, int rows, int columns);
 void MarkActiveNodes(Model& model);
 
 /// Gives every free component of an active node its equation number (ascending by node, x before
+/// y), fills ElementDofs, sets EquationCount and re-creates LoadVector and SolutionVector, which is
+/// all the grid solver needs. Conditions and errors as NumberEquations.
+void NumberComponents(Model& model);
+
+/// Gives every free component of an active node its equation number (ascending by node, x before
 /// y), fills ElementDofs, sets EquationCount and re-creates all arrays of the equation system.
 /// MarkActiveNodes must have run on the present CellState. Throws RunTimeError (overflow) for more
 /// than 32767 equations.

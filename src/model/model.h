@@ -1,7 +1,9 @@
 // The one structure that holds the whole state of the program.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "model/arrays.h"
 #include "model/coupling_matrix.h"
@@ -83,6 +85,9 @@ struct Model {
   Array1<Double> PrecondVector{"PrecondVector"};
   Array1<Double> ProductVector{"ProductVector"};
   Array1<Integer> TransposeFill{"TransposeFill"};
+
+  /// Work space of the grid solver. Nothing in it outlives a solve but the allocation.
+  std::vector<std::byte> SolverSpace;
 
   // Results of the last analysis.
   Array2<Double> NodeDisp{"NodeDisp"};      ///< (0..nodes, 1..2) u, v, mm

@@ -1,0 +1,151 @@
+// One optimization step beside the factor-and-solve of library solvers on the same systems.
+#include <benchmark/benchmark.h>
+
+#include <Eigen/IterativeLinearSolvers>
+#include <Eigen/SparseCholesky>
+#include <Eigen/SparseCore>
+#include <cmath>
+#include <vector>
+
+#include "fem/analysis.h"
+#include "fem/assembly.h"
+#include "fem/element_stiffness.h"
+#include "fem/grid_kernels.h"
+#include "fem/grid_solver.h"
+#include "fem/mesh.h"
+#include "fem/stress.h"
+
+namespace {
+
+using namespace quillane;
+
+/// rows x columns cells held at the left edge, a downward force at the middle of the right one.
+Model Cantilever(int rows, int columns) {
+  Model model;
+  BuildMesh(model, rows, columns);
+  for (Integer& state : model.CellState.Raw()) state = kCellDesign;
+  for (int row = 0; row <= rows; ++row) {
+    for (int d = 1; d <= 2; ++d) model.NodeFreedom(row * (columns + 1) + 1, d) = 1;
+  }
+  model.NodeLoad((rows / 2 + 1) * (columns + 1), 2) = -1000.0;
+  MarkActiveNodes(model);
+  return model;
+}
+
+/// The largest plate with a third of its cells empty: round holes in a regular pattern.
+Model Perforated(int rows, int columns) {
+  Model model = Cantilever(rows, columns);
+  constexpr int kPitch = 14;
+  constexpr double kRadius = 4.65;
+  for (int i = 1; i <= rows; ++i) {
+    for (int j = 1; j <= columns; ++j) {
+      const double dx = (j + kPitch / 2) % kPitch - kPitch / 2 + 0.5;
+      const double dy = (i + kPitch / 2) % kPitch - kPitch / 2 + 0.5;
+      if (std::hypot(dx, dy) < kRadius) model.CellState(i, j) = kCellEmpty;
+    }
+  }
+  MarkActiveNodes(model);
+  return model;
+}
+
+Model Layout(const benchmark::State& state) {
+  const int rows = static_cast<int>(state.range(1));
+  const int columns = static_cast<int>(state.range(0));
+  return state.range(2) == 0 ? Cantilever(rows, columns) : Perforated(rows, columns);
+}
+
+/// The part of an optimization step from the new layout to its stresses.
+void Step(benchmark::State& state) {
+  Model model = Layout(state);
+  SolveReport report;
+  for (auto _ : state) {
+    MarkActiveNodes(model);
+    report = AnalyseStructure(model);
+  }
+  state.counters["equations"] = report.equations;
+  state.counters["iterations"] = report.iterations;
+}
+
+void SolvePlain(Model& m) {
+  NumberEquations(m);
+  AssembleStiffness(m);
+  AssembleLoads(m);
+  CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
+                    m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
+}
+
+/// The same part by the plain procedures.
+void PlainStep(benchmark::State& state) {
+  Model m = Layout(state);
+  for (auto _ : state) {
+    MarkActiveNodes(m);
+    CalcElementStiffness(m);
+    SolvePlain(m);
+    SolveEquations(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
+                   m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, m.LoadVector,
+                   kSolverTolerance, m.SolutionVector, m.FactorUpper, m.FactorLower,
+                   m.FactorInvDiag, m.ResidualVector, m.DirectionVector, m.PrecondVector,
+                   m.ProductVector, m.TransposeFill);
+    ScatterDisplacements(m);
+    ElementStresses(m, m.ElementSize, m.YoungModulus, m.PoissonRatio);
+    DesignVolume(m);
+  }
+}
+
+using Sparse = Eigen::SparseMatrix<double>;
+
+/// Stiffness (lower and upper triangle) and load of the model for the libraries.
+std::pair<Sparse, Eigen::VectorXd> System(Model& m) {
+  CalcElementStiffness(m);
+  SolvePlain(m);
+  std::vector<Eigen::Triplet<double>> entries;
+  const int n = m.EquationCount;
+  Eigen::VectorXd load(n);
+  for (int i = 1; i <= n; ++i) {
+    load[i - 1] = m.LoadVector(i);
+    for (const auto& entry : m.StiffnessMatrix.Row(i)) {
+      if (entry.value != 0.0) entries.emplace_back(i - 1, entry.column - 1, entry.value);
+    }
+  }
+  Sparse stiffness(n, n);
+  stiffness.setFromTriplets(entries.begin(), entries.end());
+  return {stiffness, load};
+}
+
+/// Factorization and solution by a library; iterative ones to the tolerance of ours.
+template <class Solver>
+void Library(benchmark::State& state) {
+  Model model = Layout(state);
+  const auto [stiffness, load] = System(model);
+  for (auto _ : state) {
+    Solver solver;
+    if constexpr (requires { solver.setTolerance(1e-6); }) solver.setTolerance(kSolverTolerance);
+    solver.compute(stiffness);
+    Eigen::VectorXd solution = solver.solve(load);
+    benchmark::DoNotOptimize(solution.data());
+    if (solver.info() != Eigen::Success) state.SkipWithError("the library did not solve it");
+  }
+}
+
+using DirectLDLT = Eigen::SimplicialLDLT<Sparse>;
+using DirectLLT = Eigen::SimplicialLLT<Sparse>;
+using IncompleteCholeskyCG =
+    Eigen::ConjugateGradient<Sparse, Eigen::Lower, Eigen::IncompleteCholesky<double>>;
+using JacobiCG = Eigen::ConjugateGradient<Sparse, Eigen::Lower | Eigen::Upper>;
+
+/// Columns, rows, and whether a third of the cells is empty.
+void Sizes(benchmark::internal::Benchmark* bench) {
+  bench->Args({20, 20, 0})->Args({40, 20, 0})->Args({63, 63, 0})->Args({127, 126, 0});
+  bench->Args({127, 126, 1})->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(Step)->Apply(Sizes);
+BENCHMARK(PlainStep)->Apply(Sizes);
+BENCHMARK(Library<DirectLDLT>)->Name("EigenLDLT")->Apply(Sizes);
+BENCHMARK(Library<DirectLLT>)->Name("EigenLLT")->Apply(Sizes);
+BENCHMARK(Library<IncompleteCholeskyCG>)->Name("EigenIncompleteCholeskyCG")->Apply(Sizes);
+BENCHMARK(Library<JacobiCG>)->Name("EigenJacobiCG")->Apply(Sizes);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,61 @@
+// What the kernels of the grid solver share, compiled once per vector length.
+#if defined(QUILLANE_FEM_GRID_LANES_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef QUILLANE_FEM_GRID_LANES_INL_H_
+#undef QUILLANE_FEM_GRID_LANES_INL_H_
+#else
+#define QUILLANE_FEM_GRID_LANES_INL_H_
+#endif
+
+#include "fem/grid_system.h"
+#include "hwy/highway.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace quillane {
+namespace HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Tag = hn::ScalableTag<double>;
+using Lanes = hn::Vec<Tag>;
+constexpr Tag kTag;
+
+/// Numbers per vector, and vectors per slot.
+constexpr std::ptrdiff_t kWidth = HWY_LANES(double);
+constexpr std::ptrdiff_t kVectors = kGridLanes / kWidth;
+
+/// u and v of one vector's nodes.
+struct Nodes {
+  Lanes u, v;
+};
+
+HWY_INLINE Nodes LoadNodes(const NodeNumbers& numbers, std::ptrdiff_t at) {
+  return {hn::Load(kTag, numbers[0] + at), hn::Load(kTag, numbers[1] + at)};
+}
+/// For neighbours in other lanes.
+HWY_INLINE Nodes LoadShifted(const NodeNumbers& numbers, std::ptrdiff_t at) {
+  return {hn::LoadU(kTag, numbers[0] + at), hn::LoadU(kTag, numbers[1] + at)};
+}
+HWY_INLINE void StoreNodes(const Nodes& nodes, const NodeNumbers& numbers, std::ptrdiff_t at) {
+  hn::Store(nodes.u, kTag, numbers[0] + at);
+  hn::Store(nodes.v, kTag, numbers[1] + at);
+}
+
+/// sum - factor * value and sum + factor * value, both rounded twice: never a fused operation.
+HWY_INLINE Lanes Minus(Lanes sum, Lanes factor, Lanes value) {
+  return hn::Sub(sum, hn::Mul(factor, value));
+}
+HWY_INLINE Lanes Plus(Lanes sum, Lanes factor, Lanes value) {
+  return hn::Add(sum, hn::Mul(factor, value));
+}
+
+/// True if the lanes of vector `vector` of a slot are all set in the slot's bits.
+HWY_INLINE bool AllSet(unsigned bits, std::ptrdiff_t vector) {
+  constexpr unsigned kAll = (1U << kWidth) - 1U;
+  return ((bits >> (vector * kWidth)) & kAll) == kAll;
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace quillane
+HWY_AFTER_NAMESPACE();
+
+#endif
