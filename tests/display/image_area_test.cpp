@@ -8,10 +8,8 @@
 #include <set>
 
 #include "display/palette.h"
-#include "display/picture.h"
 #include "display/result_maps.h"
 #include "model/run_time_error.h"
-#include "support/plates.h"
 
 namespace quillane {
 namespace {
@@ -88,17 +86,6 @@ TEST(ImageArea, NothingDrawnAnywhereIsUndefined) {
   area.FillBox(-1e300, -1e300, 1e300, 1e300);
   EXPECT_EQ(ColorsOf(area.Image()), std::set{Rgb(kRed)});
   EXPECT_THROW(area.Resize(100000, 100000, 1), RunTimeError);
-
-  Model model = test::Cantilever(3, 3);
-  model.NodeXY(5, 1) = 1e300;
-  model.NodeXY(6, 2) = -kInfinity;
-  model.NodeLoad(6, 1) = 1e308;
-  model.NodeFreedom(5, 2) = 1;
-  model.DomainX2 = std::numeric_limits<Single>::max();
-  model.ElementSize = 0.05F;  // 20000 lines to each side
-  for (const PictureKind kind : {PictureKind::kModel, PictureKind::kPotential}) {
-    EXPECT_EQ(RenderPicture(model, kind, 400, 300).size(), QSize(400, 300));
-  }
 }
 
 }  // namespace

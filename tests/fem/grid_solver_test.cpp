@@ -68,13 +68,6 @@ void ExpectSameBits(const Model& model, bool servedByGrid = true) {
   hwy::SetSupportedTargetsForTest(0);
 }
 
-void Mark(Model& model, int row1, int column1, int row2, int column2, Integer state) {
-  for (int i = row1; i <= row2; ++i) {
-    for (int j = column1; j <= column2; ++j) model.CellState(i, j) = state;
-  }
-  MarkActiveNodes(model);
-}
-
 TEST(GridSolver, FullPlatesOfEveryProportion) {
   const int sizes[][2] = {{1, 1},   {1, 70},  {70, 1},  {3, 5},  {15, 15},
                           {16, 47}, {17, 48}, {33, 49}, {40, 20}};
@@ -85,19 +78,6 @@ TEST(GridSolver, FullPlatesOfEveryProportion) {
     model.PoissonRatio = 1.0 / 3.0;  // one more coupling vanishes, or almost
     ExpectSameBits(model);
   }
-}
-
-TEST(GridSolver, HolesIslandsAndMixedSupports) {
-  Model model = test::Cantilever(30, 50);
-  Mark(model, 5, 10, 20, 17, kCellEmpty);
-  Mark(model, 10, 12, 12, 14, kCellDesign);  // an island that nothing holds
-  Mark(model, 1, 30, 30, 30, kCellCutOut);   // and a half that nothing holds
-  Mark(model, 15, 30, 15, 30, kCellNonDesign);
-  for (int row = 1; row <= 31; row += 2) {
-    model.NodeFreedom(test::Node(model, row, 51), 1) = 1;
-    model.NodeFreedom(test::Node(model, row, 40), 2) = 1;
-  }
-  ExpectSameBits(model);
 }
 
 TEST(GridSolver, RandomLayouts) {

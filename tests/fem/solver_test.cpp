@@ -111,15 +111,6 @@ TEST(Solver, SmallPivotsAreReplacedByTheTolerance) {
   }
 }
 
-TEST(Solver, AnUnheldPlateEndsWithoutConvergenceOrWithAnError) {
-  Model model = test::Plate(3, 4);
-  model.NodeLoad(5, 2) = 100;  // no equilibrium without supports
-  test::Assemble(model);
-  const SolveReport report = test::SolveAssembled(model, kSolverTolerance);
-  EXPECT_FALSE(report.converged);
-  EXPECT_EQ(report.iterations, model.EquationCount + 10);
-}
-
 void LoadTip(Model& model, double force) { model.NodeLoad(test::Node(model, 3, 7), 2) = force; }
 
 TEST(Failures, EachStopsAtItsStatementInPlainWords) {
