@@ -6,6 +6,9 @@
 #define QUILLANE_FEM_GRID_LANES_INL_H_
 #endif
 
+#include <cstddef>
+#include <utility>
+
 #include "fem/grid_system.h"
 #include "hwy/highway.h"
 
@@ -22,6 +25,17 @@ constexpr Tag kTag;
 /// Numbers per vector, and vectors per slot.
 constexpr std::ptrdiff_t kWidth = HWY_LANES(double);
 constexpr std::ptrdiff_t kVectors = kGridLanes / kWidth;
+
+/// Calls body(h) for every vector of a slot with h a constant, so that arrays over h stay in
+/// registers.
+template <class Body, std::ptrdiff_t... H>
+HWY_INLINE void ForVectors(std::integer_sequence<std::ptrdiff_t, H...>, const Body& body) {
+  (body(std::integral_constant<std::ptrdiff_t, H>{}), ...);
+}
+template <class Body>
+HWY_INLINE void ForVectors(const Body& body) {
+  ForVectors(std::make_integer_sequence<std::ptrdiff_t, kVectors>{}, body);
+}
 
 /// u and v of one vector's nodes.
 struct Nodes {
@@ -53,6 +67,32 @@ HWY_INLINE bool AllSet(unsigned bits, std::ptrdiff_t vector) {
   constexpr unsigned kAll = (1U << kWidth) - 1U;
   return ((bits >> (vector * kWidth)) & kAll) == kAll;
 }
+
+/// Rough sums of products, and of the products' sizes, over each segment.
+class SegmentSums {
+ public:
+  HWY_INLINE void Add(std::ptrdiff_t h, const Nodes& a, const Nodes& b) {
+    Add(h, hn::Mul(a.u, b.u));
+    Add(h, hn::Mul(a.v, b.v));
+  }
+  HWY_INLINE void End(const GridSystem& system, std::ptrdiff_t segment) {
+    ForVectors([&](auto h) {
+      const std::ptrdiff_t at = segment * kGridLanes + h * kWidth;
+      hn::Store(total_[h], kTag, system.segmentTotal + at);
+      hn::Store(size_[h], kTag, system.segmentSize + at);
+      total_[h] = size_[h] = hn::Zero(kTag);
+    });
+  }
+
+ private:
+  HWY_INLINE void Add(std::ptrdiff_t h, Lanes term) {
+    total_[h] = hn::Add(total_[h], term);
+    size_[h] = hn::Add(size_[h], hn::Abs(term));
+  }
+
+  Lanes total_[kVectors] = {};
+  Lanes size_[kVectors] = {};
+};
 
 }  // namespace HWY_NAMESPACE
 }  // namespace quillane

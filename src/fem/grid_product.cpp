@@ -118,25 +118,53 @@ HWY_INLINE void Advance(const GridSystem& system, Lanes alpha, Lanes beta, std::
   }
 }
 
-/// The product's row of one node, from its own couplings.
-HWY_INLINE void MultiplyUnusual(const GridSystem& system, const UnusualNode& node) {
-  const bool used[2] = {(node.code & kEquationU) != 0, (node.code & kEquationV) != 0};
-  const auto& rows = system.stiffness[node.code & kAllCells];
-  double sum[2] = {0.0, 0.0};
-  if (used[0] || used[1]) {
-    std::size_t m = 0;
+/// The product's rows of nodes that are not ordinary, each from its own couplings.
+class UnusualProduct {
+ public:
+  explicit UnusualProduct(const GridSystem& system)
+      : u_(system.p[0]),
+        v_(system.p[1]),
+        q_(system.q),
+        rows_(system.stiffness),
+        next_(system.unusual) {
+    std::size_t node = 0;
     for (int up = -1; up <= 1; ++up) {
-      for (int right = -1; right <= 1; ++right, m += 2) {
-        const std::ptrdiff_t at = node.at + system.grid.Offset(up, right);
-        for (std::size_t c = 0; c < 2; ++c) {
-          sum[c] += rows[c][m] * system.p[0][at];
-          sum[c] += rows[c][m + 1] * system.p[1][at];
-        }
-      }
+      for (int right = -1; right <= 1; ++right) offset_[node++] = system.grid.Offset(up, right);
     }
   }
-  for (std::size_t c = 0; c < 2; ++c) system.q[c][node.at] = used[c] ? sum[c] : 0.0;
-}
+
+  /// All nodes before the element `end` that have not had their turn.
+  void Multiply(std::ptrdiff_t end) {
+    std::size_t done = 0;
+    for (; done < next_.size() && next_[done].at < end; ++done) {
+      const UnusualNode& node = next_[done];
+      const auto& [rowU, rowV] = rows_[node.code & kAllCells];
+      double sumU = 0.0;
+      double sumV = 0.0;
+      if (node.code > kAllCells) {
+        for (std::size_t k = 0; k < 9; ++k) {
+          const double u = u_[node.at + offset_[k]];
+          const double v = v_[node.at + offset_[k]];
+          sumU += rowU[2 * k] * u;
+          sumV += rowV[2 * k] * u;
+          sumU += rowU[2 * k + 1] * v;
+          sumV += rowV[2 * k + 1] * v;
+        }
+      }
+      q_[0][node.at] = (node.code & kEquationU) != 0 ? sumU : 0.0;
+      q_[1][node.at] = (node.code & kEquationV) != 0 ? sumV : 0.0;
+    }
+    next_ = next_.subspan(done);
+  }
+
+ private:
+  const double* u_;
+  const double* v_;
+  NodeNumbers q_;
+  const StiffnessRows& rows_;
+  std::span<const UnusualNode> next_;
+  std::ptrdiff_t offset_[9];
+};
 
 void Direction(GridSystem& system, double alpha, double beta) {
   const Constants constants(system);
@@ -145,16 +173,28 @@ void Direction(GridSystem& system, double alpha, double beta) {
   const std::ptrdiff_t end = system.grid.Slots();
   const std::ptrdiff_t lead = system.grid.GuardSlots() + kStrip;
   std::ptrdiff_t advanced = 0;
-  auto unusual = system.unusual.begin();
-  for (std::ptrdiff_t from = 0; from < end; from += kStrip) {
-    const std::ptrdiff_t to = std::min(from + kStrip, end);
-    const std::ptrdiff_t next = std::min(to + lead, end);
-    Advance(system, step, factor, advanced, next);
-    advanced = next;
-    MultiplyOrdinary(system, constants, from, to);
-    for (; unusual != system.unusual.end() && unusual->at < to * kGridLanes; ++unusual) {
-      MultiplyUnusual(system, *unusual);
+  UnusualProduct unusual(system);
+  SegmentSums products;
+  std::ptrdiff_t multiplied = 0;
+  std::ptrdiff_t t = 0;
+  for (std::ptrdiff_t segment = 0; segment < system.grid.Segments(); ++segment) {
+    const std::ptrdiff_t segmentEnd = system.grid.Start(segment + 1);
+    while (multiplied < segmentEnd) {
+      const std::ptrdiff_t to = std::min(multiplied + kStrip, end);
+      const std::ptrdiff_t next = std::min(to + lead, end);
+      Advance(system, step, factor, advanced, next);
+      advanced = next;
+      MultiplyOrdinary(system, constants, multiplied, to);
+      unusual.Multiply(to * kGridLanes);
+      multiplied = to;
     }
+    for (; t < segmentEnd; ++t) {
+      ForVectors([&](auto h) {
+        const std::ptrdiff_t at = t * kGridLanes + h * kWidth;
+        products.Add(h, LoadNodes(system.p, at), LoadNodes(system.q, at));
+      });
+    }
+    products.End(system, segment);
   }
 }
 

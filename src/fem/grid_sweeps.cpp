@@ -89,29 +89,31 @@ void Forward(GridSystem& system, double alpha) {
   const Factor lower = system.lower;
   const NodeNumbers invDiag = system.invDiag, r = system.r, q = system.q, z = system.z;
   const std::ptrdiff_t lowerRight = system.grid.Offset(-1, 1);
-  const std::ptrdiff_t end = system.grid.Slots();
   Passed passed[kVectors];
-  for (std::ptrdiff_t h = 0; h < kVectors; ++h) {
-    const Nodes zero{hn::Zero(kTag), hn::Zero(kTag)};
-    passed[h] = {zero, zero, zero, zero};
-  }
-  for (std::ptrdiff_t t = 0; t < end; ++t) {
-    const unsigned ordinary = system.ordinaryForward[t];
-#pragma GCC unroll 8
-    for (std::ptrdiff_t h = 0; h < kVectors; ++h) {
-      const std::ptrdiff_t at = t * kGridLanes + h * kWidth;
-      const Nodes product = LoadNodes(q, at);
-      Nodes residual = LoadNodes(r, at);
-      residual = {Minus(residual.u, step, product.u), Minus(residual.v, step, product.v)};
-      StoreNodes(residual, r, at);
-      Passed& around = passed[h];
-      around.lowerRight = LoadShifted(z, at + lowerRight);
-      const Nodes result = AllSet(ordinary, h)
-                               ? ForwardOrdinary(lower, invDiag, constants, around, residual, at)
-                               : ForwardAny(lower, invDiag, around, residual, at);
-      StoreNodes(result, z, at);
-      around = {around.lower, around.lowerRight, around.lowerRight, result};
+  const Nodes zero{hn::Zero(kTag), hn::Zero(kTag)};
+  ForVectors([&](auto h) { passed[h] = {zero, zero, zero, zero}; });
+  SegmentSums squares;
+  std::ptrdiff_t t = 0;
+  for (std::ptrdiff_t segment = 0; segment < system.grid.Segments(); ++segment) {
+    for (const std::ptrdiff_t end = system.grid.Start(segment + 1); t < end; ++t) {
+      const unsigned ordinary = system.ordinaryForward[t];
+      ForVectors([&](auto h) {
+        const std::ptrdiff_t at = t * kGridLanes + h * kWidth;
+        const Nodes product = LoadNodes(q, at);
+        Nodes residual = LoadNodes(r, at);
+        residual = {Minus(residual.u, step, product.u), Minus(residual.v, step, product.v)};
+        StoreNodes(residual, r, at);
+        squares.Add(h, residual, residual);
+        Passed& around = passed[h];
+        around.lowerRight = LoadShifted(z, at + lowerRight);
+        const Nodes result = AllSet(ordinary, h)
+                                 ? ForwardOrdinary(lower, invDiag, constants, around, residual, at)
+                                 : ForwardAny(lower, invDiag, around, residual, at);
+        StoreNodes(result, z, at);
+        around = {around.lower, around.lowerRight, around.lowerRight, result};
+      });
     }
+    squares.End(system, segment);
   }
 }
 
@@ -174,27 +176,31 @@ void Backward(GridSystem& system) {
   const SkewedGrid& grid = system.grid;
   const Above offset{grid.Offset(0, 1), grid.Offset(1, -1), grid.Offset(1, 0), grid.Offset(1, 1)};
   PassedAbove passed[kVectors];
-  for (std::ptrdiff_t h = 0; h < kVectors; ++h) {
-    const Nodes zero{hn::Zero(kTag), hn::Zero(kTag)};
-    passed[h] = {zero, zero, zero, zero};
-  }
-  for (std::ptrdiff_t t = grid.Slots() - 1; t >= 0; --t) {
-    const unsigned ordinary = system.ordinaryBackward[t];
-#pragma GCC unroll 8
-    for (std::ptrdiff_t h = 0; h < kVectors; ++h) {
-      const std::ptrdiff_t at = t * kGridLanes + h * kWidth;
-      const Above place{at + offset.right, at + offset.upperLeft, at + offset.upper,
-                        at + offset.upperRight};
-      PassedAbove& above = passed[h];
-      above.upperLeft = LoadShifted(z, place.upperLeft);
-      const Nodes forward = LoadNodes(z, at);
-      const Nodes result =
-          AllSet(ordinary, h)
-              ? BackwardOrdinary(lower, invDiag, constants, above, forward, place, at)
-              : BackwardAny(lower, invDiag, above, forward, place, at);
-      StoreNodes(result, z, at);
-      above = {result, above.upperLeft, above.upperLeft, above.upper};
+  const Nodes zero{hn::Zero(kTag), hn::Zero(kTag)};
+  ForVectors([&](auto h) { passed[h] = {zero, zero, zero, zero}; });
+  SegmentSums products;
+  std::ptrdiff_t t = grid.Slots();
+  for (std::ptrdiff_t segment = grid.Segments() - 1; segment >= 0; --segment) {
+    for (const std::ptrdiff_t start = grid.Start(segment); t > start;) {
+      --t;
+      const unsigned ordinary = system.ordinaryBackward[t];
+      ForVectors([&](auto h) {
+        const std::ptrdiff_t at = t * kGridLanes + h * kWidth;
+        const Above place{at + offset.right, at + offset.upperLeft, at + offset.upper,
+                          at + offset.upperRight};
+        PassedAbove& above = passed[h];
+        above.upperLeft = LoadShifted(z, place.upperLeft);
+        const Nodes forward = LoadNodes(z, at);
+        const Nodes result =
+            AllSet(ordinary, h)
+                ? BackwardOrdinary(lower, invDiag, constants, above, forward, place, at)
+                : BackwardAny(lower, invDiag, above, forward, place, at);
+        StoreNodes(result, z, at);
+        products.Add(h, result, LoadNodes(system.r, at));
+        above = {result, above.upperLeft, above.upperLeft, above.upper};
+      });
     }
+    products.End(system, segment);
   }
 }
 

@@ -14,6 +14,9 @@ constexpr std::size_t kAlignment = 64;
 /// Arrays of equal length would otherwise all start in the same set of the first-level cache.
 constexpr std::size_t kStagger = 5 * kAlignment;
 
+/// Elements per node beyond which a large grid, of few columns, is not worth the space.
+constexpr std::size_t kSparestLayout = 3;
+
 /// Hands out aligned pieces of a block of bytes; with no block it only adds up their sizes.
 class Carver {
  public:
@@ -58,9 +61,11 @@ Carver Carve(GridSystem& system, std::byte* block) {
   system.ordinaryForward = carver.Take<std::uint16_t>(slots, guardSlots);
   system.ordinaryBackward = carver.Take<std::uint16_t>(slots, guardSlots);
   system.unusual = {carver.Take<UnusualNode>(elements), elements};
-  const auto rows = static_cast<std::size_t>(system.grid.Rows());
-  system.rowTotal = carver.Take<double>(rows);
-  system.rowSize = carver.Take<double>(rows);
+  const auto pieces = static_cast<std::size_t>(system.grid.Segments() * kGridLanes);
+  for (double** numbersOfPieces :
+       {&system.segmentTotal, &system.segmentSize, &system.segmentLimit}) {
+    *numbersOfPieces = carver.Take<double>(pieces);
+  }
   return carver;
 }
 
@@ -97,12 +102,12 @@ bool IsDenselyNumbered(const Model& model) {
       model.NodeLoad.First() != nodes || model.NodeLoad.Second() != components) {
     return false;
   }
+  const auto numbersU = model.DofNumber.Column(1);
+  const auto numbersV = model.DofNumber.Column(2);
   int count = 0;
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    for (int d = 1; d <= 2; ++d) {
-      const int equation = model.DofNumber(n, d);
-      if (equation != 0 && equation != ++count) return false;
-    }
+  for (std::size_t n = 1; n < numbersU.size(); ++n) {
+    if (numbersU[n] != 0 && numbersU[n] != ++count) return false;
+    if (numbersV[n] != 0 && numbersV[n] != ++count) return false;
   }
   return count == model.EquationCount;
 }
@@ -188,13 +193,15 @@ void WriteCodes(const Model& model, GridSystem& system) {
       code[up + right] |= kCellLowerLeft;
     }
   }
-  int node = 0;
+  const auto numbersU = model.DofNumber.Column(1);
+  const auto numbersV = model.DofNumber.Column(2);
+  std::size_t node = 0;
   for (int i = 0; i < grid.Rows(); ++i) {
     std::uint8_t* code = system.code + grid.At(i, 0);
     for (int j = 0; j < grid.Columns(); ++j, code += right) {
       ++node;
-      if (model.DofNumber(node, 1) != 0) *code |= kEquationU;
-      if (model.DofNumber(node, 2) != 0) *code |= kEquationV;
+      if (numbersU[node] != 0) *code |= kEquationU;
+      if (numbersV[node] != 0) *code |= kEquationV;
     }
   }
 }
@@ -260,6 +267,9 @@ std::optional<GridSystem> LayOutGrid(Model& model, double tolerance) {
   system.stiffness = SumStiffness(model.ElementStiffness);
   if (!HasOrdinaryForm(system.stiffness)) return std::nullopt;
   system.grid = SkewedGrid(model.CellRowCount + 1, model.CellColumnCount + 1);
+  if (Elements(system.grid) > kSparestLayout * static_cast<std::size_t>(model.NodeCount) + 8192) {
+    return std::nullopt;
+  }
   system.tolerance = tolerance;
   const std::size_t bytes = Carve(system, nullptr).Taken();
   try {

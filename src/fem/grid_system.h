@@ -62,8 +62,10 @@ struct GridSystem {
   std::uint16_t* ordinaryForward = nullptr;
   std::uint16_t* ordinaryBackward = nullptr;
   std::span<UnusualNode> unusual;  ///< ascending
-  double* rowTotal = nullptr;      ///< sums along grid rows, any order of addition
-  double* rowSize = nullptr;       ///< the same of absolute values
+  // Per segment and lane: what one row's piece adds to a sum of products, and bounds for it.
+  double* segmentTotal = nullptr;
+  double* segmentSize = nullptr;
+  double* segmentLimit = nullptr;
 };
 
 /// Lays the model's numbered equations out. Empty when the model's mesh is not the regular grid

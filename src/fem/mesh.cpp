@@ -1,6 +1,8 @@
 // Mesh layout and equation numbering.
 #include "fem/mesh.h"
 
+#include <algorithm>
+
 #include "model/numbers.h"
 
 namespace quillane {
@@ -60,16 +62,11 @@ void BuildMesh(Model& model, int rows, int columns) {
 }
 
 void MarkActiveNodes(Model& model) {
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    model.NodeActive(n) = 0;
-    model.DofNumber(n, 1) = 0;
-    model.DofNumber(n, 2) = 0;
-  }
-  for (int e = 1; e <= model.ElementCount; ++e) {
-    for (int k = 1; k <= 8; ++k) model.ElementDofs(e, k) = 0;
-  }
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
+  std::ranges::fill(model.NodeActive.Raw(), Integer{0});
+  std::ranges::fill(model.DofNumber.Raw(), Integer{0});
+  std::ranges::fill(model.ElementDofs.Raw(), Integer{0});
+  for (int j = 1; j <= model.CellColumnCount; ++j) {
+    for (int i = 1; i <= model.CellRowCount; ++i) {
       if (model.CellState(i, j) <= 0) continue;
       const int e = ElementOfCell(model, i, j);
       for (int k = 1; k <= 4; ++k) model.NodeActive(model.ElementNodes(e, k)) = 1;
@@ -79,20 +76,32 @@ void MarkActiveNodes(Model& model) {
 
 void NumberComponents(Model& model) {
   int count = 0;
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    if (model.NodeActive(n) != 1) continue;
-    for (int d = 1; d <= 2; ++d) {
-      if (model.NodeFreedom(n, d) != 0) continue;
-      ++count;
-      model.DofNumber(n, d) = ToInteger(count, "the number of equations (the grid is too large)");
+  const auto number = [&count](Integer freedom, Integer& equation) {
+    if (freedom != 0) return;
+    ++count;
+    if (count > kIntegerMax) ToInteger(count, "the number of equations (the grid is too large)");
+    equation = static_cast<Integer>(count);
+  };
+  if (model.NodeCount > 0) {
+    const auto freedomX = model.NodeFreedom.Column(1), freedomY = model.NodeFreedom.Column(2);
+    const auto numberX = model.DofNumber.Column(1), numberY = model.DofNumber.Column(2);
+    for (std::size_t n = 1; n < numberX.size(); ++n) {
+      if (model.NodeActive(static_cast<int>(n)) != 1) continue;
+      number(freedomX[n], numberX[n]);
+      number(freedomY[n], numberY[n]);
     }
   }
   model.EquationCount = static_cast<Integer>(count);
-  for (int e = 1; e <= model.ElementCount; ++e) {
-    for (int k = 1; k <= 4; ++k) {
-      const int node = model.ElementNodes(e, k);
-      model.ElementDofs(e, 2 * k - 1) = model.DofNumber(node, 1);
-      model.ElementDofs(e, 2 * k) = model.DofNumber(node, 2);
+  for (int k = 1; k <= 4 && model.ElementCount > 0; ++k) {
+    for (int d = 1; d <= 2; ++d) {
+      const auto nodes = model.ElementNodes.Column(k);
+      const auto numbers = model.DofNumber.Column(d);
+      const auto dofs = model.ElementDofs.Column(2 * k - 2 + d);
+      for (std::size_t e = 1; e < dofs.size(); ++e) {
+        const auto node = static_cast<std::size_t>(nodes[e]);  // a negative one is large
+        if (node >= numbers.size()) (void)model.DofNumber(nodes[e], d);
+        dofs[e] = numbers[node];
+      }
     }
   }
   model.LoadVector.ReDim(0, count);

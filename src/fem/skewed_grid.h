@@ -23,12 +23,15 @@ class SkewedGrid {
   int Rows() const { return rows_; }
   int Columns() const { return columns_; }
 
-  /// Slots from the first node's to the last one's, and the slots to keep zero before and after.
+  /// Slots from the first node's to the last one's, segments of them (see Start), and the slots to
+  /// keep zero before and after.
   std::ptrdiff_t Slots() const { return Start(rows_ - 1) + rowSlots_; }
+  std::ptrdiff_t Segments() const { return rows_ + kGridLanes - 1; }
   std::ptrdiff_t GuardSlots() const { return skew_ + 3; }
 
-  /// Slot in which a row's first node stands. Rows past the last one are allowed. From Start(row)
-  /// on, lane row mod kGridLanes belongs to that row; until then to row - kGridLanes.
+  /// Slot in which a row's first node stands. Rows past the last one are allowed. The slots from
+  /// Start(k) to Start(k + 1) form segment k, in which lane k mod kGridLanes begins row k; a row
+  /// runs through kGridLanes segments.
   std::ptrdiff_t Start(std::ptrdiff_t row) const {
     return rowSlots_ * (row / kGridLanes) + skew_ * (row % kGridLanes);
   }

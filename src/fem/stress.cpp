@@ -55,24 +55,41 @@ Strain Product(const std::array<std::array<double, Columns>, 3>& matrix,
   return result;
 }
 
-std::array<double, 8> ElementDisplacements(const Model& model, int element) {
-  std::array<double, 8> d{};
-  for (int k = 1; k <= 4; ++k) {
-    const int node = model.ElementNodes(element, k);
-    const auto at = 2 * static_cast<std::size_t>(k - 1);
-    d[at] = model.NodeDisp(node, 1);
-    d[at + 1] = model.NodeDisp(node, 2);
+/// Gathers u1 v1 u2 v2 ... of an element, with one check of each subscript.
+class ElementDisplacements {
+ public:
+  explicit ElementDisplacements(const Model& model) : model_(model) {
+    if (model.ElementCount < 1 || model.NodeCount < 1) return;  // then no subscript passes
+    for (int k = 1; k <= 4; ++k) nodes_[k - 1] = model.ElementNodes.Column(k).data();
+    for (int d = 1; d <= 2; ++d) components_[d - 1] = model.NodeDisp.Column(d).data();
   }
-  return d;
-}
+
+  std::array<double, 8> operator()(int element) const {
+    if (!model_.ElementNodes.First().Contains(element)) (void)model_.ElementNodes(element, 1);
+    std::array<double, 8> d;
+    for (std::size_t k = 0; k < 4; ++k) {
+      const int node = nodes_[k][element];
+      if (!model_.NodeDisp.First().Contains(node)) (void)model_.NodeDisp(node, 1);
+      d[2 * k] = components_[0][node];
+      d[2 * k + 1] = components_[1][node];
+    }
+    return d;
+  }
+
+ private:
+  const Model& model_;
+  const Integer* nodes_[4] = {};
+  const Double* components_[2] = {};
+};
 
 }  // namespace
 
 void ScatterDisplacements(Model& model) {
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    for (int d = 1; d <= 2; ++d) {
-      const int equation = model.DofNumber(n, d);
-      model.NodeDisp(n, d) = equation == 0 ? 0.0 : model.SolutionVector(equation);
+  for (int d = 1; d <= 2 && model.NodeCount > 0; ++d) {
+    const auto numbers = model.DofNumber.Column(d);
+    const auto displacements = model.NodeDisp.Column(d);
+    for (std::size_t n = 1; n < numbers.size(); ++n) {
+      displacements[n] = numbers[n] == 0 ? 0.0 : model.SolutionVector(numbers[n]);
     }
   }
 }
@@ -80,6 +97,7 @@ void ScatterDisplacements(Model& model) {
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio) {
   const StrainMatrix b = StrainAtCentre(elementSize);
   const ElasticityMatrix elasticity = PlaneStress(youngModulus, poissonRatio);
+  const ElementDisplacements displacements(model);
   model.MaxStress = 0.0;
   model.MinStress = 1.0e10;
   double sum = 0.0;
@@ -88,7 +106,7 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       model.CellStress(i, j) = 0.0;
       if (model.CellState(i, j) <= 0) continue;
-      const Strain strain = Product(b, ElementDisplacements(model, ElementOfCell(model, i, j)));
+      const Strain strain = Product(b, displacements(ElementOfCell(model, i, j)));
       const double stress = Finite(VonMises(Product(elasticity, strain)), "an element's stress");
       model.CellStress(i, j) = stress;
       sum += stress;
@@ -103,10 +121,8 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
 
 void DesignVolume(Model& model) {
   model.Volume = 0.0;
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) > 0) model.Volume += 1.0;
-    }
+  for (const Integer state : model.CellState.Raw()) {
+    if (state > 0) model.Volume += 1.0;
   }
   const double edge = double{model.ElementSize};
   model.Volume = Finite(edge * edge * model.Thickness * model.Volume, "the volume");

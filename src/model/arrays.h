@@ -99,6 +99,10 @@ class Array2 {
   T& operator()(int i, int j) { return values_[Offset(i, j)]; }
   const T& operator()(int i, int j) const { return values_[Offset(i, j)]; }
 
+  /// The elements of one second index in order of the first, for inner loops after this one check.
+  std::span<T> Column(int j) { return {&(*this)(first_.lower, j), first_.Size()}; }
+  std::span<const T> Column(int j) const { return {&(*this)(first_.lower, j), first_.Size()}; }
+
   IndexRange First() const { return first_; }
   IndexRange Second() const { return second_; }
   const char* Name() const { return name_; }
