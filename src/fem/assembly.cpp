@@ -23,9 +23,9 @@ void AssembleStiffness(Model& model) {
 }
 
 void AssembleLoads(Model& model) {
-  for (int d = 1; d <= 2 && model.NodeCount > 0; ++d) {
-    const auto numbers = model.DofNumber.Column(d);
-    const auto loads = model.NodeLoad.Column(d);
+  for (int d = 1; d <= 2; ++d) {
+    const auto numbers = model.DofNumber.Column(d, model.NodeCount);
+    const auto loads = model.NodeLoad.Column(d, model.NodeCount);
     for (std::size_t n = 1; n < numbers.size(); ++n) {
       if (numbers[n] != 0) model.LoadVector(numbers[n]) = loads[n];
     }

@@ -17,7 +17,14 @@ void ForwardPass(GridSystem& system, double alpha);
 /// The backward half of z = M^-1 r.
 void BackwardPass(GridSystem& system);
 
-/// The sum of a(i) b(i) over all equations, added one by one in ascending order.
-double OrderedSum(GridSystem& system, const ConstNodeNumbers& a, const ConstNodeNumbers& b);
+/// The sum of p(i) q(i) over all equations, added one by one in ascending order. To follow
+/// DirectionPass.
+double DirectionTimesProduct(const GridSystem& system);
+
+/// The sums of r(i) r(i) and of r(i) z(i), likewise. To follow ForwardPass and BackwardPass.
+struct ResidualSums {
+  double squared, preconditioned;
+};
+ResidualSums SumResiduals(const GridSystem& system);
 
 }  // namespace quillane

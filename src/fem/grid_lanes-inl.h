@@ -75,11 +75,11 @@ class SegmentSums {
     Add(h, hn::Mul(a.u, b.u));
     Add(h, hn::Mul(a.v, b.v));
   }
-  HWY_INLINE void End(const GridSystem& system, std::ptrdiff_t segment) {
+  HWY_INLINE void End(const SumPieces& pieces, std::ptrdiff_t segment) {
     ForVectors([&](auto h) {
       const std::ptrdiff_t at = segment * kGridLanes + h * kWidth;
-      hn::Store(total_[h], kTag, system.segmentTotal + at);
-      hn::Store(size_[h], kTag, system.segmentSize + at);
+      hn::Store(total_[h], kTag, pieces.total + at);
+      hn::Store(size_[h], kTag, pieces.size + at);
       total_[h] = size_[h] = hn::Zero(kTag);
     });
   }

@@ -194,7 +194,7 @@ void Direction(GridSystem& system, double alpha, double beta) {
         products.Add(h, LoadNodes(system.p, at), LoadNodes(system.q, at));
       });
     }
-    products.End(system, segment);
+    products.End(system.pieces[0], segment);
   }
 }
 

@@ -113,7 +113,7 @@ void Forward(GridSystem& system, double alpha) {
         around = {around.lower, around.lowerRight, around.lowerRight, result};
       });
     }
-    squares.End(system, segment);
+    squares.End(system.pieces[0], segment);
   }
 }
 
@@ -200,7 +200,7 @@ void Backward(GridSystem& system) {
         above = {result, above.upperLeft, above.upperLeft, above.upper};
       });
     }
-    products.End(system, segment);
+    products.End(system.pieces[1], segment);
   }
 }
 

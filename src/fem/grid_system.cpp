@@ -49,10 +49,10 @@ Carver Carve(GridSystem& system, std::byte* block) {
   const auto guardSlots = static_cast<std::size_t>(system.grid.GuardSlots());
   const std::size_t guard = guardSlots * kGridLanes;
   const auto numbers = [&] { return carver.Take<double>(elements, guard); };
-  for (NodeNumbers* vector :
-       {&system.x, &system.r, &system.z, &system.p, &system.q, &system.invDiag}) {
+  for (NodeNumbers* vector : {&system.x, &system.r, &system.z, &system.p, &system.invDiag}) {
     for (double*& component : *vector) component = numbers();
   }
+  system.q = system.z;
   for (auto& row : system.lower) {
     for (double*& coupling : row) coupling = numbers();
   }
@@ -62,9 +62,10 @@ Carver Carve(GridSystem& system, std::byte* block) {
   system.ordinaryBackward = carver.Take<std::uint16_t>(slots, guardSlots);
   system.unusual = {carver.Take<UnusualNode>(elements), elements};
   const auto pieces = static_cast<std::size_t>(system.grid.Segments() * kGridLanes);
-  for (double** numbersOfPieces :
-       {&system.segmentTotal, &system.segmentSize, &system.segmentLimit}) {
-    *numbersOfPieces = carver.Take<double>(pieces);
+  for (SumPieces& sum : system.pieces) {
+    for (double** numbersOfPieces : {&sum.total, &sum.size, &sum.limit}) {
+      *numbersOfPieces = carver.Take<double>(pieces);
+    }
   }
   return carver;
 }
@@ -102,8 +103,8 @@ bool IsDenselyNumbered(const Model& model) {
       model.NodeLoad.First() != nodes || model.NodeLoad.Second() != components) {
     return false;
   }
-  const auto numbersU = model.DofNumber.Column(1);
-  const auto numbersV = model.DofNumber.Column(2);
+  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
+  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
   int count = 0;
   for (std::size_t n = 1; n < numbersU.size(); ++n) {
     if (numbersU[n] != 0 && numbersU[n] != ++count) return false;
@@ -193,8 +194,8 @@ void WriteCodes(const Model& model, GridSystem& system) {
       code[up + right] |= kCellLowerLeft;
     }
   }
-  const auto numbersU = model.DofNumber.Column(1);
-  const auto numbersV = model.DofNumber.Column(2);
+  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
+  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
   std::size_t node = 0;
   for (int i = 0; i < grid.Rows(); ++i) {
     std::uint8_t* code = system.code + grid.At(i, 0);
@@ -233,8 +234,7 @@ void ListUnusual(GridSystem& system) {
 void ClearVectors(GridSystem& system) {
   const std::size_t elements = Elements(system.grid);
   const std::ptrdiff_t guard = system.grid.GuardSlots() * kGridLanes;
-  for (const NodeNumbers* vector :
-       {&system.x, &system.r, &system.z, &system.p, &system.q, &system.invDiag}) {
+  for (const NodeNumbers* vector : {&system.x, &system.r, &system.z, &system.p, &system.invDiag}) {
     for (double* component : *vector) std::fill_n(component - guard, elements, 0.0);
   }
   const std::ptrdiff_t end = system.grid.Slots() * kGridLanes;

@@ -44,6 +44,15 @@ struct UnusualNode {
   std::uint8_t code;
 };
 
+/// A sum of products over all equations, in pieces: the part of one grid row that lies in one
+/// segment, at [segment * kGridLanes + lane]. The passes leave rough totals of the products and of
+/// their sizes; OrderedSums turns them into rounded totals and the bounds between which these hold.
+struct SumPieces {
+  double* total = nullptr;
+  double* size = nullptr;
+  double* limit = nullptr;
+};
+
 /// All numbers of one solve. The arrays live in Model::SolverSpace; those of doubles may be read
 /// `guard` elements before their first and after their last element, where zeros stand.
 struct GridSystem {
@@ -51,6 +60,8 @@ struct GridSystem {
   StiffnessRows stiffness{};
   double tolerance = 0;  ///< the smallest pivot
 
+  /// As in PreconditionedCG. z and q share their memory: the product of a slot is written when the
+  /// direction has taken the slot's z, and z is written when the residual has taken q.
   NodeNumbers x{}, r{}, z{}, p{}, q{};
   NodeNumbers invDiag{};  ///< reciprocal pivots, 0 without equation
   std::array<std::array<double*, kLowerCouplings>, 2>
@@ -62,10 +73,8 @@ struct GridSystem {
   std::uint16_t* ordinaryForward = nullptr;
   std::uint16_t* ordinaryBackward = nullptr;
   std::span<UnusualNode> unusual;  ///< ascending
-  // Per segment and lane: what one row's piece adds to a sum of products, and bounds for it.
-  double* segmentTotal = nullptr;
-  double* segmentSize = nullptr;
-  double* segmentLimit = nullptr;
+  /// Of up to two sums over all equations at a time.
+  std::array<SumPieces, 2> pieces{};
 };
 
 /// Lays the model's numbered equations out. Empty when the model's mesh is not the regular grid

@@ -27,6 +27,42 @@ void ReDimEquationSystem(Model& model) {
   }
 }
 
+/// Fills DofNumber and returns the number of equations.
+int NumberNodes(Model& model) {
+  int count = 0;
+  const auto number = [&count](Integer freedom, Integer& equation) {
+    if (freedom != 0) return;
+    ++count;
+    if (count > kIntegerMax) ToInteger(count, "the number of equations (the grid is too large)");
+    equation = static_cast<Integer>(count);
+  };
+  const auto freedomX = model.NodeFreedom.Column(1, model.NodeCount);
+  const auto freedomY = model.NodeFreedom.Column(2, model.NodeCount);
+  const auto numberX = model.DofNumber.Column(1, model.NodeCount);
+  const auto numberY = model.DofNumber.Column(2, model.NodeCount);
+  for (std::size_t n = 1; n < numberX.size(); ++n) {
+    if (model.NodeActive(static_cast<int>(n)) != 1) continue;
+    number(freedomX[n], numberX[n]);
+    number(freedomY[n], numberY[n]);
+  }
+  return count;
+}
+
+/// Copies the nodes' equation numbers into ElementDofs.
+void NumberElements(Model& model) {
+  for (int k = 1; k <= 4; ++k) {
+    const auto nodes = model.ElementNodes.Column(k, model.ElementCount);
+    for (int d = 1; d <= 2; ++d) {
+      const auto numbers = model.DofNumber.Column(d, model.NodeCount);
+      const auto dofs = model.ElementDofs.Column(2 * k - 2 + d, model.ElementCount);
+      for (std::size_t e = 1; e < dofs.size(); ++e) {
+        const auto node = static_cast<std::size_t>(nodes[e]);  // a negative one is large
+        dofs[e] = node < numbers.size() ? numbers[node] : model.DofNumber(nodes[e], d);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 void BuildMesh(Model& model, int rows, int columns) {
@@ -63,8 +99,12 @@ void BuildMesh(Model& model, int rows, int columns) {
 
 void MarkActiveNodes(Model& model) {
   std::ranges::fill(model.NodeActive.Raw(), Integer{0});
-  std::ranges::fill(model.DofNumber.Raw(), Integer{0});
-  std::ranges::fill(model.ElementDofs.Raw(), Integer{0});
+  for (int d = 1; d <= 2; ++d) {
+    std::ranges::fill(model.DofNumber.Column(d, model.NodeCount), Integer{0});
+  }
+  for (int k = 1; k <= 8; ++k) {
+    std::ranges::fill(model.ElementDofs.Column(k, model.ElementCount), Integer{0});
+  }
   for (int j = 1; j <= model.CellColumnCount; ++j) {
     for (int i = 1; i <= model.CellRowCount; ++i) {
       if (model.CellState(i, j) <= 0) continue;
@@ -75,35 +115,9 @@ void MarkActiveNodes(Model& model) {
 }
 
 void NumberComponents(Model& model) {
-  int count = 0;
-  const auto number = [&count](Integer freedom, Integer& equation) {
-    if (freedom != 0) return;
-    ++count;
-    if (count > kIntegerMax) ToInteger(count, "the number of equations (the grid is too large)");
-    equation = static_cast<Integer>(count);
-  };
-  if (model.NodeCount > 0) {
-    const auto freedomX = model.NodeFreedom.Column(1), freedomY = model.NodeFreedom.Column(2);
-    const auto numberX = model.DofNumber.Column(1), numberY = model.DofNumber.Column(2);
-    for (std::size_t n = 1; n < numberX.size(); ++n) {
-      if (model.NodeActive(static_cast<int>(n)) != 1) continue;
-      number(freedomX[n], numberX[n]);
-      number(freedomY[n], numberY[n]);
-    }
-  }
+  const int count = NumberNodes(model);
   model.EquationCount = static_cast<Integer>(count);
-  for (int k = 1; k <= 4 && model.ElementCount > 0; ++k) {
-    for (int d = 1; d <= 2; ++d) {
-      const auto nodes = model.ElementNodes.Column(k);
-      const auto numbers = model.DofNumber.Column(d);
-      const auto dofs = model.ElementDofs.Column(2 * k - 2 + d);
-      for (std::size_t e = 1; e < dofs.size(); ++e) {
-        const auto node = static_cast<std::size_t>(nodes[e]);  // a negative one is large
-        if (node >= numbers.size()) (void)model.DofNumber(nodes[e], d);
-        dofs[e] = numbers[node];
-      }
-    }
-  }
+  NumberElements(model);
   model.LoadVector.ReDim(0, count);
   model.SolutionVector.ReDim(0, count);
 }

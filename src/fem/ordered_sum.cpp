@@ -9,6 +9,7 @@
 // clang-format on
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "fem/grid_kernels.h"
@@ -18,46 +19,51 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
+/// The factors of the products to be summed, and the sum's pieces.
+struct Products {
+  ConstNodeNumbers a, b;
+  SumPieces pieces;
+
+  Products(const NodeNumbers& first, const NodeNumbers& second, const SumPieces& sumPieces)
+      : a{first[0], first[1]}, b{second[0], second[1]}, pieces(sumPieces) {}
+};
+
 /// The sum continued along the piece of a row that lies in a segment, one addition at a time.
-HWY_NOINLINE double ContinuePiece(const SkewedGrid& grid, std::ptrdiff_t row,
-                                  std::ptrdiff_t segment, const ConstNodeNumbers& a,
-                                  const ConstNodeNumbers& b, double sum) {
+HWY_NOINLINE double ContinuePiece(const SkewedGrid& grid, const Products& products,
+                                  std::ptrdiff_t row, std::ptrdiff_t segment, double sum) {
   const std::ptrdiff_t first = grid.Start(segment) - grid.Start(row);
   const std::ptrdiff_t last =
       std::min<std::ptrdiff_t>(grid.Start(segment + 1) - grid.Start(row), grid.Columns());
   for (std::ptrdiff_t column = first; column < last; ++column) {
     const std::ptrdiff_t at = grid.At(row, 0) + column * kGridLanes;
-    sum += a[0][at] * b[0][at];
-    sum += a[1][at] * b[1][at];
+    sum += products.a[0][at] * products.b[0][at];
+    sum += products.a[1][at] * products.b[1][at];
   }
   return sum;
 }
 
-/// Where a lane's piece stands among the numbers of its segment.
-std::ptrdiff_t PieceAt(std::ptrdiff_t row, std::ptrdiff_t segment) {
-  return segment * kGridLanes + row % kGridLanes;
-}
+/// Where the first piece of a row stands; the next ones follow kGridLanes apart.
+std::ptrdiff_t FirstPiece(std::ptrdiff_t row) { return row * kGridLanes + row % kGridLanes; }
 
-/// From the rough totals of the pieces: the rough sum before each row, kept in the row's first
-/// segment's place of segmentLimit.
-void RoughSums(const GridSystem& system) {
+/// From the rough totals of the pieces: the rough sum before each row, left in its first piece's
+/// limit.
+void RoughSums(const SkewedGrid& grid, const SumPieces& pieces) {
   double sum = 0.0;
-  for (std::ptrdiff_t row = 0; row < system.grid.Rows(); ++row) {
-    const std::ptrdiff_t first = PieceAt(row, row);
-    system.segmentLimit[first] = sum;
-    const double* const piece = system.segmentTotal + first;
+  for (std::ptrdiff_t row = 0; row < grid.Rows(); ++row) {
+    pieces.limit[FirstPiece(row)] = sum;
+    const double* const total = pieces.total + FirstPiece(row);
     double even = 0.0;
     double odd = 0.0;
     for (std::ptrdiff_t k = 0; k < kGridLanes; k += 2) {
-      even += piece[k * kGridLanes];
-      odd += piece[(k + 1) * kGridLanes];
+      even += total[k * kGridLanes];
+      odd += total[(k + 1) * kGridLanes];
     }
     sum += even + odd;
   }
 }
 
 /// The binades of one segment's pieces, and what rounding to their unit makes of the terms.
-struct Pieces {
+struct Rounding {
   Lanes low, anchor;
   Lanes moved[2], rest[2];  // u and v apart: two chains of additions instead of one
 
@@ -78,45 +84,53 @@ struct Pieces {
 
   /// Leaves the pieces' rounded totals, and the bounds the sum before a piece must lie between for
   /// the total to be what the sum moves by.
-  HWY_INLINE void Store(const GridSystem& system, std::ptrdiff_t at) const {
-    const Lanes size = hn::Load(kTag, system.segmentSize + at);
+  HWY_INLINE void Store(const SumPieces& pieces, std::ptrdiff_t at) const {
+    const Lanes size = hn::Load(kTag, pieces.size + at);
     const Lanes reach =
         Plus(hn::Mul(size, hn::Set(kTag, 1.0 + 0x1p-20)), low, hn::Set(kTag, 0x1p-30));
     const auto usable =
         hn::And(hn::Lt(hn::Max(rest[0], rest[1]), hn::Mul(low, hn::Set(kTag, 0x1p-53))),
                 hn::And(hn::Gt(low, hn::Set(kTag, 1e-250)), hn::Lt(low, hn::Set(kTag, 1e300))));
     const Lanes never = hn::Set(kTag, 1e301);
-    hn::Store(hn::Add(moved[0], moved[1]), kTag, system.segmentTotal + at);
-    hn::Store(hn::IfThenElse(usable, hn::Add(low, reach), never), kTag, system.segmentSize + at);
-    hn::Store(hn::Sub(hn::Add(low, low), reach), kTag, system.segmentLimit + at);
+    hn::Store(hn::Add(moved[0], moved[1]), kTag, pieces.total + at);
+    hn::Store(hn::IfThenElse(usable, hn::Add(low, reach), never), kTag, pieces.size + at);
+    hn::Store(hn::Sub(hn::Add(low, low), reach), kTag, pieces.limit + at);
   }
 };
 
 /// Turns the rough totals and sizes of all pieces into rounded totals and bounds.
-void RoundPieces(const GridSystem& system, const ConstNodeNumbers& a, const ConstNodeNumbers& b) {
-  Lanes rough[kVectors] = {};
+template <std::size_t kSums>
+HWY_INLINE void RoundPieces(const SkewedGrid& grid, const std::array<Products, kSums>& products) {
+  Lanes rough[kSums][kVectors] = {};
   std::ptrdiff_t t = 0;
-  for (std::ptrdiff_t segment = 0; segment < system.grid.Segments(); ++segment) {
+  for (std::ptrdiff_t segment = 0; segment < grid.Segments(); ++segment) {
     const Lanes lane = hn::Set(kTag, static_cast<double>(segment % kGridLanes));
-    const Lanes begun = hn::Set(
-        kTag, segment < system.grid.Rows() ? system.segmentLimit[PieceAt(segment, segment)] : 0.0);
+    Rounding rounding[kSums][kVectors];
     ForVectors([&](auto h) {
-      const auto chosen = hn::Eq(hn::Iota(kTag, static_cast<double>(h * kWidth)), lane);
-      rough[h] = hn::IfThenElse(chosen, begun, rough[h]);
+      const auto begins = hn::Eq(hn::Iota(kTag, static_cast<double>(h * kWidth)), lane);
+      for (std::size_t i = 0; i < kSums; ++i) {
+        const double* const limit = products[i].pieces.limit;
+        const double begun = segment < grid.Rows() ? limit[FirstPiece(segment)] : 0.0;
+        rough[i][h] = hn::IfThenElse(begins, hn::Set(kTag, begun), rough[i][h]);
+        rounding[i][h].Begin(rough[i][h]);
+      }
     });
-    Pieces pieces[kVectors];
-    ForVectors([&](auto h) { pieces[h].Begin(rough[h]); });
-    for (const std::ptrdiff_t end = system.grid.Start(segment + 1); t < end; ++t) {
+    for (const std::ptrdiff_t end = grid.Start(segment + 1); t < end; ++t) {
       ForVectors([&](auto h) {
         const std::ptrdiff_t at = t * kGridLanes + h * kWidth;
-        pieces[h].Add(0, hn::Mul(hn::Load(kTag, a[0] + at), hn::Load(kTag, b[0] + at)));
-        pieces[h].Add(1, hn::Mul(hn::Load(kTag, a[1] + at), hn::Load(kTag, b[1] + at)));
+        for (std::size_t i = 0; i < kSums; ++i) {
+          const ConstNodeNumbers &a = products[i].a, &b = products[i].b;
+          rounding[i][h].Add(0, hn::Mul(hn::Load(kTag, a[0] + at), hn::Load(kTag, b[0] + at)));
+          rounding[i][h].Add(1, hn::Mul(hn::Load(kTag, a[1] + at), hn::Load(kTag, b[1] + at)));
+        }
       });
     }
     ForVectors([&](auto h) {
       const std::ptrdiff_t at = segment * kGridLanes + h * kWidth;
-      rough[h] = hn::Add(rough[h], hn::Load(kTag, system.segmentTotal + at));
-      pieces[h].Store(system, at);
+      for (std::size_t i = 0; i < kSums; ++i) {
+        rough[i][h] = hn::Add(rough[i][h], hn::Load(kTag, products[i].pieces.total + at));
+        rounding[i][h].Store(products[i].pieces, at);
+      }
     });
   }
 }
@@ -130,26 +144,35 @@ void RoundPieces(const GridSystem& system, const ConstNodeNumbers& a, const Cons
 /// s goes from piece to piece, and before it takes a piece's total it is checked that the guess was
 /// right, that s can not leave [L, 2 L) by any part of the piece, and that no term lay half way. A
 /// piece that fails is added term by term.
-double Sum(const GridSystem& system, const ConstNodeNumbers& a, const ConstNodeNumbers& b) {
-  RoughSums(system);
-  RoundPieces(system, a, b);
-  const double* const total = system.segmentTotal;
-  const double* const lowest = system.segmentSize;
-  const double* const highest = system.segmentLimit;
-  double sum = 0.0;
-  for (std::ptrdiff_t row = 0; row < system.grid.Rows(); ++row) {
-    const std::ptrdiff_t first = PieceAt(row, row);
+template <std::size_t kSums>
+HWY_INLINE std::array<double, kSums> Sums(const SkewedGrid& grid,
+                                          const std::array<Products, kSums>& products) {
+  for (const Products& factors : products) RoughSums(grid, factors.pieces);
+  RoundPieces(grid, products);
+  std::array<double, kSums> sums{};
+  for (std::ptrdiff_t row = 0; row < grid.Rows(); ++row) {
     for (std::ptrdiff_t k = 0; k < kGridLanes; ++k) {
-      const std::ptrdiff_t piece = first + k * kGridLanes;
-      const double size = std::fabs(sum);
-      if (HWY_LIKELY((size > lowest[piece]) & (size < highest[piece]))) {
-        sum += total[piece];
-      } else {
-        sum = ContinuePiece(system.grid, row, row + k, a, b, sum);
+      const std::ptrdiff_t at = FirstPiece(row) + k * kGridLanes;
+      for (std::size_t i = 0; i < kSums; ++i) {
+        const SumPieces& pieces = products[i].pieces;
+        const double size = std::fabs(sums[i]);
+        if (HWY_LIKELY((size > pieces.size[at]) & (size < pieces.limit[at]))) {
+          sums[i] += pieces.total[at];
+        } else {
+          sums[i] = ContinuePiece(grid, products[i], row, row + k, sums[i]);
+        }
       }
     }
   }
-  return sum;
+  return sums;
+}
+
+double OneSum(const GridSystem& s) { return Sums<1>(s.grid, {Products(s.p, s.q, s.pieces[0])})[0]; }
+
+ResidualSums TwoSums(const GridSystem& s) {
+  const auto [squared, preconditioned] =
+      Sums<2>(s.grid, {Products(s.r, s.r, s.pieces[0]), Products(s.r, s.z, s.pieces[1])});
+  return {squared, preconditioned};
 }
 
 }  // namespace
@@ -160,11 +183,16 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace quillane {
 namespace {
-HWY_EXPORT(Sum);
+HWY_EXPORT(OneSum);
+HWY_EXPORT(TwoSums);
 }  // namespace
 
-double OrderedSum(GridSystem& system, const ConstNodeNumbers& a, const ConstNodeNumbers& b) {
-  return HWY_DYNAMIC_DISPATCH(Sum)(system, a, b);
+double DirectionTimesProduct(const GridSystem& system) {
+  return HWY_DYNAMIC_DISPATCH(OneSum)(system);
+}
+
+ResidualSums SumResiduals(const GridSystem& system) {
+  return HWY_DYNAMIC_DISPATCH(TwoSums)(system);
 }
 
 }  // namespace quillane

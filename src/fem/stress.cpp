@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <span>
 
 #include "fem/mesh.h"
 #include "model/numbers.h"
@@ -55,39 +56,42 @@ Strain Product(const std::array<std::array<double, Columns>, 3>& matrix,
   return result;
 }
 
-/// Gathers u1 v1 u2 v2 ... of an element, with one check of each subscript.
+/// Gathers u1 v1 u2 v2 ... of an element. The columns of the arrays are looked up once.
 class ElementDisplacements {
  public:
-  explicit ElementDisplacements(const Model& model) : model_(model) {
-    if (model.ElementCount < 1 || model.NodeCount < 1) return;  // then no subscript passes
-    for (int k = 1; k <= 4; ++k) nodes_[k - 1] = model.ElementNodes.Column(k).data();
-    for (int d = 1; d <= 2; ++d) components_[d - 1] = model.NodeDisp.Column(d).data();
+  explicit ElementDisplacements(const Model& model)
+      : model_(model),
+        u_(model.NodeDisp.Column(1, model.NodeCount)),
+        v_(model.NodeDisp.Column(2, model.NodeCount)) {
+    for (int k = 1; k <= 4; ++k) {
+      nodes_[static_cast<std::size_t>(k - 1)] = model.ElementNodes.Column(k, model.ElementCount);
+    }
   }
 
   std::array<double, 8> operator()(int element) const {
-    if (!model_.ElementNodes.First().Contains(element)) (void)model_.ElementNodes(element, 1);
+    const auto e = static_cast<std::size_t>(element);
     std::array<double, 8> d;
     for (std::size_t k = 0; k < 4; ++k) {
-      const int node = nodes_[k][element];
-      if (!model_.NodeDisp.First().Contains(node)) (void)model_.NodeDisp(node, 1);
-      d[2 * k] = components_[0][node];
-      d[2 * k + 1] = components_[1][node];
+      const int number = e < nodes_[k].size() ? nodes_[k][e] : model_.ElementNodes(element, 1);
+      const auto node = static_cast<std::size_t>(number);  // a negative one is large
+      d[2 * k] = node < u_.size() ? u_[node] : model_.NodeDisp(number, 1);
+      d[2 * k + 1] = node < v_.size() ? v_[node] : model_.NodeDisp(number, 2);
     }
     return d;
   }
 
  private:
   const Model& model_;
-  const Integer* nodes_[4] = {};
-  const Double* components_[2] = {};
+  std::span<const Double> u_, v_;
+  std::array<std::span<const Integer>, 4> nodes_;
 };
 
 }  // namespace
 
 void ScatterDisplacements(Model& model) {
-  for (int d = 1; d <= 2 && model.NodeCount > 0; ++d) {
-    const auto numbers = model.DofNumber.Column(d);
-    const auto displacements = model.NodeDisp.Column(d);
+  for (int d = 1; d <= 2; ++d) {
+    const auto numbers = model.DofNumber.Column(d, model.NodeCount);
+    const auto displacements = model.NodeDisp.Column(d, model.NodeCount);
     for (std::size_t n = 1; n < numbers.size(); ++n) {
       displacements[n] = numbers[n] == 0 ? 0.0 : model.SolutionVector(numbers[n]);
     }

@@ -99,9 +99,18 @@ class Array2 {
   T& operator()(int i, int j) { return values_[Offset(i, j)]; }
   const T& operator()(int i, int j) const { return values_[Offset(i, j)]; }
 
-  /// The elements of one second index in order of the first, for inner loops after this one check.
-  std::span<T> Column(int j) { return {&(*this)(first_.lower, j), first_.Size()}; }
-  std::span<const T> Column(int j) const { return {&(*this)(first_.lower, j), first_.Size()}; }
+  /// The elements (lower, j) to (last, j), for inner loops after this one check; none where last
+  /// lies below the range.
+  std::span<T> Column(int j, int last) {
+    if (last < first_.lower) return {};
+    return {&(*this)(first_.lower, j),
+            static_cast<std::size_t>(&(*this)(last, j) - &(*this)(first_.lower, j)) + 1};
+  }
+  std::span<const T> Column(int j, int last) const {
+    if (last < first_.lower) return {};
+    return {&(*this)(first_.lower, j),
+            static_cast<std::size_t>(&(*this)(last, j) - &(*this)(first_.lower, j)) + 1};
+  }
 
   IndexRange First() const { return first_; }
   IndexRange Second() const { return second_; }
