@@ -1,4 +1,5 @@
-// Full redraws of the largest grid into an image of 1600 x 1000 logical pixels.
+// Full redraws of the largest grid into an image of 1600 x 1000 logical pixels, and the largest
+// step beside the map that follows it.
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
@@ -8,6 +9,7 @@
 #include "display/image_area.h"
 #include "display/result_maps.h"
 #include "fem/mesh.h"
+#include "optimize/optimization_step.h"
 
 namespace quillane {
 namespace {
@@ -64,6 +66,20 @@ void BM_DrawCanvas(benchmark::State& state) {
 }
 BENCHMARK(BM_DrawCanvas)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
+/// What a press that changes a cell costs: the edit, the active nodes, the redraw.
+void BM_Edit(benchmark::State& state) {
+  Model model = LargestModel();
+  Pictures pictures;
+  Prepare(pictures, model, static_cast<double>(state.range(0)));
+  for (auto _ : state) {
+    model.CellState(90, 90) = model.CellState(90, 90) == kCellDesign ? kCellEmpty : kCellDesign;
+    MarkActiveNodes(model);
+    DrawCanvas(pictures.canvas, model);
+    benchmark::DoNotOptimize(pictures.canvas.Image().constBits());
+  }
+}
+BENCHMARK(BM_Edit)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+
 void BM_DrawStressMap(benchmark::State& state) {
   Model model = LargestModel();
   Pictures pictures;
@@ -75,6 +91,44 @@ void BM_DrawStressMap(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_DrawStressMap)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+
+/// A cantilever of 126 x 127 cells, 32258 equations, analysed.
+Model LargestPlate() {
+  Model model;
+  model.ElementSize = 10;
+  model.DomainX2 = 1270;
+  model.DomainY2 = 1260;
+  model.DomainWidth = 3000;
+  model.DomainDefined = kTrue;
+  BuildMesh(model, 126, 127);
+  for (Integer& state : model.CellState.Raw()) state = kCellDesign;
+  for (int k = 1; k <= model.NodeCount; k += 128) {
+    model.NodeFreedom(k, 1) = model.NodeFreedom(k, 2) = 1;
+  }
+  model.NodeLoad(128 * 64, 2) = -1000;
+  MarkActiveNodes(model);
+  StressAnalysis(model);
+  return model;
+}
+
+void BM_LargestStep(benchmark::State& state) {
+  Model model = LargestPlate();
+  History history;
+  for (auto _ : state) Optimization(model, history);
+}
+BENCHMARK(BM_LargestStep)->Unit(benchmark::kMillisecond);
+
+void BM_MapOfLargestStep(benchmark::State& state) {
+  Model model = LargestPlate();
+  Pictures pictures;
+  Prepare(pictures, model, static_cast<double>(state.range(0)));
+  const ColorTable table = MakeColorTable();
+  for (auto _ : state) {
+    DrawStressMap(pictures.canvas, pictures.legend, model, table);
+    benchmark::DoNotOptimize(pictures.canvas.Image().constBits());
+  }
+}
+BENCHMARK(BM_MapOfLargestStep)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
 /// Every node loaded and supported in both directions.
 void BM_DrawCrowdedCanvas(benchmark::State& state) {

@@ -11,6 +11,16 @@
 namespace quillane {
 namespace {
 
+/// A line over a range of columns by its heights at both ends, in cells from the plate's lower
+/// edge.
+struct Line {
+  double left, right;
+  double At(double fraction) const { return left + (right - left) * fraction; }
+};
+
+constexpr Line kBottom{-1E3, -1E3};
+constexpr Line kTop{1E3, 1E3};
+
 /// A plate of design cells with its lower left corner at the origin, seen whole in the view.
 class Recipe {
  public:
@@ -18,11 +28,11 @@ class Recipe {
     model_.ElementSize = elementSize;
     model_.DomainX2 = static_cast<Single>(columns) * elementSize;
     model_.DomainY2 = static_cast<Single>(rows) * elementSize;
-    const Single span = std::max(model_.DomainX2, 1.5F * model_.DomainY2);
+    // The view is taken to be 0.8 times as high as wide; its centre is the plate's.
+    const Single span = std::max(model_.DomainX2, 1.25F * model_.DomainY2);
     model_.DomainWidth = 1.25F * span;
-    // The view's centre is the plate's; its height is taken as two thirds of its width.
     model_.OriginFracX = 0.5F + 0.5F * model_.DomainX2 / model_.DomainWidth;
-    model_.OriginFracY = 0.5F + 0.75F * model_.DomainY2 / model_.DomainWidth;
+    model_.OriginFracY = 0.5F + 0.625F * model_.DomainY2 / model_.DomainWidth;
     BuildMesh(model_, rows, columns);
     Cells(1, rows, 1, columns, kCellDesign);
   }
@@ -44,14 +54,13 @@ class Recipe {
     }
   }
 
-  /// Empties the design cells of columns c1..c2 whose centre lies above the line of heights h1
-  /// (left end) to h2 (right end), or below it; heights in cells from the plate's lower edge.
-  void EmptyBeyond(int c1, int c2, double h1, double h2, bool above) {
+  /// Empties the design cells of columns c1..c2 whose centre lies between two lines.
+  void Empty(int c1, int c2, Line lower, Line upper) {
     for (int j = c1; j <= c2; ++j) {
-      const double height = h1 + (h2 - h1) * (j - c1 + 0.5) / (c2 - c1 + 1);
+      const double along = (j - c1 + 0.5) / (c2 - c1 + 1);
       for (int i = 1; i <= model_.CellRowCount; ++i) {
-        const bool beyond = above ? i - 0.5 > height : i - 0.5 < height;
-        if (beyond && model_.CellState(i, j) == kCellDesign) model_.CellState(i, j) = kCellEmpty;
+        const bool between = i - 0.5 > lower.At(along) && i - 0.5 < upper.At(along);
+        if (between && model_.CellState(i, j) == kCellDesign) model_.CellState(i, j) = kCellEmpty;
       }
     }
   }
@@ -87,8 +96,8 @@ Recipe Cantilever() {
   Recipe plate(20, 40, 10);
   plate.Cells(1, 20, 1, 1, kCellNonDesign);
   plate.Cells(10, 11, 39, 40, kCellNonDesign);
-  plate.EmptyBeyond(1, 40, 22, 12, true);
-  plate.EmptyBeyond(1, 40, -2, 8, false);
+  plate.Empty(1, 40, {22, 12}, kTop);
+  plate.Empty(1, 40, kBottom, {-2, 8});
   for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, true);
   plate.Load(11, 41, 0, -1000);
   plate.Rule(28, 5, 0.05F);
@@ -98,22 +107,34 @@ Recipe Cantilever() {
 Recipe HalfMbbBeam() {
   Recipe plate(20, 60, 10);
   plate.Cells(19, 20, 1, 2, kCellNonDesign);
-  plate.Cells(1, 2, 59, 60, kCellNonDesign);
+  plate.Cells(1, 2, 58, 60, kCellNonDesign);
+  plate.Empty(1, 60, {24, 2}, kTop);
   for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, false);
-  plate.Hold(1, 61, false, true);
+  for (int column = 59; column <= 61; ++column) plate.Hold(1, column, false, true);
   plate.Load(21, 1, 0, -1000);
-  plate.Rule(25, 3, 0.1F);
+  plate.Rule(40, 5, 0.05F);
   return plate;
 }
 
 Recipe Bridge() {
-  Recipe plate(24, 72, 25);
-  plate.Cells(9, 10, 1, 72, kCellNonDesign);
-  plate.Cells(1, 8, 1, 72, kCellDesign);
-  for (int column = 1; column <= 3; ++column) plate.Hold(9, column, true, true);
-  for (int column = 71; column <= 73; ++column) plate.Hold(9, column, true, true);
-  for (int column = 5; column <= 69; column += 4) plate.Load(11, column, 0, -500);
-  plate.Rule(10, 3, 0.1F);
+  Recipe plate(24, 80, 25);
+  plate.Cells(23, 24, 1, 80, kCellNonDesign);
+  plate.Cells(1, 2, 1, 3, kCellNonDesign);
+  plate.Cells(1, 2, 78, 80, kCellNonDesign);
+  plate.Empty(1, 20, kBottom, {-3, 13});
+  plate.Empty(21, 40, kBottom, {13, 20});
+  plate.Empty(41, 60, kBottom, {20, 13});
+  plate.Empty(61, 80, kBottom, {13, -3});
+  for (int column = 1; column <= 4; ++column) {
+    plate.Hold(1, column, true, true);
+    plate.Hold(1, 82 - column, true, true);
+  }
+  for (int row = 23; row <= 25; ++row) {
+    plate.Hold(row, 1, false, true);
+    plate.Hold(row, 81, false, true);
+  }
+  for (int column = 1; column <= 81; column += 4) plate.Load(25, column, 0, -500);
+  plate.Rule(18, 5, 0.05F);
   return plate;
 }
 
@@ -122,36 +143,43 @@ Recipe LBracket() {
   plate.Cells(17, 40, 17, 40, kCellCutOut);
   plate.Cells(40, 40, 1, 16, kCellNonDesign);
   plate.Cells(14, 16, 38, 40, kCellNonDesign);
+  plate.Empty(1, 16, kBottom, {16, 0});
+  plate.Empty(17, 40, kBottom, {0, 13});
   for (int column = 1; column <= 17; ++column) plate.Hold(41, column, true, true);
   plate.Load(17, 40, 0, -400);
-  plate.Rule(20, 3, 0.1F);
+  plate.Rule(30, 5, 0.05F);
   return plate;
 }
 
 Recipe TwoBarTruss() {
-  Recipe plate(60, 24, 10);
-  plate.Cells(1, 60, 1, 1, kCellNonDesign);
-  plate.Cells(30, 31, 23, 24, kCellNonDesign);
-  for (int row = 1; row <= 61; ++row) plate.Hold(row, 1, true, true);
-  plate.Load(31, 25, 0, -1000);
-  plate.Rule(15, 3, 0.1F);
+  Recipe plate(92, 36, 10);
+  plate.Cells(1, 92, 1, 1, kCellNonDesign);
+  plate.Cells(45, 48, 35, 36, kCellNonDesign);
+  plate.Empty(2, 36, {92, 48}, kTop);
+  plate.Empty(2, 36, {13, 53}, {79, 39});
+  plate.Empty(2, 36, kBottom, {0, 44});
+  for (int row = 1; row <= 93; ++row) plate.Hold(row, 1, true, true);
+  plate.Load(47, 37, 0, -4000);
+  plate.Rule(38, 5, 0.05F);
   return plate;
 }
 
 Recipe BoltedLever() {
   Recipe plate(36, 72, 4);
+  plate.Empty(1, 72, {36, 23}, kTop);
+  plate.Empty(1, 72, kBottom, {0, 13});
   plate.Ring(12, 18, 0, 6, kCellCutOut);
   plate.Ring(12, 18, 6, 8, kCellNonDesign);
-  plate.Ring(62, 18, 0, 3, kCellCutOut);
-  plate.Ring(62, 18, 3, 5, kCellNonDesign);
+  plate.Ring(64, 18, 0, 3, kCellCutOut);
+  plate.Ring(64, 18, 3, 5, kCellNonDesign);
   for (int row = 13; row <= 25; ++row) {
     for (int column = 7; column <= 19; ++column) {
       const double distance = std::hypot(column - 13.0, row - 19.0);
       if (distance > 5 && distance < 6.5) plate.Hold(row, column, true, true);
     }
   }
-  for (int column = 61; column <= 65; ++column) plate.Load(15, column, 30, -100);
-  plate.Rule(12, 3, 0.1F);
+  for (int column = 63; column <= 67; ++column) plate.Load(16, column, 0, -100);
+  plate.Rule(17, 5, 0.05F);
   return plate;
 }
 

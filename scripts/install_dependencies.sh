@@ -6,7 +6,8 @@ set -euo pipefail
 build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev fonts-dejavu-core fonts-noto-cjk)
 test=("${build[@]}" libgtest-dev libbenchmark-dev libeigen3-dev)
 develop=("${test[@]}" git python3 clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
-         x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file)
+         x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file man-db
+         clang libclang-rt-dev strace librsvg2-bin)
 
 packages=()
 for purpose in "$@"; do

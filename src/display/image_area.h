@@ -14,7 +14,7 @@ namespace quillane {
 /// Boxes that share an edge share it to the pixel: no gap, no overlap. Upright and level lines and
 /// outlines cover whole pixels, slanted lines and circles are smoothed. Needs a QGuiApplication for
 /// its text. Starts as one pixel.
-class ImageArea : public DrawingArea {
+class ImageArea final : public DrawingArea {
  public:
   ImageArea();
   ~ImageArea() override;

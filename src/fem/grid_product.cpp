@@ -25,19 +25,21 @@ constexpr std::ptrdiff_t kStrip = 16;
 struct Constants {
   Lanes diagonalU, diagonalV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
 
-  explicit Constants(const GridSystem& system) {
-    const auto& u = system.stiffness[kAllCells][0];
-    const auto& v = system.stiffness[kAllCells][1];
-    diagonalU = hn::Set(kTag, u[kLowerLeft]);
-    diagonalV = hn::Set(kTag, v[kLowerLeft + 1]);
-    cross = hn::Set(kTag, u[kLowerLeft + 1]);
-    lowerU = hn::Set(kTag, u[kLower]);
-    lowerV = hn::Set(kTag, v[kLower + 1]);
-    leftU = hn::Set(kTag, u[kLeft]);
-    leftV = hn::Set(kTag, v[kLeft + 1]);
-    ownU = hn::Set(kTag, u[kOwn]);
-    ownV = hn::Set(kTag, v[kOwn + 1]);
-  }
+  explicit Constants(const GridSystem& system)
+      : Constants(system.stiffness[kAllCells][0], system.stiffness[kAllCells][1]) {}
+
+ private:
+  template <class Row>
+  Constants(const Row& u, const Row& v)
+      : diagonalU(hn::Set(kTag, u[kLowerLeft])),
+        diagonalV(hn::Set(kTag, v[kLowerLeft + 1])),
+        cross(hn::Set(kTag, u[kLowerLeft + 1])),
+        lowerU(hn::Set(kTag, u[kLower])),
+        lowerV(hn::Set(kTag, v[kLower + 1])),
+        leftU(hn::Set(kTag, u[kLeft])),
+        leftV(hn::Set(kTag, v[kLeft + 1])),
+        ownU(hn::Set(kTag, u[kOwn])),
+        ownV(hn::Set(kTag, v[kOwn + 1])) {}
 };
 
 /// Three nodes of a grid row.

@@ -29,16 +29,18 @@ struct Constants {
   Lanes leftUU, leftUV, leftVU, leftVV;  // row and column component, towards the lower left
   Lanes rightUV, rightVU;                // towards the lower right
 
-  explicit Constants(const GridSystem& system) {
-    const auto& u = system.stiffness[kAllCells][0];
-    const auto& v = system.stiffness[kAllCells][1];
-    leftUU = hn::Set(kTag, u[kLowerLeft]);
-    leftUV = hn::Set(kTag, u[kLowerLeft + 1]);
-    leftVU = hn::Set(kTag, v[kLowerLeft]);
-    leftVV = hn::Set(kTag, v[kLowerLeft + 1]);
-    rightUV = hn::Set(kTag, u[kLowerRight + 1]);
-    rightVU = hn::Set(kTag, v[kLowerRight]);
-  }
+  explicit Constants(const GridSystem& system)
+      : Constants(system.stiffness[kAllCells][0], system.stiffness[kAllCells][1]) {}
+
+ private:
+  template <class Row>
+  Constants(const Row& u, const Row& v)
+      : leftUU(hn::Set(kTag, u[kLowerLeft])),
+        leftUV(hn::Set(kTag, u[kLowerLeft + 1])),
+        leftVU(hn::Set(kTag, v[kLowerLeft])),
+        leftVV(hn::Set(kTag, v[kLowerLeft + 1])),
+        rightUV(hn::Set(kTag, u[kLowerRight + 1])),
+        rightVU(hn::Set(kTag, v[kLowerRight])) {}
 };
 
 /// z of the nodes around one vector's nodes that the sweep has passed; first to last in the order

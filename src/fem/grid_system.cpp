@@ -20,21 +20,22 @@ constexpr std::size_t kSparestLayout = 3;
 /// Hands out aligned pieces of a block of bytes; with no block it only adds up their sizes.
 class Carver {
  public:
-  explicit Carver(std::byte* block) : next_(reinterpret_cast<std::uintptr_t>(block)) {
-    start_ = next_ = (next_ + kAlignment - 1) / kAlignment * kAlignment;
-  }
+  explicit Carver(std::byte* block)
+      : block_(block), used_((0 - reinterpret_cast<std::uintptr_t>(block)) % kAlignment) {}
 
+  /// A piece of `count` elements; what is returned points `guard` elements into it.
   template <class T>
-  T* Take(std::size_t count) {
-    const std::uintptr_t at = next_;
-    next_ += (count * sizeof(T) + kAlignment - 1) / kAlignment * kAlignment + kStagger;
-    return reinterpret_cast<T*>(at);
+  T* Take(std::size_t count, std::size_t guard = 0) {
+    const std::size_t at = used_ + guard * sizeof(T);
+    used_ += (count * sizeof(T) + kAlignment - 1) / kAlignment * kAlignment + kStagger;
+    return block_ == nullptr ? nullptr : reinterpret_cast<T*>(block_ + at);
   }
-  std::size_t Taken() const { return next_ - start_ + kAlignment; }
+  /// Bytes that a block needs for all pieces so far, wherever it begins.
+  std::size_t Taken() const { return used_ + kAlignment; }
 
  private:
-  std::uintptr_t start_ = 0;
-  std::uintptr_t next_;
+  std::byte* block_;
+  std::size_t used_;  ///< counted from the block; begins at its first aligned place
 };
 
 std::size_t Elements(const SkewedGrid& grid) {
@@ -45,8 +46,9 @@ std::size_t Elements(const SkewedGrid& grid) {
 Carver Carve(GridSystem& system, std::byte* block) {
   Carver carver(block);
   const std::size_t elements = Elements(system.grid);
-  const std::ptrdiff_t guard = system.grid.GuardSlots() * kGridLanes;
-  const auto numbers = [&] { return carver.Take<double>(elements) + guard; };
+  const auto guardSlots = static_cast<std::size_t>(system.grid.GuardSlots());
+  const std::size_t guard = guardSlots * kGridLanes;
+  const auto numbers = [&] { return carver.Take<double>(elements, guard); };
   for (NodeNumbers* vector : {&system.x, &system.r, &system.z, &system.p, &system.invDiag}) {
     for (double*& component : *vector) component = numbers();
   }
@@ -54,10 +56,10 @@ Carver Carve(GridSystem& system, std::byte* block) {
   for (auto& row : system.lower) {
     for (double*& coupling : row) coupling = numbers();
   }
-  system.code = carver.Take<std::uint8_t>(elements) + guard;
-  const auto slots = static_cast<std::size_t>(system.grid.Slots() + 2 * system.grid.GuardSlots());
-  system.ordinaryForward = carver.Take<std::uint16_t>(slots) + system.grid.GuardSlots();
-  system.ordinaryBackward = carver.Take<std::uint16_t>(slots) + system.grid.GuardSlots();
+  system.code = carver.Take<std::uint8_t>(elements, guard);
+  const auto slots = static_cast<std::size_t>(system.grid.Slots()) + 2 * guardSlots;
+  system.ordinaryForward = carver.Take<std::uint16_t>(slots, guardSlots);
+  system.ordinaryBackward = carver.Take<std::uint16_t>(slots, guardSlots);
   system.unusual = {carver.Take<UnusualNode>(elements), elements};
   const auto pieces = static_cast<std::size_t>(system.grid.Segments() * kGridLanes);
   for (SumPieces& sum : system.pieces) {
@@ -132,10 +134,10 @@ StiffnessRows SumStiffness(const double (&element)[9][9]) {
   for (std::size_t set = 0; set < rows.size(); ++set) {
     for (const auto& cell : kCells) {
       if ((static_cast<int>(set) & cell.code) == 0) continue;
-      for (int other = 1; other <= 4; ++other) {
+      for (std::size_t other = 1; other <= 4; ++other) {
         const int up = cell.row + kNodeRow[other];
         const int right = cell.column + kNodeColumn[other];
-        const auto coupling = static_cast<std::size_t>(2 * (3 * (up + 1) + right + 1));
+        const auto coupling = 2 * static_cast<std::size_t>(3 * (up + 1) + right + 1);
         for (std::size_t c = 0; c < 2; ++c) {
           const double* values = element[2 * cell.local - 1 + static_cast<int>(c)];
           rows[set][c][coupling] += values[2 * other - 1];

@@ -18,7 +18,7 @@ struct IndexRange {
   int upper = 0;
 
   bool Contains(int i) const { return i >= lower && i <= upper; }
-  std::size_t Size() const { return static_cast<std::size_t>(upper - lower + 1); }
+  std::size_t Size() const { return static_cast<std::size_t>(upper - lower) + 1; }
   std::string Text() const { return std::to_string(lower) + " to " + std::to_string(upper); }
   friend bool operator==(const IndexRange&, const IndexRange&) = default;
 };

@@ -16,7 +16,7 @@ bool ColumnBefore(const CouplingMatrix::Entry& entry, int column) { return entry
 }  // namespace
 
 void CouplingMatrix::ReDim(int n) {
-  const auto rows = static_cast<std::size_t>(n + 1);
+  const auto rows = static_cast<std::size_t>(n) + 1;
   try {
     count_.assign(rows, 0);
     slots_.resize(rows * kRowSlots);

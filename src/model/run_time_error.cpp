@@ -24,7 +24,7 @@ const char* KindName(ErrorKind kind) {
 
 }  // namespace
 
-RunTimeError::RunTimeError(ErrorKind kind, std::string what, std::string advice)
+RunTimeError::RunTimeError(ErrorKind kind, const std::string& what, std::string advice)
     : kind_(kind),
       advice_(std::move(advice)),
       message_(std::string(KindName(kind)) + ": " + what + ".") {}

@@ -19,7 +19,7 @@ class RunTimeError : public std::exception {
  public:
   /// what: what failed, a sentence without the final stop. advice: what a user can do about it,
   /// a whole sentence, or empty.
-  RunTimeError(ErrorKind kind, std::string what, std::string advice = {});
+  RunTimeError(ErrorKind kind, const std::string& what, std::string advice = {});
 
   ErrorKind Kind() const { return kind_; }
   const std::string& Advice() const { return advice_; }

@@ -19,7 +19,8 @@ std::pair<Single, Single> Ordered(Single a, Single b) {
 
 /// Rows or columns of cells between two grid lines; nothing where they are none or too many.
 std::optional<int> CellsBetween(Single lower, Single upper, Single elementSize) {
-  const double cells = std::nearbyint((double{upper} - double{lower}) / double{elementSize});
+  const double cells = std::nearbyint((static_cast<double>(upper) - static_cast<double>(lower)) /
+                                      static_cast<double>(elementSize));
   if (!(cells >= 1 && cells <= kIntegerMax)) return std::nullopt;
   return static_cast<int>(cells);
 }

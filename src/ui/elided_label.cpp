@@ -11,6 +11,7 @@ namespace quillane {
 ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent) {
   setObjectName(name);
   setTextFormat(Qt::PlainText);
+  setContentsMargins(fontMetrics().averageCharWidth() / 2, 0, 0, 0);
 }
 
 bool ElidedLabel::event(QEvent* event) {

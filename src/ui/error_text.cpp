@@ -18,7 +18,10 @@ QString RescueLine(const RescueReport& rescue) {
     return QStringLiteral("モデルを保存できませんでした。\nThe model could not be saved: %1")
         .arg(QString::fromStdString(rescue.failure));
   }
-  return QStringLiteral("モデルを次のファイルに保存しました。\nThe model was saved in:\n%1")
+  return QStringLiteral(
+             "モデルを次のファイルに保存しました。\n"
+             "再起動して開いてください。\n"
+             "The model was saved. Start the program again and open:\n%1")
       .arg(QDir::toNativeSeparators(QString::fromStdString(rescue.path.string())));
 }
 
@@ -26,9 +29,11 @@ QString RescueLine(const RescueReport& rescue) {
 
 QString NotConvergedText(const SolveReport& report) {
   return QStringLiteral(
-             "応力解析が収束しませんでした。表示された結果は正しくない可能性があります。\n"
+             "応力解析が収束しませんでした。\n"
+             "表示された結果は正しくない可能性があります。\n"
              "拘束条件を確認してください。\n\n"
-             "The analysis did not converge after %1 iterations; the results shown may be wrong.\n"
+             "The analysis did not converge (%1 iterations).\n"
+             "The results shown may be wrong.\n"
              "Check that the plate is held against moving and turning.")
       .arg(report.iterations);
 }

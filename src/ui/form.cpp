@@ -15,7 +15,10 @@
 
 namespace quillane {
 
-Form::Form(frmMain& main, const char* name, const char* caption) : QDialog(&main), main_(main) {
+Form::Form(frmMain& main, const char* name, const char* caption)
+    : QDialog(&main, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                         Qt::WindowCloseButtonHint),
+      main_(main) {
   setObjectName(QString::fromLatin1(name));
   setWindowTitle(QString::fromUtf8(caption));
   setWindowModality(Qt::ApplicationModal);
@@ -67,9 +70,10 @@ QLayout* Form::FieldGrid(std::initializer_list<Field> fields) {
 }
 
 QWidget* Form::OptionFrame(std::initializer_list<QRadioButton*> options) {
-  auto* frame = new QGroupBox(this);
-  auto* column = new QVBoxLayout(frame);
+  auto* column = new QVBoxLayout;
   for (QRadioButton* option : options) column->addWidget(option);
+  auto* frame = new QGroupBox(this);
+  frame->setLayout(column);
   return frame;
 }
 
@@ -90,6 +94,8 @@ QLayout* Form::ButtonRow(std::initializer_list<QPushButton*> buttons) {
 QVBoxLayout* Form::Rows() {
   auto* rows = new QVBoxLayout(this);
   rows->setSizeConstraint(QLayout::SetFixedSize);
+  const int roomBesideTheTitle = 8 * fontMetrics().height();
+  rows->addStrut(fontMetrics().horizontalAdvance(windowTitle()) + roomBesideTheTitle);
   return rows;
 }
 

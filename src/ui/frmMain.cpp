@@ -81,8 +81,10 @@ void frmMain::Form_Resize() {
   }
   setWindowTitle(kTitle);
   PlaceControls();
-  FitCanvasView();
-  DrawCanvas();
+  Redraw([this] {
+    FitCanvasView();
+    DrawCanvas();
+  });
   DrawColorBar(picColorBar_->Drawing(), colorTable_, "stress(MPa)");
 }
 
@@ -165,6 +167,14 @@ void frmMain::ApplyCanvasScale() { picCanvas_->Drawing().SetScale(CanvasScale(mo
 void frmMain::DrawCanvas() {
   MarkActiveNodes(model_);
   quillane::DrawCanvas(picCanvas_->Drawing(), model_);
+}
+
+void frmMain::Redraw(const std::function<void()>& draw) {
+  try {
+    draw();
+  } catch (const RunTimeError&) {
+    picCanvas_->Drawing().Clear();
+  }
 }
 
 void frmMain::DrawStressMap() {

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QSize>
 #include <QString>
+#include <functional>
 #include <new>
 #include <utility>
 
@@ -133,6 +134,11 @@ class frmMain : public QMainWindow {
   void PlaceControls();
   LabelFont LabelFontSize() const;
   void ApplyCanvasScale();
+  /// Draws; the canvas stays empty for a model that cannot be drawn, as a damaged file leaves one.
+  void Redraw(const std::function<void()>& draw);
+  void Redraw() {
+    Redraw([this] { DrawCanvas(); });
+  }
   void MoveOrigin(Single X, Single Y);
   void EditCells(PressOperation operation, Single X, Single Y);
   void DesignDomainSet(Single X, Single Y);

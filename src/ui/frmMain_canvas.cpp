@@ -38,8 +38,9 @@ void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
 }
 
 void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {
-  lblMouseXY_->setText(QString::fromStdString("x = " + WholeText(double{X}) +
-                                              "mm  y = " + WholeText(double{Y}) + "mm"));
+  lblMouseXY_->setText(QString::fromStdString("x = " + WholeText(static_cast<double>(X)) +
+                                              "mm  y = " + WholeText(static_cast<double>(Y)) +
+                                              "mm"));
 }
 
 /// The pressed point becomes the origin; the fractions stay, so the next resize undoes the move.
@@ -47,20 +48,20 @@ void frmMain::MoveOrigin(Single X, Single Y) {
   model_.ViewRight -= X;
   model_.ViewTop -= Y;
   ApplyCanvasScale();
-  DrawCanvas();
+  Redraw();
 }
 
 void frmMain::DesignDomainSet(Single X, Single Y) {
   switch (quillane::DesignDomainSet(model_, corners_, X, Y)) {
     case PressResult::kFirstCorner:
-      MarkDomainCorner(picCanvas_->Drawing(), model_, double{model_.DomainX1},
-                       double{model_.DomainY1});
+      MarkDomainCorner(picCanvas_->Drawing(), model_, static_cast<double>(model_.DomainX1),
+                       static_cast<double>(model_.DomainY1));
       break;
     case PressResult::kEdited:
-      DrawCanvas();
+      Redraw();
       break;
     case PressResult::kBadGrid:
-      DrawCanvas();
+      Redraw();
       Warn(this, kBadGrid);
       break;
     default:
@@ -71,11 +72,13 @@ void frmMain::DesignDomainSet(Single X, Single Y) {
 void frmMain::EditCells(PressOperation operation, Single X, Single Y) {
   switch (operation(model_, corners_, X, Y)) {
     case PressResult::kFirstCorner:
-      HighlightCell(picCanvas_->Drawing(), model_,
-                    ElementOfCell(model_, corners_.row1, corners_.column1));
+      Redraw([this] {
+        HighlightCell(picCanvas_->Drawing(), model_,
+                      ElementOfCell(model_, corners_.row1, corners_.column1));
+      });
       break;
     case PressResult::kEdited:
-      DrawCanvas();
+      Redraw();
       break;
     case PressResult::kOutside:
       Warn(this, kElementOutside);
@@ -89,7 +92,7 @@ void frmMain::FreedomSet(Single X, Single Y) {
   if (quillane::FreedomSet(model_, X, Y) == PressResult::kOutside) {
     Warn(this, kNodeOutside);
   } else {
-    DrawCanvas();
+    Redraw();
   }
 }
 
@@ -100,7 +103,7 @@ void frmMain::LoadSet(Single X, Single Y) {
     return;
   }
   QApplication::beep();
-  DrawCanvas();
+  Redraw();
 }
 
 template <class ReadOut>

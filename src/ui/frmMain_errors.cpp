@@ -1,6 +1,7 @@
 // How the main window reports what went wrong, and how it ends the program.
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 #include "ui/error_text.h"
@@ -13,6 +14,7 @@ namespace {
 void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text) {
   QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
   box.setTextFormat(Qt::PlainText);
+  box.button(QMessageBox::Ok)->setIcon(QIcon());
   box.exec();
 }
 

@@ -3,7 +3,9 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/frmMain.h"
 
@@ -31,8 +33,19 @@ frmOptimization::frmOptimization(frmMain& main) : Form(main, "frmOptimization", 
 
 void frmOptimization::Form_Load() {
   cmdAutoStart->setFocus();
+  PlaceBesideTheMap();
   lblConvergence->hide();
   if (Main().model().StepCount > 0) ShowConvergence(Main().LastSolve());
+}
+
+void frmOptimization::PlaceBesideTheMap() {
+  const QRect window = Main().frameGeometry();
+  const QRect inside = Main().geometry();
+  const QRect screen = Main().screen()->availableGeometry();
+  const QSize size = sizeHint().grownBy(
+      QMargins(inside.left() - window.left(), 0, window.right() - inside.right(), 0));
+  move(std::max(screen.left(), std::min(window.right() + 1, screen.right() + 1 - size.width())),
+       std::max(screen.top(), window.center().y() - size.height() / 2));
 }
 
 void frmOptimization::ShowConvergence(const SolveReport& report) {

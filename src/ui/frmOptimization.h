@@ -27,6 +27,8 @@ class frmOptimization : public Form {
   void cmdManual_Click();
   void cmdCancel_Click();
   void StopSteps();
+  /// Right of the main window as far as the screen has room, so that the map stays in view.
+  void PlaceBesideTheMap();
 
   QPushButton* cmdAutoStart = Button("cmdAutoStart", "Automatic_Start");
   QPushButton* cmdAutoStop = Button("cmdAutoStop", "Automatic_Stop");

@@ -19,14 +19,14 @@ constexpr int kMostRescueFiles = 10000;
 fs::path FreeName(const fs::path& folder) {
   for (int number = 1; number <= kMostRescueFiles; ++number) {
     const std::string suffix = number == 1 ? std::string() : std::to_string(number);
-    const fs::path path = folder / ("Rescue" + suffix + ".model");
+    fs::path path = folder / ("Rescue" + suffix + ".model");
     if (!fs::exists(fs::symlink_status(path))) return path;
   }
   throw FileWriteError("too many rescue files in " + folder.string());
 }
 
 fs::path WriteInto(const fs::path& folder, std::string_view text) {
-  const fs::path path = FreeName(folder);
+  fs::path path = FreeName(folder);
   ReplaceFile(path, text);
   return path;
 }

@@ -5,12 +5,13 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <sstream>
 
-#include "fem/mesh.h"
 #include "model/model_file.h"
 #include "optimize/optimization_step.h"
+#include "optimize/parameters.h"
 #include "support/plates.h"
 
 namespace quillane {
@@ -23,9 +24,7 @@ class Batch : public ::testing::Test {
  protected:
   void SetUp() override {
     model_ = test::Cantilever(6, 12);
-    model_.StressTarget = 3;
-    model_.Lambda = 0.1F;
-    model_.Epsilon = 3;
+    SetParameters(model_, "3", "3", "0.1");
     SaveModelFile(model_, folder_ / "plate.model");
   }
 
@@ -48,26 +47,20 @@ bool Contains(const std::string& text, const std::string& piece) {
   return text.find(piece) != std::string::npos;
 }
 
-std::uint32_t BigEndian(const std::string& bytes, std::size_t at) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < 4; ++i)
-    value = value * 256 + static_cast<unsigned char>(bytes.at(at + i));
-  return value;
-}
-
 TEST_F(Batch, WritesTheSameCourseAndTheSameNumbersAsTheEngine) {
-  ASSERT_EQ(
-      Run("plate.model --steps 4 --history h.tmp --save end.model --cells c.csv --nodes n.csv"), 0)
-      << err_;
+  ASSERT_EQ(Run("plate.model --steps 4 --epsilon 2.5 --lambda .15x --history h.tmp --save e.model "
+                "--cells c.csv --nodes n.csv"),
+            0);
+  EXPECT_EQ(err_, "");
   History history;
-  MarkActiveNodes(model_);
+  SetParameters(model_, "3", "2", "0.15");
   StressAnalysis(model_);
   history.Start(model_, folder_ / "expected.tmp");
   SolveReport report;
   for (int step = 0; step < 4; ++step) report = Optimization(model_, history);
   history.Close(model_);
   EXPECT_EQ(ReadFile(folder_ / "h.tmp"), ReadFile(folder_ / "expected.tmp"));
-  EXPECT_EQ(ReadFile(folder_ / "end.model"), ModelFileText(model_));
+  EXPECT_EQ(ReadFile(folder_ / "e.model"), ModelFileText(model_));
 
   std::istringstream cells(ReadFile(folder_ / "c.csv"));
   std::string line;
@@ -75,48 +68,32 @@ TEST_F(Batch, WritesTheSameCourseAndTheSameNumbersAsTheEngine) {
   EXPECT_EQ(line, "row,column,state,stress,potential");
   for (int i = 1; i <= 6; ++i) {
     for (int j = 1; j <= 12; ++j) {
-      int row = 0, column = 0, state = 0;
-      char comma = 0;
-      std::string stress, potential;
-      cells >> row >> comma >> column >> comma >> state >> comma;
-      std::getline(cells, stress, ',');
-      std::getline(cells, potential);
+      double row = 0, column = 0, state = 0, stress = -1, potential = -1;
+      std::getline(cells, line);
+      EXPECT_EQ(std::sscanf(line.c_str(), "%lf,%lf,%lf,%lf,%lf", &row, &column, &state, &stress,
+                            &potential),
+                5);
       EXPECT_EQ(row * 100 + column, i * 100 + j);
       EXPECT_EQ(state, model_.CellState(i, j));
-      EXPECT_EQ(std::strtod(stress.c_str(), nullptr), model_.CellStress(i, j));
-      EXPECT_EQ(std::strtod(potential.c_str(), nullptr), model_.Potential(i, j));
+      EXPECT_EQ(stress, model_.CellStress(i, j));
+      EXPECT_EQ(potential, model_.Potential(i, j));
     }
   }
-  const std::string nodes = ReadFile(folder_ / "n.csv");
-  EXPECT_TRUE(nodes.starts_with("node,x,y,u,v\n1,0,0,0,0\n"));
-  EXPECT_EQ(std::count(nodes.begin(), nodes.end(), '\n'), 1 + 7 * 13);
+  EXPECT_TRUE(ReadFile(folder_ / "n.csv").starts_with("node,x,y,u,v\n1,0,0,0,0\n"));
   EXPECT_TRUE(Contains(out_, "equations    " + std::to_string(report.equations) + "\n")) << out_;
   EXPECT_TRUE(Contains(out_, "iterations   " + std::to_string(report.iterations) + "\n"));
-  EXPECT_EQ(err_, "");
-}
-
-TEST_F(Batch, ParametersReplaceTheModelsAsTypedTextWould) {
-  ASSERT_EQ(Run("plate.model --stress-target '7.5 MPa' --epsilon 2.5 --lambda .25x --save p.model"),
-            0);
-  EXPECT_TRUE(ReadFile(folder_ / "p.model").ends_with("\r\n7.5,2,0.25\r\n"));
-  ASSERT_EQ(Run("plate.model --quiet --stress-target -5 --save p.model"), 0);
-  EXPECT_TRUE(ReadFile(folder_ / "p.model").ends_with("\r\n-5,3,0.1\r\n"));
-  EXPECT_EQ(out_ + err_, "");
 }
 
 TEST_F(Batch, LeavesPicturesOfTheAskedSize) {
-  ASSERT_EQ(
-      Run("plate.model --steps 2 --frames frames/a --image i.png --map potential --size 640x400"),
-      0)
-      << err_;
-  for (const char* name : {"i.png", "frames/a/frame-00000.png", "frames/a/frame-00002.png"}) {
-    const std::string png = ReadFile(folder_ / name);
-    ASSERT_TRUE(png.starts_with("\x89PNG")) << name;
-    EXPECT_EQ(BigEndian(png, 16), 640U);
-    EXPECT_EQ(BigEndian(png, 20), 400U);
+  ASSERT_EQ(Run("plate.model --quiet --steps 2 --frames f/a --image i.png --map potential "
+                "--size 640x400"),
+            0);
+  EXPECT_EQ(out_ + err_, "");
+  const std::string header("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x02\x80\0\0\x01\x90", 24);
+  for (const char* name : {"i.png", "f/a/frame-00000.png", "f/a/frame-00002.png"}) {
+    EXPECT_TRUE(ReadFile(folder_ / name).starts_with(header)) << name;
   }
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "frames/a"), {}), 3);
-  EXPECT_EQ(err_, "");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "f/a"), {}), 3);
 }
 
 TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
@@ -131,21 +108,17 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
   } cases[] = {
       {"", 2, "MODEL is required"},
       {"none.model", 2, "none.model: no such file"},
-      {".", 2, "ordinary file"},
       {"bad.model", 2, "bad.model: line 2: the grid size is not a number: \"x\""},
       {"plate.model --wrong", 2, "--wrong"},
       {"plate.model --steps -1", 2, "--steps"},
-      {"plate.model --steps many", 2, "--steps"},
       {"plate.model --map colours", 2, "--map"},
       {"plate.model --size 0x100", 2, "--size"},
-      {"plate.model --size 100", 2, "--size"},
       {"plate.model --epsilon 40000", 2, "Epsilon does not fit"},
       {"plate.model --lambda 1e999", 2, "Lambda is too large"},
       {"plate.model --save none/x.model", 2, "none/x.model: the folder does not exist"},
       {"plate.model --history .", 2, "history . cannot be written"},
       {"plate.model --frames plate.model", 2, "the folder cannot be made"},
       {"unloaded.model", 1, "stress analysis: Floating-point error"},
-      {"plate.model --lambda 0", 1, "Lambda must not be 0"},
       {"plate.model --epsilon 30 --steps 90", 1, "optimization step 1 of 90 (numbered 0"},
   };
   for (const auto& c : cases) {
@@ -153,37 +126,33 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
     EXPECT_TRUE(Contains(err_, c.words)) << c.arguments << "\n" << err_;
     EXPECT_EQ(out_, "");
   }
-  EXPECT_EQ(Run("--version"), 0);
-  EXPECT_TRUE(out_.starts_with("quillane-batch "));
   EXPECT_EQ(Run("--help"), 0);
   EXPECT_TRUE(Contains(out_, "--stress-target"));
 }
 
-TEST_F(Batch, AFailingStepLeavesWhatWasWrittenComplete) {
+TEST_F(Batch, AFailingStepOrAnInterruptLeavesWhatWasWrittenComplete) {
   EXPECT_EQ(
       Run("plate.model --epsilon 9 --stress-target 1000 --steps 50 --history h.tmp --frames f"), 1);
   const std::string history = ReadFile(folder_ / "h.tmp");
   EXPECT_TRUE(history.ends_with("\r\n"));
   EXPECT_EQ(std::count(history.begin(), history.end(), '\n'), 2) << history;
   EXPECT_TRUE(ReadFile(folder_ / "f/frame-00000.png").ends_with("IEND\xae\x42\x60\x82"));
-}
 
-TEST_F(Batch, AnInterruptEndsAfterTheStepWithAllFilesComplete) {
   const pid_t child = fork();
   if (child == 0) {
     std::filesystem::current_path(folder_.Path());
     execl(QUILLANE_BATCH, QUILLANE_BATCH, "plate.model", "--steps", "1000000000", "--quiet",
-          "--history", "h.tmp", "--save", "end.model", nullptr);
+          "--history", "i.tmp", "--save", "end.model", nullptr);
     _exit(99);
   }
-  for (int wait = 0; wait < 2000 && ReadFile(folder_ / "h.tmp").size() < 4000; ++wait)
+  for (int wait = 0; wait < 2000 && ReadFile(folder_ / "i.tmp").size() < 4000; ++wait)
     usleep(10000);
   kill(child, SIGINT);
   int status = 0;
   waitpid(child, &status, 0);
   ASSERT_TRUE(WIFEXITED(status));
   EXPECT_EQ(WEXITSTATUS(status), 130);
-  EXPECT_TRUE(ReadFile(folder_ / "h.tmp").ends_with("\r\n"));
+  EXPECT_TRUE(ReadFile(folder_ / "i.tmp").ends_with("\r\n"));
   Model end;
   EXPECT_NO_THROW(OpenModelFile(end, folder_ / "end.model"));
 }

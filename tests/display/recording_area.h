@@ -15,8 +15,8 @@ struct DrawCall {
   Shape shape{};
   double x1, y1, x2, y2;  // circle: centre, radius in x2
   Color color;
-  int width;
-  std::string text;
+  int width = 1;
+  std::string text = {};
 };
 
 class RecordingArea : public DrawingArea {
@@ -24,7 +24,7 @@ class RecordingArea : public DrawingArea {
   void SetScale(const UserScale& scale) override { scale_ = scale; }
   UserScale Scale() const override { return scale_; }
   void SetBackground(Color color) override { background_ = color; }
-  void Clear() override { calls = {{Shape::kClear, 0, 0, 0, 0, background_, 0, {}}}; }
+  void Clear() override { calls = {{Shape::kClear, 0, 0, 0, 0, background_}}; }
   void SetColor(Color color) override { color_ = color; }
   void SetLineWidth(int pixels) override { width_ = pixels; }
   void DrawLine(double a, double b, double c, double d) override { Add(Shape::kLine, a, b, c, d); }
@@ -35,8 +35,7 @@ class RecordingArea : public DrawingArea {
   void DrawCircle(double x, double y, double r) override { Add(Shape::kCircle, x, y, r, 0); }
   void SetTextSize(double, double, std::string_view) override {}
   void DrawText(double x, double y, std::string_view text) override {
-    Add(Shape::kText, x, y, 0, 0);
-    calls.back().text = text;
+    Add(Shape::kText, x, y, 0, 0, text);
   }
 
   int Count(Shape shape, Color color) const {
@@ -44,12 +43,12 @@ class RecordingArea : public DrawingArea {
         calls, [&](const DrawCall& call) { return call.shape == shape && call.color == color; }));
   }
 
-  /// The colours of a shape in the order of their first use.
-  std::vector<Color> Colors(auto&& isWanted) const {
+  /// The colours in the order of their first use, of boxes filled only or of all.
+  std::vector<Color> Colors(bool filledOnly) const {
     std::vector<Color> colors;
     for (const DrawCall& call : calls) {
-      if (isWanted(call) && std::ranges::count(colors, call.color) == 0)
-        colors.push_back(call.color);
+      if (filledOnly && call.shape != Shape::kFill) continue;
+      if (std::ranges::count(colors, call.color) == 0) colors.push_back(call.color);
     }
     return colors;
   }
@@ -57,8 +56,8 @@ class RecordingArea : public DrawingArea {
   std::vector<DrawCall> calls;
 
  private:
-  void Add(Shape shape, double x1, double y1, double x2, double y2) {
-    calls.push_back({shape, x1, y1, x2, y2, color_, width_, {}});
+  void Add(Shape shape, double a, double b, double c, double d, std::string_view text = {}) {
+    calls.push_back({shape, a, b, c, d, color_, width_, std::string(text)});
   }
 
   UserScale scale_;

@@ -1,13 +1,12 @@
-// Known solutions of elasticity that the elements must reproduce.
+// Known solutions of elasticity that the elements must reproduce, and the mesh below them.
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "fem/analysis.h"
-#include "fem/assembly.h"
-#include "fem/element_stiffness.h"
-#include "fem/mesh.h"
+#include "fem/plain_solve.h"
 #include "fem/stress.h"
+#include "model/run_time_error.h"
 #include "support/plates.h"
 
 namespace quillane {
@@ -15,39 +14,35 @@ namespace {
 
 using test::Node;
 
-/// Gives every node the displacement u = a + c y + d x, v = b + e x + f y.
+/// The displacements u = a + c y + d x, v = b + e x + f y.
 struct LinearField {
   double a = 0, b = 0, c = 0, d = 0, e = 0, f = 0;
-  double U(double x, double y) const { return a + c * y + d * x; }
-  double V(double x, double y) const { return b + e * x + f * y; }
+  double operator()(int component, double x, double y) const {
+    return component == 1 ? a + c * y + d * x : b + e * x + f * y;
+  }
 };
 
 TEST(Element, HasExactlyItsRigidBodyModesAndIsSymmetric) {
   Model model;
   CalcElementStiffness(model);
+  const auto& k = model.ElementStiffness;
   const double corner[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
-  const double scale = model.ElementStiffness[1][1];
   for (const LinearField& mode :
        {LinearField{.a = 1}, LinearField{.b = 1}, LinearField{.c = -1, .e = 1}}) {
     for (int row = 1; row <= 8; ++row) {
       double force = 0;
-      for (int k = 0; k < 4; ++k) {
-        force += model.ElementStiffness[row][2 * k + 1] * mode.U(corner[k][0], corner[k][1]);
-        force += model.ElementStiffness[row][2 * k + 2] * mode.V(corner[k][0], corner[k][1]);
+      for (int p = 0; p < 8; ++p) {
+        force += k[row][p + 1] * mode(1 + p % 2, corner[p / 2][0], corner[p / 2][1]);
+        EXPECT_EQ(k[row][p + 1], k[p + 1][row]);
       }
-      EXPECT_NEAR(force, 0, 1e-14 * scale);
-    }
-  }
-  for (int row = 1; row <= 8; ++row) {
-    for (int column = 1; column <= 8; ++column) {
-      EXPECT_EQ(model.ElementStiffness[row][column], model.ElementStiffness[column][row]);
+      EXPECT_NEAR(force, 0, 1e-14 * k[1][1]);
     }
   }
   const double c = 210000 / (1 - 0.09);
-  EXPECT_NEAR(model.ElementStiffness[1][1], 0.45 * c, 1e-9 * c);
-  EXPECT_NEAR(model.ElementStiffness[1][2], 0.1625 * c, 1e-9 * c);
-  EXPECT_NEAR(model.ElementStiffness[1][3], -0.275 * c, 1e-9 * c);
-  EXPECT_NEAR(model.ElementStiffness[4][1], -0.0125 * c, 1e-9 * c);
+  EXPECT_NEAR(k[1][1], 0.45 * c, 1e-9 * c);
+  EXPECT_NEAR(k[1][2], 0.1625 * c, 1e-9 * c);
+  EXPECT_NEAR(k[1][3], -0.275 * c, 1e-9 * c);
+  EXPECT_NEAR(k[4][1], -0.0125 * c, 1e-9 * c);
 }
 
 /// A constant strain needs no force inside the plate and gives its stress in every element.
@@ -62,12 +57,11 @@ TEST(Patch, ConstantStrainIsCarriedExactly) {
                {{.c = -2e-3, .e = 2e-3}, 0}};
   for (const auto& c : cases) {
     Model model = test::Plate(4, 5, 20);
-    CalcElementStiffness(model);
-    NumberEquations(model);
-    AssembleStiffness(model);
+    test::Assemble(model);
     for (int k = 1; k <= model.NodeCount; ++k) {
-      model.NodeDisp(k, 1) = c.field.U(model.NodeXY(k, 1), model.NodeXY(k, 2));
-      model.NodeDisp(k, 2) = c.field.V(model.NodeXY(k, 1), model.NodeXY(k, 2));
+      for (int d = 1; d <= 2; ++d) {
+        model.NodeDisp(k, d) = c.field(d, model.NodeXY(k, 1), model.NodeXY(k, 2));
+      }
     }
     for (int i = 2; i <= 4; ++i) {
       for (int p = model.DofNumber(Node(model, i, 2), 1);
@@ -80,23 +74,28 @@ TEST(Patch, ConstantStrainIsCarriedExactly) {
       }
     }
     ElementStresses(model, model.ElementSize, model.YoungModulus, model.PoissonRatio);
-    EXPECT_NEAR(model.MaxStress, c.vonMises, 1e-9);
-    EXPECT_NEAR(model.MinStress, c.vonMises, 1e-9);
-    EXPECT_NEAR(model.AvgStress, c.vonMises, 1e-9);
+    for (const double stress : {model.MinStress, model.AvgStress, model.MaxStress}) {
+      EXPECT_NEAR(stress, c.vonMises, 1e-9);
+    }
+  }
+}
+
+/// Spreads a force evenly over the right edge, half as much on its two end nodes.
+void LoadRightEdge(Model& model, int component, double force) {
+  for (int i = 1; i <= model.CellRowCount + 1; ++i) {
+    const double share = i == 1 || i == model.CellRowCount + 1 ? 0.5 : 1.0;
+    model.NodeLoad(Node(model, i, model.CellColumnCount + 1), component) =
+        force * share / model.CellRowCount;
   }
 }
 
 TEST(Uniaxial, DisplacementIsStressTimesLengthOverModulus) {
   Model model = test::Plate(6, 12, 10);
-  const double stress = 50, force = stress * 10 * model.Thickness;
-  for (int i = 1; i <= 7; ++i) {
-    model.NodeFreedom(Node(model, i, 1), 1) = 1;
-    model.NodeLoad(Node(model, i, 13), 1) = i == 1 || i == 7 ? force / 2 : force;
-  }
+  const double stress = 50, u = stress * 120 / model.YoungModulus;
+  for (int i = 1; i <= 7; ++i) model.NodeFreedom(Node(model, i, 1), 1) = 1;
   model.NodeFreedom(Node(model, 1, 1), 2) = 1;
-  const SolveReport report = AnalyseStructure(model);
-  EXPECT_TRUE(report.converged);
-  const double u = stress * 120 / model.YoungModulus;
+  LoadRightEdge(model, 1, stress * 60 * model.Thickness);
+  EXPECT_TRUE(AnalyseStructure(model).converged);
   for (int i = 1; i <= 7; ++i) EXPECT_NEAR(model.NodeDisp(Node(model, i, 13), 1), u, 1e-5 * u);
   EXPECT_NEAR(model.MaxStress, stress, 1e-4 * stress);
   EXPECT_NEAR(model.MinStress, stress, 1e-4 * stress);
@@ -114,10 +113,7 @@ TEST(Bending, CantileverConvergesToTimoshenkoFromBelow) {
   for (int cells : {2, 4, 8, 16}) {
     Model model = test::Cantilever(cells, 4 * cells, 0);
     model.ElementSize = static_cast<Single>(height / cells);
-    for (int i = 1; i <= cells + 1; ++i) {
-      model.NodeLoad(Node(model, i, 4 * cells + 1), 2) =
-          -force / cells * (i == 1 || i == cells + 1 ? 0.5 : 1.0);
-    }
+    LoadRightEdge(model, 2, -force);
     AnalyseStructure(model);
     const double tip = -model.NodeDisp(Node(model, cells / 2 + 1, 4 * cells + 1), 2);
     EXPECT_GT(tip, before);
@@ -129,7 +125,6 @@ TEST(Bending, CantileverConvergesToTimoshenkoFromBelow) {
 
 TEST(Energy, ComplianceIsTwiceTheStrainEnergy) {
   Model model = test::RandomPlate(11);
-  model.StepCount = 0;
   AnalyseStructure(model);
   double work = 0, energy = 0;
   for (int p = 1; p <= model.EquationCount; ++p)
@@ -148,6 +143,51 @@ TEST(Energy, ComplianceIsTwiceTheStrainEnergy) {
   }
   EXPECT_GT(energy, 0);
   EXPECT_NEAR(work, 2 * energy, 1e-9 * work);
+}
+
+TEST(Mesh, LaysOutTheGridCounterClockwiseFromTheLowerLeft) {
+  Model model;
+  model.DomainX1 = -400, model.DomainY1 = -300;
+  BuildMesh(model, 5, 7);
+  EXPECT_EQ(model.NodeCount, 48);
+  EXPECT_EQ(model.NodeXY(1, 1), -400);
+  EXPECT_EQ(model.NodeXY(8, 1), 300);
+  EXPECT_EQ(model.NodeXY(9, 2), -200);
+  const int nodes[] = {1, 2, 10, 9};
+  for (int k = 1; k <= 4; ++k) EXPECT_EQ(model.ElementNodes(1, k), nodes[k - 1]);
+  EXPECT_EQ(model.ElementNodes(35, 3), 48);
+
+  model = Model{};
+  model.ElementSize = 0.1F;
+  BuildMesh(model, 1, 20);
+  Single x = 0;
+  for (int j = 1; j <= 21; ++j, x += 0.1F) EXPECT_EQ(model.NodeXY(j, 1), double{x});
+  EXPECT_NE(model.NodeXY(21, 1), 2.0) << "a sum in single precision, not twenty times a tenth";
+}
+
+TEST(Mesh, NumbersFreeComponentsOfActiveNodesWithoutGaps) {
+  Model model = test::Plate(2, 2);
+  model.CellState(2, 2) = kCellEmpty;  // node 9 belongs to this cell alone
+  model.NodeFreedom(1, 1) = 1;
+  model.NodeFreedom(2, 2) = -5;  // any code but 0 is fixed
+  MarkActiveNodes(model);
+  NumberEquations(model);
+  EXPECT_EQ(model.EquationCount, 14);
+  const int expected[][2] = {{0, 1}, {2, 0}, {3, 4}};
+  for (int k = 1; k <= 3; ++k) {
+    for (int d = 1; d <= 2; ++d) EXPECT_EQ(model.DofNumber(k, d), expected[k - 1][d - 1]);
+  }
+  EXPECT_EQ(model.DofNumber(9, 1), 0);
+  EXPECT_EQ(model.ElementDofs(4, 1), model.DofNumber(5, 1));  // filled though the cell is absent
+}
+
+TEST(Mesh, RefusesWhatAnIntegerCannotCount) {
+  Model model;
+  EXPECT_THROW(BuildMesh(model, 200, 200), RunTimeError);  // 40401 nodes
+  EXPECT_THROW(BuildMesh(model, 32767, 1), RunTimeError);
+  EXPECT_EQ(model.NodeCount, 0);
+  model = test::Plate(127, 254);  // 32640 nodes, 65280 components
+  EXPECT_THROW(NumberEquations(model), RunTimeError);
 }
 
 }  // namespace

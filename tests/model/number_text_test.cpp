@@ -14,33 +14,23 @@
 namespace quillane {
 namespace {
 
-TEST(NumberText, GeneralFormAtEachPrecision) {
+TEST(NumberText, FormatsRoundAndChangeFormWhereTheyShould) {
   EXPECT_EQ(GeneralText(0.05F), "0.05");
-  EXPECT_EQ(GeneralText(2000.0F), "2000");
-  EXPECT_EQ(GeneralText(12.5F), "12.5");
   EXPECT_EQ(GeneralText(2.1e7F), "2.1E+07");  // eight digits pass a Single's seven
   EXPECT_EQ(GeneralText(16777216.0F), "1.677722E+07");
   EXPECT_EQ(GeneralText(2.1e7), "21000000");  // but not a Double's fifteen
   EXPECT_EQ(GeneralText(1.0 / 3.0), "0.333333333333333");
   EXPECT_EQ(GeneralText(1e-5), "1E-05");
   EXPECT_EQ(GeneralText(1e300), "1E+300");
-  EXPECT_EQ(GeneralText(-0.0), "0");  // no minus sign before a zero
-  EXPECT_EQ(GeneralText(245.125), "245.125");
-}
-
-TEST(NumberText, FixedFormatsRoundHalvesAwayFromZero) {
+  EXPECT_EQ(GeneralText(-0.0), "0");           // no minus sign before a zero
   EXPECT_EQ(ExponentText(12450), "1.25E+04");  // an exact tie that half-to-even would lower
   EXPECT_EQ(ExponentText(-12450), "-1.25E+04");
-  EXPECT_EQ(ExponentText(1.125), "1.13E+00");
   EXPECT_EQ(ExponentText(9.995), "9.99E+00");   // the double lies just below the tie
   EXPECT_EQ(ExponentText(9.9951), "1.00E+01");  // the mantissa carries into the exponent
-  EXPECT_EQ(ExponentText(2000000), "2.00E+06");
   EXPECT_EQ(ExponentText(5e-324), "4.94E-324");
-  EXPECT_EQ(ExponentText(std::numeric_limits<double>::max()), "1.80E+308");
   EXPECT_EQ(ExponentText(-0.0), "0.00E+00");
   EXPECT_EQ(WholeText(2.5), "3");
   EXPECT_EQ(WholeText(-2.5), "-3");
-  EXPECT_EQ(WholeText(-350.2), "-350");
   EXPECT_EQ(WholeText(-0.4), "0");
 }
 
@@ -48,13 +38,11 @@ TEST(NumberText, LeadingNumberOfTypedText) {
   const struct {
     const char* text;
     double value;
-  } cases[] = {{"", 0},       {"abc", 0}, {"  12.5 mm", 12.5},
-               {"0.1x", 0.1}, {"-3", -3}, {"+4", 4},
-               {".5", 0.5},   {"5.", 5},  {"1e3", 1000},
-               {"1e", 1},     {"1e+", 1}, {"1E-2y", 0.01},
-               {"-.", 0},     {"--1", 0}, {"1,5", 1},
-               {"1e-400", 0}, {"inf", 0}, {"nan", 0},
-               {"0x10", 0},   {"-0", 0},  {"0.0000000e999999999999", 0}};
+  } cases[] = {{"", 0},       {"abc", 0},    {"  12.5 mm", 12.5},
+               {"-3", -3},    {"+4", 4},     {".5", 0.5},
+               {"1e3", 1000}, {"1e+", 1},    {"1E-2y", 0.01},
+               {"-.", 0},     {"--1", 0},    {"1,5", 1},
+               {"inf", 0},    {"1e-400", 0}, {"0.0000000e999999999999", 0}};
   for (const auto& c : cases) EXPECT_EQ(LeadingNumber(c.text, "a number"), c.value) << c.text;
   EXPECT_THROW(LeadingNumber("1e400", "a number"), RunTimeError);
   EXPECT_THROW(LeadingNumber("1e99999999999999999999", "a number"), RunTimeError);
@@ -64,28 +52,27 @@ TEST(Numbers, ConversionsRoundHalvesToEvenAndRefuseOverflow) {
   EXPECT_EQ(ToInteger(2.5, "x"), 2);
   EXPECT_EQ(ToInteger(3.5, "x"), 4);
   EXPECT_EQ(ToInteger(-32768.5, "x"), -32768);
-  EXPECT_EQ(ToInteger(32767.49, "x"), 32767);
   EXPECT_THROW(ToInteger(32767.5, "x"), RunTimeError);
   EXPECT_THROW(ToInteger(std::numeric_limits<double>::quiet_NaN(), "x"), RunTimeError);
   EXPECT_EQ(ToSingle(0x1.fffffefp127, "x"), std::numeric_limits<float>::max());
   EXPECT_THROW(ToSingle(0x1.ffffffp127, "x"), RunTimeError);
 }
 
-/// What is written is read back to a value that is written the same again, at any magnitude.
-TEST(NumberText, WritingReadingAndWritingIsStable) {
+/// What is written is read back to a value that is written the same again.
+template <class Number>
+void ExpectStable(Number value) {
+  Number back = 0;
+  ASSERT_EQ(ParseField(GeneralText(value), back), FieldFault::kNone);
+  ASSERT_EQ(GeneralText(back), GeneralText(value));
+}
+
+TEST(NumberText, WritingReadingAndWritingIsStableAtAnyMagnitude) {
   std::mt19937_64 random(7);
   for (int i = 0; i < 20000; ++i) {
     const auto bits = static_cast<std::uint32_t>(random());
-    const auto single = std::bit_cast<Single>(bits);
-    if (!std::isfinite(single)) continue;
-    Single back = 0;
-    ASSERT_EQ(ParseField(GeneralText(single), back), FieldFault::kNone);
-    ASSERT_EQ(GeneralText(back), GeneralText(single));
-    const double real =
-        std::ldexp(static_cast<double>(random()), static_cast<int>(bits % 1800) - 950);
-    double realBack = 0;
-    ASSERT_EQ(ParseField(GeneralText(real), realBack), FieldFault::kNone);
-    ASSERT_EQ(GeneralText(realBack), GeneralText(real));
+    if (!std::isfinite(std::bit_cast<Single>(bits))) continue;
+    ExpectStable(std::bit_cast<Single>(bits));
+    ExpectStable(std::ldexp(static_cast<double>(random()), static_cast<int>(bits % 1800) - 950));
   }
 }
 

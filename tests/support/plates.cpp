@@ -1,9 +1,9 @@
-// Small plates that tests analyse.
+// Small plates that tests analyse, and their files.
 #include "support/plates.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <random>
 
 #include "fem/mesh.h"
 
@@ -25,15 +25,11 @@ int Node(const Model& model, int row, int column) {
   return (row - 1) * (model.CellColumnCount + 1) + column;
 }
 
-void HoldLeftEdge(Model& model) {
-  for (int i = 1; i <= model.CellRowCount + 1; ++i) {
-    for (int d = 1; d <= 2; ++d) model.NodeFreedom(Node(model, i, 1), d) = 1;
-  }
-}
-
 Model Cantilever(int rows, int columns, double force) {
   Model model = Plate(rows, columns);
-  HoldLeftEdge(model);
+  for (int i = 1; i <= rows + 1; ++i) {
+    for (int d = 1; d <= 2; ++d) model.NodeFreedom(Node(model, i, 1), d) = 1;
+  }
   model.NodeLoad(Node(model, rows / 2 + 1, columns + 1), 2) = -force;
   return model;
 }
@@ -50,17 +46,34 @@ Model RandomPlate(unsigned seed) {
     }
   }
   for (int k = 1; k <= model.NodeCount; ++k) {
-    if (chance(12)) model.NodeFreedom(k, 1) = 1;
-    if (chance(12)) model.NodeFreedom(k, 2) = 1;
-    if (chance(20)) model.NodeLoad(k, 1) = static_cast<double>(random() % 2001) - 1000;
-    if (chance(20)) model.NodeLoad(k, 2) = static_cast<double>(random() % 2001) - 1000;
-  }
-  for (int j = 1; j <= 2; ++j) {
-    for (int d = 1; d <= 2; ++d) model.NodeFreedom(j, d) = 1;
+    for (int d = 1; d <= 2; ++d) {
+      if (chance(12) || k <= 2) model.NodeFreedom(k, d) = 1;
+      if (chance(20)) model.NodeLoad(k, d) = static_cast<double>(random() % 2001) - 1000;
+    }
   }
   model.NodeLoad(Node(model, 2, columns + 1), 2) = 500;
   MarkActiveNodes(model);
   return model;
+}
+
+std::string Damaged(std::string text, std::mt19937& random) {
+  static const char* const kValues[] = {"0",     "-1",     "1",    "2",     "3",    "7",    "40",
+                                        "32767", "-32768", "1e38", "1e308", "1e99", "0.5",  "54",
+                                        "16382", "1e-300", "",     "x",     "70",   "1e-45"};
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  for (std::size_t times = 1 + below(4); times > 0; --times) {
+    const std::size_t at = below(text.size()), kind = below(5);
+    if (kind == 0) text[at] = static_cast<char>(below(256));
+    if (kind == 1) text.resize(at);
+    if (kind == 2) text.insert(at, text.substr(below(text.size()), below(60)));
+    if (kind > 2) {  // a field, half of the time a count, a size or a property near the beginning
+      const std::size_t begin = text.find_last_of(",\n", kind == 3 ? at % 120 : at) + 1;
+      const std::size_t end = std::min(text.find_first_of(",\r\n", begin), text.size());
+      text.replace(begin, end - begin, kValues[below(std::size(kValues))]);
+    }
+    if (text.empty()) text = "1";
+  }
+  return text;
 }
 
 ScratchFolder::ScratchFolder() {

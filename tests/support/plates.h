@@ -1,9 +1,9 @@
-// Small plates that tests analyse.
+// Small plates that tests analyse, and their files.
 #pragma once
 
 #include <filesystem>
+#include <random>
 #include <string>
-#include <vector>
 
 #include "model/model.h"
 
@@ -15,9 +15,6 @@ Model Plate(int rows, int columns, Single elementSize = 100, Integer state = kCe
 /// Number of the node in grid row and column, both from 1 at the lower left.
 int Node(const Model& model, int row, int column);
 
-/// Fixes the nodes of grid column 1 in x and y.
-void HoldLeftEdge(Model& model);
-
 /// Plate held at its left edge with a downward force (N) at the middle of its right edge.
 Model Cantilever(int rows, int columns, double force = 1000);
 
@@ -25,7 +22,10 @@ Model Cantilever(int rows, int columns, double force = 1000);
 /// always held and its first row always filled, so that the rest has something to hang on.
 Model RandomPlate(unsigned seed);
 
-/// Empties the file or names it with content; its folder is removed when the object dies.
+/// A model file's text with one to four random faults; never empty.
+std::string Damaged(std::string text, std::mt19937& random);
+
+/// A new folder that is removed with all its files when the object dies.
 class ScratchFolder {
  public:
   ScratchFolder();

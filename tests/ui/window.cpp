@@ -1,4 +1,4 @@
-// Implements the hand and the robot.
+// Implements the hand and the robot, and runs the tests of the window without a screen.
 #include "ui/window.h"
 
 #include <QAbstractButton>
@@ -10,36 +10,23 @@
 #include <QTest>
 #include <QTimer>
 
-#include "model/model_file.h"
 #include "ui/picture_widget.h"
 
 namespace quillane::test {
-namespace {
 
-template <class T>
-T& Control(QWidget& dialog, const char* name) {
-  T* control = dialog.findChild<T*>(QLatin1String(name));
-  if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
-  return *control;
-}
-
-}  // namespace
-
-void Choose(QWidget& dialog, const char* option) {
-  Control<QAbstractButton>(dialog, option).setChecked(true);
-}
-
-void Type(QWidget& dialog, const char* box, const std::string& text) {
-  Control<QLineEdit>(dialog, box).setText(QString::fromStdString(text));
+void Enter(QWidget& dialog, const char* control, const std::string& text) {
+  if (auto* box = dialog.findChild<QLineEdit*>(control)) {
+    box->setText(QString::fromStdString(text));
+  } else {
+    dialog.findChild<QAbstractButton*>(control)->setChecked(true);
+  }
 }
 
 void Click(QWidget& dialog, const char* button) {
-  Control<QAbstractButton>(dialog, button).click();
+  dialog.findChild<QAbstractButton*>(button)->click();
 }
 
 Robot::Robot() { QTimer::singleShot(0, this, &Robot::Look); }
-
-std::vector<std::string> Robot::Boxes() { return std::exchange(boxes_, {}); }
 
 void Robot::Look() {
   QTimer::singleShot(0, this, &Robot::Look);
@@ -76,28 +63,44 @@ void Window::Restart() {
   EXPECT_TRUE(QTest::qWaitForWindowExposed(main.get()));
 }
 
-Window::~Window() { std::filesystem::current_path(home); }
+void Window::Menu(const char* name) { main->findChild<QAction*>(name)->trigger(); }
 
-void Window::Menu(const char* name) { Find<QAction>(name)->trigger(); }
+bool Window::IsEnabled(const char* menu) { return main->findChild<QAction*>(menu)->isEnabled(); }
 
-void Window::ChooseIn(const char* menu, const char* option) {
-  robot.Next([option](QDialog& dialog) {
-    Choose(dialog, option);
-    Click(dialog, "cmdOK");
+bool Window::In(const char* menu, const Robot::Answer& work) {
+  bool closed = false;
+  robot.Next([&](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowModality(), Qt::ApplicationModal);
+    work(dialog);
+    closed = !dialog.isVisible();
+    if (!closed) dialog.reject();
   });
   Menu(menu);
+  return closed;
+}
+
+bool Window::Fill(const char* menu, const Entries& entries, const char* button) {
+  return In(menu, [&](QDialog& dialog) {
+    for (const auto& [control, text] : entries) Enter(dialog, control, text);
+    Click(dialog, button);
+  });
 }
 
 void Window::Press(double x, double y, Qt::MouseButton button) {
-  auto* canvas = Find<QWidget>("picCanvas");
   const double left = double{model().ViewRight} - double{model().DomainWidth};
-  const double column = (x - left) / double{model().DomainWidth} * canvas->width();
+  const double column = (x - left) / double{model().DomainWidth} * Canvas()->width();
   const double row =
-      (double{model().ViewTop} - y) / double{model().DomainHeight} * canvas->height();
-  QTest::mouseClick(canvas, button, {}, QPoint(qRound(column), qRound(row)));
+      (double{model().ViewTop} - y) / double{model().DomainHeight} * Canvas()->height();
+  QTest::mouseClick(Canvas(), button, {}, QPoint(qRound(column), qRound(row)));
 }
 
-std::string Window::Label(const char* name) { return Find<QLabel>(name)->text().toStdString(); }
+std::string Window::Label(const char* name) {
+  return main->findChild<QLabel*>(name)->text().toStdString();
+}
+
+QWidget* Window::Canvas() { return main->findChild<QWidget*>("picCanvas"); }
+
+QImage Window::Picture() { return main->findChild<PictureWidget*>("picCanvas")->Image().copy(); }
 
 void Window::Show(const Model& shown) {
   model() = shown;
@@ -105,6 +108,11 @@ void Window::Show(const Model& shown) {
   main->DrawCanvas();
 }
 
-std::string Window::ModelText(const Model& model) { return ModelFileText(model); }
-
 }  // namespace quillane::test
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}

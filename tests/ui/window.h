@@ -7,16 +7,19 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "model/model_file.h"
 #include "support/plates.h"
 #include "ui/frmMain.h"
 
 namespace quillane::test {
 
-/// Sets an option button or a text box, or presses a button of a dialog.
-void Choose(QWidget& dialog, const char* option);
-void Type(QWidget& dialog, const char* box, const std::string& text);
+using Texts = std::vector<std::string>;
+
+/// Chooses an option button or types a text into a box; presses a button of a dialog.
+void Enter(QWidget& dialog, const char* control, const std::string& text = {});
 void Click(QWidget& dialog, const char* button);
 
 /// Answers every modal dialog while its event loop runs: message boxes are noted and accepted,
@@ -28,13 +31,13 @@ class Robot : public QObject {
   void Next(Answer answer) { answers_.push_back(std::move(answer)); }
 
   /// "title: text" of the message boxes since the last call.
-  std::vector<std::string> Boxes();
+  Texts Boxes() { return std::exchange(boxes_, {}); }
 
  private:
   void Look();
 
   std::deque<Answer> answers_;
-  std::vector<std::string> boxes_;
+  Texts boxes_;
   QWidget* answered_ = nullptr;
 };
 
@@ -42,25 +45,28 @@ class Robot : public QObject {
 class Window : public testing::Test {
  protected:
   Window();
-  ~Window() override;
+  ~Window() override { std::filesystem::current_path(home); }
 
   /// Puts a new window in the place of the present one.
   void Restart();
   Model& model() { return main->model(); }
-  template <class T>
-  T* Find(const char* name) {
-    return main->findChild<T*>(QLatin1String(name));
-  }
+  QWidget* Canvas();
   void Menu(const char* name);
-  /// Opens a dialog by its menu item, takes the option and presses OK.
-  void ChooseIn(const char* menu, const char* option);
+  bool IsEnabled(const char* menu);
+  /// Opens a dialog by its menu item and works it; false if it was still open then.
+  bool In(const char* menu, const Robot::Answer& work);
+  /// Likewise: enters an option or texts into boxes and presses a button.
+  using Entries = std::vector<std::pair<const char*, std::string>>;
+  bool Fill(const char* menu, const Entries& entries, const char* button = "cmdOK");
+  bool ChooseIn(const char* menu, const char* option) { return Fill(menu, {{option, ""}}); }
   /// A click of the mouse at user coordinates, mm, to the nearest pixel.
   void Press(double x, double y, Qt::MouseButton button = Qt::LeftButton);
   std::string Label(const char* name);
+  std::string Title() { return main->windowTitle().toStdString(); }
+  QImage Picture();
   /// Puts a model into the window as opening a file does.
   void Show(const Model& shown);
-  std::string Text() { return ModelText(model()); }
-  static std::string ModelText(const Model& model);
+  std::string Text() { return ModelFileText(model()); }
 
   ScratchFolder folder;
   std::filesystem::path home = std::filesystem::current_path();

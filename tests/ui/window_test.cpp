@@ -1,127 +1,38 @@
-// The window itself: start-up, menus, layout, title, files, the picture and the end of the program.
+// The window itself, and analysis and optimization through it: texts, pictures, files, failures.
 #include "ui/window.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QMenu>
-#include <QMenuBar>
 #include <QTest>
 #include <QTimer>
 
-#include "model/model_file.h"
-#include "ui/picture_widget.h"
+#include "optimize/optimization_step.h"
 
 namespace quillane::test {
 namespace {
 
-std::string Tree(const QList<QAction*>& items, const std::string& indent) {
-  std::string tree;
-  for (const QAction* item : items) {
-    tree += indent + item->objectName().toStdString() + " " +
-            (item->isSeparator() ? "-" : item->text().toStdString()) +
-            (item->isEnabled() ? "" : " (disabled)") + "\n";
-    if (item->menu() != nullptr) tree += Tree(item->menu()->actions(), indent + "  ");
-  }
-  return tree;
-}
+constexpr const char* kTitle =
+    "Quillane Optimization for Shape and Topology      HARROW Lab., Calder univ.";
 
-TEST_F(Window, StartsWithItsMenusTextsAndView) {
-  EXPECT_EQ(Tree(main->menuBar()->actions(), ""), R"(mnuFile File
-  mnuOpen Open model
-  mnuSave Save model
-  mnuImageCopy Copy image
-  mnuHistory Record history (disabled)
-  separater2 -
-  mnuExit Exit
-mnuGraphicArea Graphic
-  mnuWidth Width and Mesh Density
-  mnuMoveOrigin Move Origin
-  separater3 -
-  mnuImageIndicator Graphics
-  mnuValueIndicator Values
-  separater5 -
-  mnuClear Clear Model
-mnuShape Shape
-mnuAnalysis Parameter
-  mnuMaterial Design Property
-  mnuFreedom Freedom Conditions
-  mnuAppliedLoad Applied Load
-  mnuDrivingParameter Optimizaion Parameter
-mnuStressAnalysis FEA
-mnuOptimization Optimization (disabled)
-)");
-  EXPECT_EQ(main->windowTitle(),
-            "Quillane Optimization for Shape and Topology      HARROW Lab., Calder univ.");
+TEST_F(Window, StartsWithItsTextsAndView) {
+  EXPECT_EQ(Title(), kTitle);
   EXPECT_EQ(Label("lblUpDate"), "Width = 2000mm  Element Size = 100mm");
   EXPECT_EQ(model().ViewRight, 1000);
   EXPECT_FLOAT_EQ(model().ViewTop, model().DomainHeight / 2);
-  EXPECT_FALSE(main->tmrOpt->isActive());
-}
-
-TEST_F(Window, EveryCommandOfTheMenusOpensItsDialog) {
-  Show(Cantilever(2, 3));
-  Menu("mnuStressAnalysis");
-  const std::pair<const char*, const char*> dialogs[] = {{"mnuOpen", "frmOpen"},
-                                                         {"mnuSave", "frmSave"},
-                                                         {"mnuWidth", "frmWidth"},
-                                                         {"mnuImageIndicator", "frmImageIndicator"},
-                                                         {"mnuValueIndicator", "frmValueIndicator"},
-                                                         {"mnuShape", "frmShape"},
-                                                         {"mnuMaterial", "frmMaterial"},
-                                                         {"mnuFreedom", "frmFreedom"},
-                                                         {"mnuAppliedLoad", "frmAppliedLoad"},
-                                                         {"mnuDrivingParameter", "frmController"},
-                                                         {"mnuOptimization", "frmOptimization"}};
-  for (const auto& [item, form] : dialogs) {
-    std::string seen;
-    robot.Next([&seen](QDialog& dialog) {
-      seen = dialog.objectName().toStdString();
-      EXPECT_EQ(dialog.windowModality(), Qt::ApplicationModal);
-      dialog.reject();
-    });
-    Menu(item);
-    EXPECT_EQ(seen, form);
-  }
+  EXPECT_FALSE(IsEnabled("mnuOptimization") || IsEnabled("mnuHistory"));
 }
 
 TEST_F(Window, MinimizingIsToldByTheTitleAndRestoringRedraws) {
   Show(Plate(2, 2));
   main->SetTitleAfterOpening();
-  const QImage before = Find<PictureWidget>("picCanvas")->Image().copy();
+  const QImage before = Picture();
   main->showMinimized();
-  EXPECT_EQ(main->windowTitle(), "POST");
+  EXPECT_EQ(Title(), "POST");
   Menu("mnuClear");
   main->showNormal();
   QCoreApplication::processEvents();
-  EXPECT_EQ(main->windowTitle(),
-            "Quillane Optimization for Shape and Topology      HARROW Lab., Calder univ.");
-  EXPECT_EQ(Find<PictureWidget>("picCanvas")->Image(), before);
-}
-
-TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
-  Show(RandomPlate(7));
-  const auto use = [this](const char* menu, const char* name, const char* button) {
-    robot.Next([=](QDialog& dialog) {
-      Type(dialog, "txtFileName", name);
-      Click(dialog, button);
-    });
-    Menu(menu);
-  };
-  use("mnuSave", "a.model", "cmdSave");
-  const std::string first = ReadFile(folder / "a.model");
-  EXPECT_EQ(first, Text());
-  Menu("mnuStressAnalysis");
-  Menu("mnuHistory");
-  Show(Plate(1, 1));
-  use("mnuOpen", "a.model", "cmdOpen");
-  EXPECT_EQ(main->windowTitle(),
-            "Quillane Optimization for Shape and Topology      by HARROW Lab., Calder univ.");
-  EXPECT_EQ(model().HistoryRecording, 0);
-  EXPECT_FALSE(Find<QAction>("mnuHistory")->isEnabled());
-  EXPECT_FALSE(Find<QAction>("mnuOptimization")->isEnabled());
-  use("mnuSave", "b.model", "cmdSave");
-  EXPECT_EQ(ReadFile(folder / "b.model"), first);
+  EXPECT_EQ(Title(), kTitle);
+  EXPECT_EQ(Picture(), before);
 }
 
 TEST_F(Window, ClearingWipesThePictureAndEndsTheHistory) {
@@ -129,35 +40,31 @@ TEST_F(Window, ClearingWipesThePictureAndEndsTheHistory) {
   Menu("mnuStressAnalysis");
   Menu("mnuHistory");
   Menu("mnuHistory");
-  EXPECT_EQ(robot.Boxes(), std::vector<std::string>{"警告: すでに履歴を記録しています。"});
+  EXPECT_EQ(robot.Boxes(), Texts{"警告: すでに履歴を記録しています。"});
   const std::string text = Text();
   Menu("mnuMoveOrigin");
   Menu("mnuClear");
   EXPECT_EQ(model().EditMode, 0);
   EXPECT_EQ(model().HistoryRecording, 0);
-  EXPECT_FALSE(Find<QAction>("mnuHistory")->isEnabled());
+  EXPECT_FALSE(IsEnabled("mnuHistory"));
   EXPECT_EQ(Text(), text);
-  const QImage cleared = Find<PictureWidget>("picCanvas")->Image().copy();
+  const QImage cleared = Picture();
   model().DomainDefined = 0;
   model().CellRowCount = model().NodeCount = 0;
   main->DrawCanvas();
-  EXPECT_EQ(Find<PictureWidget>("picCanvas")->Image(), cleared);
+  EXPECT_EQ(Picture(), cleared);
 }
 
-TEST_F(Window, ThePictureIsCopiedAndSurvivesRepaints) {
-  Show(RandomPlate(3));
-  const QImage drawn = Find<PictureWidget>("picCanvas")->Image().copy();
+TEST_F(Window, ThePictureIsCopiedAndSurvivesRepaintsUntilTheProgramEndsAtOnce) {
+  Show(Cantilever(2, 3));
+  const QImage drawn = Picture();
+  Menu("mnuStressAnalysis");
+  main->DrawCanvas();
+  Menu("mnuHistory");
   model() = Model{};
-  QTest::qWait(1);
   main->repaint();
   Menu("mnuImageCopy");
   EXPECT_EQ(QGuiApplication::clipboard()->image(), drawn);
-}
-
-TEST_F(Window, ExitAndClosingEndTheProgramAtOnce) {
-  Show(Cantilever(2, 3));
-  Menu("mnuStressAnalysis");
-  Menu("mnuHistory");
   Menu("mnuExit");
   EXPECT_EQ(ended, 0);
   EXPECT_NE(ReadFile(folder / "History.tmp").find("Iteration, Max, Avg, Min\r\n0,"),
@@ -165,6 +72,123 @@ TEST_F(Window, ExitAndClosingEndTheProgramAtOnce) {
   Restart();
   main->close();
   EXPECT_EQ(ended, 0);
+}
+
+/// A short cantilever that has been analysed and loses some material at each step.
+class Analysis : public Window {
+ protected:
+  Analysis() {
+    Model plate = Cantilever(6, 12);
+    plate.StressTarget = 4;
+    plate.Epsilon = 3;
+    plate.Lambda = 0.2F;
+    Show(plate);
+    Menu("mnuStressAnalysis");
+  }
+};
+
+TEST_F(Analysis, TheFirstAnalysisOpensTheWayToOptimization) {
+  EXPECT_EQ(Label("lblUpDate"), "  Volume = 7.20E+05mm^3");
+  EXPECT_TRUE(IsEnabled("mnuOptimization") && IsEnabled("mnuHistory"));
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  EXPECT_TRUE(robot.Boxes().empty());
+  model().EditMode = 4;
+  model().StepCount = 9;
+  const QImage map = Picture();
+  Menu("mnuStressAnalysis");
+  EXPECT_EQ(model().EditMode, 0);
+  EXPECT_EQ(model().StepCount, 0);
+  EXPECT_EQ(Picture(), map);
+}
+
+TEST_F(Window, AnAnalysisThatFailsIsReportedAndTheWindowStays) {
+  Menu("mnuStressAnalysis");
+  EXPECT_EQ(robot.Boxes().size(), 1U);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  EXPECT_FALSE(IsEnabled("mnuOptimization"));
+  Model afloat = Cantilever(3, 3);
+  for (Integer& flag : afloat.NodeFreedom.Raw()) flag = 0;
+  Show(afloat);
+  Menu("mnuStressAnalysis");
+  EXPECT_EQ(robot.Boxes().size(), 1U) << "a plate that nothing holds does not converge";
+  EXPECT_TRUE(IsEnabled("mnuOptimization")) << "the results stand";
+  In("mnuOptimization", [](QDialog& dialog) {
+    const auto* notice = dialog.findChild<QWidget*>("lblConvergence");
+    EXPECT_FALSE(notice->isVisible());
+    const QSize size = dialog.size();
+    Click(dialog, "cmdManual");
+    EXPECT_TRUE(notice->isVisible()) << "nor does the step";
+    EXPECT_EQ(dialog.size(), size);
+  });
+  EXPECT_EQ(ended, -1);
+}
+
+TEST_F(Analysis, TheRecordedStepsAreThoseWithoutAWindow) {
+  Model headless = model();
+  Menu("mnuHistory");
+  In("mnuOptimization", [this](QDialog& dialog) {
+    for (int step = 0; step < 3; ++step) Click(dialog, "cmdManual");
+    EXPECT_TRUE(Label("lblUpDate").ends_with("mm^3     2step")) << Label("lblUpDate");
+    Click(dialog, "cmdAutoStart");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return model().StepCount >= 6; }));
+    Click(dialog, "cmdAutoStop");
+    const int stopped = model().StepCount;
+    QTest::qWait(20);
+    EXPECT_EQ(model().StepCount, stopped);
+    Click(dialog, "cmdAutoStart");
+    Click(dialog, "cmdCancel");
+  });
+  EXPECT_FALSE(main->tmrOpt->isActive());
+  EXPECT_EQ(model().AutoOptimize, 0);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  const int steps = model().StepCount;
+  EXPECT_LT(model().Volume, 7.2e5);
+  Menu("mnuClear");
+
+  History history;
+  history.Start(headless, folder / "headless.tmp");
+  for (int step = 0; step < steps; ++step) Optimization(headless, history);
+  history.Close(headless);
+  EXPECT_EQ(ReadFile(folder / "History.tmp"), ReadFile(folder / "headless.tmp"));
+  EXPECT_EQ(Text(), ModelFileText(headless));
+}
+
+TEST_F(Analysis, TheMapOfAStepIsTheOneChosen) {
+  ChooseIn("mnuImageIndicator", "optNeuronValue");
+  EXPECT_EQ(model().DisplayMode, 2);
+  main->Optimization();
+  const QImage potentials = Picture();
+  main->DrawNeuronMap();
+  EXPECT_EQ(Picture(), potentials);
+  ChooseIn("mnuImageIndicator", "optStressValue");
+  EXPECT_NE(Picture(), potentials);
+  model().DisplayMode = 3;
+  main->DrawCanvas();
+  const QImage plain = Picture();
+  main->Optimization();
+  EXPECT_EQ(Picture(), plain);
+  EXPECT_TRUE(Label("lblUpDate").ends_with("     1step"));
+}
+
+TEST_F(Analysis, AFailedStepEndsTheProgramAndRescuesTheLayoutItStartedFrom) {
+  model().Lambda = 1;
+  model().StressTarget = 1e9F;
+  const std::string before = Text();
+  WriteFile(folder / "Rescue.model", "taken");
+  In("mnuOptimization", [this](QDialog& dialog) {
+    Click(dialog, "cmdAutoStart");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ended == 1; }));
+  });
+  EXPECT_EQ(ended, 1);
+  EXPECT_EQ(ReadFile(folder / "Rescue.model"), "taken");
+  EXPECT_EQ(ReadFile(folder / "Rescue2.model"), before);
+  EXPECT_FALSE(main->tmrOpt->isActive());
+  const Texts boxes = robot.Boxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_NE(boxes[0].find((folder / "Rescue2.model").string()), std::string::npos) << boxes[0];
+  main->picCanvas_MouseDown(1, 0, 0, 0);
+  Menu("mnuClear");
+  EXPECT_EQ(Text(), before) << "nothing happens to the model any more";
 }
 
 }  // namespace

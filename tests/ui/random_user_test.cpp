@@ -13,27 +13,22 @@
 namespace quillane::test {
 namespace {
 
-class RandomSession : public Window {
+class RandomUser : public Window {
  protected:
   unsigned Below(std::size_t count) { return static_cast<unsigned>(random_() % count); }
-  double Between(double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(random_);
-  }
-  template <class Range>
-  auto Any(const Range& range) {
-    return range[static_cast<decltype(range.size())>(
-        Below(static_cast<std::size_t>(range.size())))];
+  Single Between(Single low, Single high) {
+    return std::uniform_real_distribution<Single>(low, high)(random_);
   }
 
   /// Enters anything into a dialog and leaves it by anything.
   void Fumble(QDialog& dialog) {
-    static const std::vector<std::string> texts = {
-        "",      "100",     "50",        "400",       "2000", "0.3",  "1",
-        "9",     "1e400",   "-5",        "abc",       "0",    "1e-9", "210e3",
-        "32768", "12.5 mm", "bad.model", "bad.model", "1e38", ".05"};
+    static const Texts texts = {"",        "100", "50",   "400", "2000",  "0.3",
+                                "1",       "9",   "-5",   "abc", "1e400", "210e3",
+                                "12.5 mm", "0",   "1e38", ".05", "1e-9",  "32768"};
     const bool path = dialog.findChild<QWidget*>("Drive1") != nullptr;
     for (auto* box : dialog.findChildren<QLineEdit*>()) {
-      if (Below(3) != 0) box->setText(QString::fromStdString(path ? "bad.model" : Any(texts)));
+      const std::string& text = texts[Below(texts.size())];
+      if (Below(3) != 0) box->setText(path ? "bad.model" : QString::fromStdString(text));
     }
     for (auto* button : dialog.findChildren<QAbstractButton*>()) {
       if (Below(4) == 0) button->click();
@@ -43,34 +38,11 @@ class RandomSession : public Window {
     if (dialog.isVisible()) dialog.reject();
   }
 
-  void DamageFile() {
-    std::string text = ModelText(RandomPlate(Below(50)));
-    for (unsigned fault = Below(4); fault > 0; --fault) {
-      const std::size_t at = Below(text.size());
-      switch (Below(4)) {
-        case 0:
-          text.resize(at);
-          break;
-        case 1:
-          text[at] = static_cast<char>(Below(256));
-          break;
-        case 2:
-          text.insert(at, Any(std::vector<std::string>{"9", "-", ",", "1E+99", "\r\n"}));
-          break;
-        default:
-          text.erase(at, 1 + Below(9));
-          break;
-      }
-      if (text.empty()) text.assign(1, ',');
-    }
-    WriteFile(folder / "bad.model", text);
-  }
-
   /// A press anywhere on the canvas, or in or about the design domain.
   void PressAnywhere() {
     if (Below(8) == 0) model().EditMode = static_cast<Integer>(Between(-4, 16));
     const auto about = [this](Single low, Single high) {
-      return low + static_cast<Single>(Between(-0.1, 1.1)) * (high - low);
+      return low + Between(-0.1F, 1.1F) * (high - low);
     };
     const bool onDomain = Below(2) == 0;
     const Single x = onDomain ? about(model().DomainX1, model().DomainX2) : about(-1000, 1000);
@@ -80,19 +52,22 @@ class RandomSession : public Window {
 
   void AnyCommand() {
     robot.Next([this](QDialog& dialog) { Fumble(dialog); });
-    QAction* item = Any(main->findChildren<QAction*>());
+    const QList<QAction*> items = main->findChildren<QAction*>();
+    QAction* item = items[static_cast<int>(Below(static_cast<std::size_t>(items.size())))];
     if (item->objectName() != "mnuExit" && item->menu() == nullptr) item->trigger();
   }
 
   void Act() {
     const unsigned kind = Below(20);
-    if (kind == 0) DamageFile();
+    if (kind == 0) {
+      WriteFile(folder / "bad.model", Damaged(ModelFileText(RandomPlate(Below(50))), random_));
+    }
     if (kind == 1)
-      main->resize(static_cast<int>(Between(1, 1500)), static_cast<int>(Between(1, 900)));
+      main->resize(1 + static_cast<int>(Below(1500)), 1 + static_cast<int>(Below(900)));
     if (kind == 2) Show(RandomPlate(Below(1000)));
     if (kind == 3) Menu("mnuStressAnalysis");
     if (kind >= 4 && kind < 8) AnyCommand();
-    if (kind >= 8 && kind < 11 && Find<QAction>("mnuOptimization")->isEnabled()) {
+    if (kind >= 8 && kind < 11 && IsEnabled("mnuOptimization")) {
       main->Optimization();
       ++steps;
     }
@@ -106,7 +81,7 @@ class RandomSession : public Window {
   std::mt19937 random_{20};
 };
 
-TEST_F(RandomSession, EndsInNothingButItsOwnReports) {
+TEST_F(RandomUser, EndsInNothingButItsOwnReports) {
   const int actions = qEnvironmentVariableIntValue("QUILLANE_TEST_ACTIONS");
   for (int action = 0; action < (actions > 0 ? actions : 400); ++action) {
     Act();

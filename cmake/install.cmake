@@ -1,0 +1,60 @@
+# What `cmake --install` puts where: both programs, man pages, manual, examples, and on Linux what a
+# desktop wants to know of them.
+set(quillane_examples_dir ${CMAKE_INSTALL_DATADIR}/quillane/examples)
+
+install(TARGETS quillane quillane-batch
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  BUNDLE DESTINATION .)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${quillane_examples_dir}
+  FILES_MATCHING PATTERN "*.model")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.csv")
+
+# Not yet tried: a window program without a console on Windows, a bundle on macOS, each with the
+# toolkit's libraries beside it.
+set_target_properties(quillane PROPERTIES
+  WIN32_EXECUTABLE ON
+  MACOSX_BUNDLE ON
+  MACOSX_BUNDLE_BUNDLE_NAME Quillane
+  MACOSX_BUNDLE_GUI_IDENTIFIER org.quillane.quillane
+  MACOSX_BUNDLE_BUNDLE_VERSION ${PROJECT_VERSION}
+  MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
+if(WIN32 OR APPLE)
+  qt_generate_deploy_app_script(TARGET quillane FILENAME_VARIABLE quillane_deploy_script)
+  install(SCRIPT ${quillane_deploy_script})
+endif()
+
+if(UNIX AND NOT APPLE)
+  set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+  install(FILES ${packaging}/linux/quillane.desktop
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${packaging}/linux/org.quillane.quillane.metainfo.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(FILES ${packaging}/icons/quillane.svg
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+  foreach(size 16 22 24 32 48 64 128 256 512)
+    install(FILES ${packaging}/icons/quillane-${size}.png
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps
+      RENAME quillane.png)
+  endforeach()
+
+  # Man pages name the folders of this installation. They and the logs are compressed, as is usual.
+  set(DOCDIR ${CMAKE_INSTALL_FULL_DOCDIR})
+  set(EXAMPLESDIR ${CMAKE_INSTALL_FULL_DATADIR}/quillane/examples)
+  set(texts ${PROJECT_BINARY_DIR}/texts)
+  configure_file(${packaging}/man/quillane.1 ${texts}/quillane.1 @ONLY)
+  configure_file(${packaging}/man/quillane-batch.1 ${texts}/quillane-batch.1 @ONLY)
+  configure_file(${packaging}/debian/changelog.in ${texts}/changelog.Debian @ONLY)
+  configure_file(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${texts}/changelog COPYONLY)
+  find_program(QUILLANE_GZIP gzip REQUIRED)
+  foreach(text quillane.1 quillane-batch.1 changelog.Debian changelog)
+    add_custom_command(OUTPUT ${texts}/${text}.gz DEPENDS ${texts}/${text}
+      COMMAND ${QUILLANE_GZIP} -9nkf ${texts}/${text})
+    list(APPEND compressed ${texts}/${text}.gz)
+  endforeach()
+  add_custom_target(texts ALL DEPENDS ${compressed})
+  install(FILES ${texts}/quillane.1.gz ${texts}/quillane-batch.1.gz
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${texts}/changelog.Debian.gz ${texts}/changelog.gz ${packaging}/debian/copyright
+    DESTINATION ${CMAKE_INSTALL_DOCDIR})
+endif()

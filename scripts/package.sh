@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Builds the Debian package into out/.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+scripts/install_dependencies.sh build
+[ -f build/package/build.ninja ] || cmake --preset package
+cmake --build --preset package
+cpack --preset deb

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Watches the resident memory of one long optimization; it must not grow once all arrays stand.
+# Usage: steady_memory.sh path/to/quillane-batch [steps, default 10000] [model]
+set -euo pipefail
+batch=$(realpath "$1")
+steps=${2:-10000}
+model=$(realpath "${3:-$(dirname "${BASH_SOURCE[0]}")/../examples/cantilever.model}")
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+"$batch" "$model" --steps "$steps" --history "$work/course.csv" >"$work/summary" &
+program=$!
+while resident=$(awk '/VmRSS/ { print $2 }' "/proc/$program/status" 2>/dev/null) &&
+      [ -n "$resident" ]; do
+  echo "$(($(wc -l <"$work/course.csv" 2>/dev/null || echo 0))) $resident" >>"$work/memory"
+  sleep 0.2
+done
+wait "$program"
+
+cat "$work/summary"
+awk 'NR == 1 { next }                    # still opening
+     NR <= 6 { if ($2 > early) early = $2 }
+     { if ($2 > most) most = $2; last = $2 }
+     END {
+       printf "%d samples: at most %d kB in the first second, %d kB ever, %d kB at the end\n",
+              NR, early, most, last
+       exit NR < 10 || last > 1.05 * early + 512
+     }' "$work/memory" || { echo "The memory grew, or the run was too short to tell." >&2; exit 1; }

@@ -1,0 +1,218 @@
+// How the client area is shared out, what canvas and maps show, where and in what order.
+#include <gtest/gtest.h>
+
+#include "display/canvas_drawing.h"
+#include "display/canvas_layout.h"
+#include "display/palette.h"
+#include "display/read_outs.h"
+#include "display/result_maps.h"
+#include "model/run_time_error.h"
+#include "recording_area.h"
+#include "support/plates.h"
+
+namespace quillane {
+namespace {
+
+using test::RecordingArea;
+using test::Shape;
+
+/// On a canvas of 4 : 3, with the start-up width x from -1000 to 1000 and y from -750 to 750.
+Model InView(Model model) {
+  FitView(model, 800, 600);
+  return model;
+}
+
+TEST(CanvasLayout, LengthsFollowFromRoundedLengths) {
+  const LayoutUnits units = LayOutUnits(8085, 1350);
+  EXPECT_EQ(units.canvasHeight, 1050);
+  EXPECT_EQ(units.labelTop, 1120);
+  EXPECT_EQ(units.colorBarWidth, 275);
+  EXPECT_EQ(units.canvasWidth, 7810);
+  EXPECT_EQ(LayOutUnits(8085, 1351.6).colorBarWidth, 276) << "of 1052; of 1051.6 it were 275";
+  EXPECT_THROW(LayOutUnits(40000, 1000), RunTimeError);
+}
+
+TEST(CanvasLayout, EveryScreenFitsAndNoLabelIsClipped) {
+  constexpr int kSizes[][2] = {{7680, 4320}, {4320, 7680}, {1280, 720}, {0, 0}, {9999999, 9}};
+  for (const LabelFont font : {LabelFont{17, 7}, LabelFont{12, 9}, LabelFont{60, 20}}) {
+    for (const auto& [width, height] : kSizes) {
+      const CanvasLayout layout = LayOutClientArea(width, height, font);
+      EXPECT_GE(layout.labelHeight, font.lineHeight) << width << " x " << height;
+      EXPECT_GE(layout.upDateWidth, 60 * font.averageWidth - 1);
+      EXPECT_GE(std::min({layout.canvasWidth, layout.canvasHeight, layout.colorBarWidth}), 1);
+      EXPECT_EQ(layout.canvasWidth + layout.colorBarWidth, std::max(width, 2));
+      EXPECT_LE(layout.labelTop, std::max(height - layout.labelHeight, 1));
+    }
+  }
+}
+
+TEST(CanvasDrawing, DrawsCellsStateByStateAndTheGridLast) {
+  Model model = InView(test::Plate(2, 2));
+  model.CellState(1, 1) = kCellCutOut;
+  model.CellState(1, 2) = kCellNonDesign;
+  model.CellState(2, 1) = kCellEmpty;
+  model.NodeFreedom(1, 1) = 1;
+  RecordingArea canvas;
+  DrawCanvas(canvas, model);
+  EXPECT_EQ(canvas.calls.front().color, kBackground);
+  EXPECT_EQ(canvas.Colors(true), (std::vector{kWhite, kLightGreen, kLightCyan, kBackground}));
+  EXPECT_EQ(canvas.Count(Shape::kOutline, kCyan), 3) << "the cut-out cell keeps its outline";
+  EXPECT_EQ(canvas.Count(Shape::kLine, kCyan), 10 + 10 + 8 + 8) << "7.5 rounds to 8";
+  EXPECT_EQ(canvas.calls.back().color, kCyan) << "the grid lies over the supports";
+}
+
+TEST(CanvasDrawing, ArrowsFollowTheForceAndSupportsStandLeftAndBelow) {
+  Model model = InView(test::Plate(1, 1));
+  model.DomainWidth = 3000;  // arrows of 100, supports of 30
+  model.NodeLoad(2, 1) = -1e6;
+  model.NodeLoad(4, 2) = 0.001;
+  model.NodeFreedom(4, 1) = model.NodeFreedom(4, 2) = 1;
+  RecordingArea canvas;
+  DrawLoads(canvas, model);
+  DrawSupports(canvas, model);
+  ASSERT_EQ(canvas.calls.size(), 16U + 8);
+  EXPECT_EQ(canvas.calls[0].width, 2);
+  const struct {
+    std::size_t call;
+    double x1, y1, x2, y2;
+  } ends[] = {{0, 100, 0, 0, 0},        {1, 0, 0, 100.0 / 3, -20},
+              {3, 0, 0, 100.0 / 3, 20}, {4, 100, 0, 100, 0},  // a dot for the missing component
+              {12, 100, 100, 100, 200}, {13, 100, 200, 120, 200 - 100.0 / 3},
+              {17, 70, 115, 70, 85},    {19, 60, 85, 60, 115},
+              {21, 85, 70, 115, 70},    {23, 85, 60, 115, 60}};
+  for (const auto& [index, x1, y1, x2, y2] : ends) {
+    const test::DrawCall& call = canvas.calls[index];
+    EXPECT_NEAR(call.x1, x1, 1e-4) << index;
+    EXPECT_NEAR(call.y1, y1, 1e-4) << index;
+    EXPECT_NEAR(call.x2, x2, 1e-4) << index;
+    EXPECT_NEAR(call.y2, y2, 1e-4) << index;
+  }
+}
+
+TEST(CanvasDrawing, AnEmptyOrClearedCanvasShowsAxesAndGridOnly) {
+  RecordingArea canvas, legend;
+  Model model = InView(Model{});
+  model.ViewRight = -500;  // x from -2500 to -500
+  DrawCanvas(canvas, model);
+  EXPECT_EQ(canvas.Count(Shape::kLine, kCyan), 25 + 16) << "no lines right of the origin";
+  picCanvasClear(canvas, legend, InView(test::Cantilever(2, 2)), MakeColorTable());
+  EXPECT_EQ(canvas.calls.size(), 1U + 2 + 36);
+  EXPECT_EQ(legend.Count(Shape::kText, kBlue), 1);
+}
+
+TEST(CanvasDrawing, WhatCannotBeDrawnIsARunTimeError) {
+  RecordingArea canvas;
+  Model model = InView(test::Plate(2, 2));
+  for (const Single size : {0.0F, 1e-30F, 0.02F}) {
+    model.ElementSize = size;
+    EXPECT_THROW(DrawCanvas(canvas, model), RunTimeError) << size;
+    EXPECT_FALSE(GridIsDrawable(size, CanvasScale(model))) << size;
+  }
+  EXPECT_TRUE(GridIsDrawable(0.05F, CanvasScale(model)));
+  EXPECT_FALSE(GridIsDrawable(-1, CanvasScale(model)));
+  model.ElementSize = 100;
+  model.ElementNodes(4, 3) = 10;
+  EXPECT_THROW(DrawCanvas(canvas, model), RunTimeError);
+}
+
+const ColorTable kTable = MakeColorTable();
+
+struct Map {
+  explicit Map(Model model, decltype(&DrawStressMap) draw = DrawStressMap) {
+    FitView(model, 800, 600);
+    draw(canvas, legend, model, kTable);
+  }
+
+  std::string Label(int level) const {  // drawn last, level by level
+    return legend.calls[legend.calls.size() - 17 + static_cast<std::size_t>(level)].text;
+  }
+
+  RecordingArea canvas, legend;
+};
+
+/// The level of a single cell whose stress is given on a scale from 0 to 15, levels of width 1.
+int LevelOfStress(double stress) {
+  Model model = test::Plate(1, 1);
+  model.MaxStress = 15;
+  model.CellStress(1, 1) = stress;
+  const Map map(model);
+  int level = 1;
+  while (map.canvas.Count(Shape::kFill, LevelColor(kTable, level)) == 0) ++level;
+  return level;
+}
+
+TEST(ResultMaps, AValueTakesTheLowestLevelThatReachesIt) {
+  EXPECT_EQ(LevelOfStress(0), 1);
+  EXPECT_EQ(LevelOfStress(0.001), 2);
+  EXPECT_EQ(LevelOfStress(1 + 1e-12), 2) << "compared in single precision";
+  EXPECT_EQ(LevelOfStress(15), 16);
+  EXPECT_THROW(LevelOfStress(15.001), RunTimeError);
+  for (const double largest : {1.0 / 3, 1e-30, 3e38, 1e-320}) {
+    Model model = test::Plate(1, 2);
+    model.MinStress = model.CellStress(1, 1) = largest / 7;
+    model.MaxStress = model.CellStress(1, 2) = largest;
+    EXPECT_NO_THROW(Map{model}) << largest;
+  }
+}
+
+TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
+  Model model = test::Plate(1, 2);
+  model.MinStress = model.CellStress(1, 1) = model.CellStress(1, 2) = 10;
+  model.MaxStress = 160;
+  const Map map(model);
+  EXPECT_EQ(map.legend.calls[1].text, "stress(MPa)");
+  EXPECT_EQ(map.Label(1), "1.00E+01");
+  EXPECT_EQ(map.Label(2), "2.00E+01");
+  EXPECT_EQ(map.Label(16), "1.60E+02");
+  EXPECT_EQ(map.legend.Scale(), (UserScale{-0.5, 17, 5, -1}));
+  EXPECT_DOUBLE_EQ(map.legend.calls.back().y1, 16);
+  EXPECT_EQ(map.legend.calls[2].color, (Color{0, 63, 252})) << "blue is lowest";
+  EXPECT_EQ(map.legend.calls[32].color, (Color{252, 63, 0}));
+
+  model.MaxStress = 10;
+  const Map flat(model);
+  EXPECT_EQ(flat.canvas.Count(Shape::kFill, LevelColor(kTable, 1)), 2);
+  EXPECT_EQ(flat.Label(1) + flat.Label(16), "1.00E+011.00E+01");
+
+  model.Potential(1, 1) = 4;
+  model.Potential(1, 2) = 7.5;
+  model.CellState(1, 2) = kCellEmpty;
+  const Map potentials(model, DrawNeuronMap);
+  EXPECT_EQ(potentials.legend.calls[1].text, "Potential");
+  EXPECT_EQ(potentials.Label(1), "0.00E+00");
+  EXPECT_EQ(potentials.Label(16), "7.50E+00") << "the empty cell counts for the scale";
+  EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(kTable, 9)), 1) << "4 = 8 * 0.5";
+}
+
+TEST(ResultMaps, ColoursLieOverTheGridAndUnderTheSymbols) {
+  Model model = test::Cantilever(2, 2);
+  model.MaxStress = model.CellStress(1, 1) = model.CellStress(2, 1) = 15;
+  model.CellState(2, 1) = kCellEmpty;  // lost its material, keeps its stress
+  model.CellState(1, 2) = kCellCutOut;
+  const Map map(model);
+  EXPECT_EQ(map.canvas.Colors(false),
+            (std::vector{kWhite, kBackground, kCyan, kRed, LevelColor(kTable, 16),
+                         LevelColor(kTable, 1), kMagenta, kBlue}));
+  EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(kTable, 16)), 1);
+  EXPECT_EQ(map.canvas.Count(Shape::kOutline, kCyan), 1) << "the cut-out cell";
+}
+
+TEST(ReadOuts, TellValuesOfTheNearestNodeOrOfTheCellCountedFromZero) {
+  Model model = test::Plate(2, 3);
+  model.NodeLoad(6, 2) = -0.5;  // grid row 2, column 2
+  model.NodeDisp(6, 2) = -0.25;
+  model.CellStress(2, 3) = 7;
+  model.Potential(1, 2) = 3.5;
+  EXPECT_EQ(loadValue(model, 149.9F, 50), "Px = 0N  Py = -0.5N");
+  EXPECT_EQ(dispValue(model, 50, 149), "u = 0mm  v = -0.25mm");
+  EXPECT_EQ(dispValue(Model{}, 0, 0), std::nullopt) << "no domain yet";
+  EXPECT_EQ(neuronValue(model, 250, 150), "1,2   Potential = 3.5") << "of row 1, column 2";
+  EXPECT_EQ(stressValue(model, 250, 50), "0,2   stress = 0MPa") << "the border";
+  EXPECT_THROW(neuronValue(model, 250, 50), RunTimeError);
+  EXPECT_EQ(stressValue(model, 300, 200), "2,3   stress = 7MPa") << "the upper right corner";
+  EXPECT_EQ(stressValue(model, 400, 150), std::nullopt);
+  EXPECT_EQ(neuronValue(model, -0.1F, 50), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quillane
