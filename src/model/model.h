@@ -65,7 +65,8 @@ struct Model {
   Single PotentialIncrement = 0;          ///< Lambda * 10 / 5
   Array2<Double> Potential{"Potential"};  ///< (1..rows, 1..columns), 0 to 10
 
-  // Equation system, re-created by NumberEquations.
+  // Equation system. Loads and solution stand after every solve; the other arrays, re-created by
+  // NumberEquations, only after one by the plain procedures.
   Double ElementStiffness[9][9] = {};               ///< (1..8, 1..8) N/mm; row and column 0 unused
   CouplingMatrix StiffnessMatrix;                   ///< (0..n, 0..n) N/mm
   Array1<Double> LoadVector{"LoadVector"};          ///< (0..n) N
