@@ -26,16 +26,16 @@
 // not fill in during the factorization: there the stiffness itself is the mask.
 //
 // Not-finite numbers would spread from surplus terms (0 times infinity) where the row store has
-// none. But if any number of a vector is not finite, the next sum over it is not, and every pivot is
-// checked: then nothing computed here counts, and the plain procedures decide from the start.
+// none. But if any number of a vector is not finite, the next sum over it is not, and every pivot
+// is checked: then nothing computed here counts, and the plain procedures decide from the start.
 //
-// Ordinary nodes. Between four present cells the stiffness couples u with v only towards the diagonal
-// neighbours, with the same numbers at every node: a table of one row replaces the matrix in the
-// product. For the same reason six of a factor's seventeen entries are the stiffness itself and five
-// are zero: an entry changes only through columns that its row shares with the neighbour's. Which
-// rows are so is not deduced from the layout but read off the computed factor, vector by vector
-// (ordinaryForward, ordinaryBackward); the sweeps then read eight numbers per node instead of 19.
-// Other nodes go through the general forms.
+// Ordinary nodes. Between four present cells the stiffness couples u with v only towards the
+// diagonal neighbours, with the same numbers at every node: a table of one row replaces the matrix
+// in the product. For the same reason six of a factor's seventeen entries are the stiffness itself
+// and five are zero: an entry changes only through columns that its row shares with the
+// neighbour's. Which rows are so is not deduced from the layout but read off the computed factor,
+// vector by vector (ordinaryForward, ordinaryBackward); the sweeps then read eight numbers per node
+// instead of 19. Other nodes go through the general forms.
 //
 // Two liberties with the order of whole steps. The last direction is added to x at the start of the
 // next iteration, or at the end. The stop is tested after the preconditioner instead of before it;
