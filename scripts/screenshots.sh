@@ -65,11 +65,16 @@ shoot() {
   echo "window-$1.png"
 }
 
-# menu RIGHT DOWN: the menu so many to the right of "File", its item so many below the first.
-menu() {
+# Opens "File" on its first item.
+open_menus() {
   locate "$main"
   press_at $((x + 20)) $((y + 9))
   key Down
+}
+
+# menu RIGHT DOWN: the menu so many to the right of "File", its item so many below the first.
+menu() {
+  open_menus
   repeat Right "$1"
   repeat Down "$2"
   key Return
@@ -86,7 +91,10 @@ menu_open() { menu 0 0; }
 menu_save() { menu 0 1; }
 menu_copy() { menu 0 2; }
 menu_history() { menu 0 3; }
-menu_exit() { menu 0 4; }
+menu_exit() { # from the end, for greyed items above are skipped
+  open_menus
+  key Up Return
+}
 menu_width() { menu 1 0; }
 menu_origin() { menu 1 1; }
 menu_graphics() { menu 1 2; }

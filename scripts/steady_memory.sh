@@ -12,15 +12,15 @@ trap 'rm -rf "$work"' EXIT
 program=$!
 while resident=$(awk '/VmRSS/ { print $2 }' "/proc/$program/status" 2>/dev/null) &&
       [ -n "$resident" ]; do
-  echo "$(($(wc -l <"$work/course.csv" 2>/dev/null || echo 0))) $resident" >>"$work/memory"
+  echo "$resident" >>"$work/memory"
   sleep 0.2
 done
 wait "$program"
 
 cat "$work/summary"
 awk 'NR == 1 { next }                    # still opening
-     NR <= 6 { if ($2 > early) early = $2 }
-     { if ($2 > most) most = $2; last = $2 }
+     NR <= 6 { if ($1 > early) early = $1 }
+     { if ($1 > most) most = $1; last = $1 }
      END {
        printf "%d samples: at most %d kB in the first second, %d kB ever, %d kB at the end\n",
               NR, early, most, last

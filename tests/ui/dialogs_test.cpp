@@ -113,6 +113,25 @@ TEST_F(Window, TypedNumbersGoToTheModelAndTheStatusLine) {
   EXPECT_TRUE(std::filesystem::exists("Rescue.model"));
 }
 
+TEST_F(Window, ARescueFileWithoutAPlaceGoesToTheTemporaryFolderOrIsReportedAsMissing) {
+  std::filesystem::create_directory("gone");
+  std::filesystem::current_path("gone");
+  std::filesystem::remove(folder / "gone");
+  const QByteArray temporary = qgetenv("TMPDIR");
+  const auto fail = [this](const std::filesystem::path& temporaryFolder) {
+    qputenv("TMPDIR", QByteArray::fromStdString(temporaryFolder.string()));
+    Restart();
+    Fill("mnuDrivingParameter", {{"txtDpEpsilon", "1e9"}});
+    EXPECT_EQ(ended, 1);
+    return robot.Boxes().at(0);
+  };
+  const std::string box = fail(folder.Path());
+  EXPECT_NE(box.find((folder / "Rescue.model").string()), std::string::npos) << box;
+  EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text());
+  EXPECT_NE(fail(folder / "none").find("could not be saved"), std::string::npos);
+  temporary.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporary);
+}
+
 TEST_F(Window, WidthRefusesWhatCannotBeDrawn) {
   const struct {
     const char *width, *elementSize, *text, *reason;
