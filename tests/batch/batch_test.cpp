@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <set>
 #include <sstream>
 
 #include "model/model_file.h"
@@ -29,10 +30,12 @@ class Batch : public ::testing::Test {
   }
 
   /// Runs the program in the scratch folder; keeps standard output and error.
-  int Run(const std::string& arguments) {
-    const std::string command = "cd '" + folder_.Path().string() + "' && '" QUILLANE_BATCH "' " +
-                                arguments + " >out.txt 2>err.txt </dev/null";
-    const int status = std::system(command.c_str());
+  int Run(const std::string& arguments) { return Shell("'" QUILLANE_BATCH "' " + arguments); }
+
+  int Shell(const std::string& command) {
+    const int status = std::system(
+        ("cd '" + folder_.Path().string() + "' && " + command + " >out.txt 2>err.txt </dev/null")
+            .c_str());
     out_ = ReadFile(folder_ / "out.txt");
     err_ = ReadFile(folder_ / "err.txt");
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -94,6 +97,28 @@ TEST_F(Batch, LeavesPicturesOfTheAskedSize) {
     EXPECT_TRUE(ReadFile(folder_ / name).starts_with(header)) << name;
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "f/a"), {}), 3);
+  std::set<std::string> pictures;
+  for (const std::string kind : {"stress", "potential", "model"}) {
+    EXPECT_EQ(Run("plate.model --quiet --image i.png --map " + kind), 0);
+    pictures.insert(ReadFile(folder_ / "i.png"));
+  }
+  EXPECT_EQ(pictures.size(), 3U);
+}
+
+TEST_F(Batch, TellsWhatDidNotConverge) {
+  model_.NodeFreedom.ReDim({0, model_.NodeCount}, {1, 2});
+  SaveModelFile(model_, folder_ / "loose.model");
+  EXPECT_EQ(Run("loose.model"), 0);
+  EXPECT_TRUE(Contains(out_, "did not converge in 1 of 1 solves, first in the stress analysis"));
+}
+
+TEST_F(Batch, ATerminalSeesTheCourseOnOneLineThatVanishes) {
+  ASSERT_EQ(Shell("script -qec '" QUILLANE_BATCH " plate.model --steps 3' seen.txt"), 0);
+  const std::string seen = ReadFile(folder_ / "seen.txt");
+  EXPECT_TRUE(
+      Contains(seen, "\r\x1b[K[....................] step 0/3  volume 7.20E+05 mm^3  max "));
+  EXPECT_TRUE(Contains(seen, "\r\x1b[K[####################] step 3/3"));
+  EXPECT_TRUE(Contains(seen, "0 s left\r\x1b[Ksteps        3\r\n")) << seen;
 }
 
 TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {

@@ -126,6 +126,21 @@ TEST(Solver, SmallPivotsAreReplacedByTheTolerance) {
   }
 }
 
+TEST(Solver, RefusesAStoreThatLeavesItsSlotsOrEquations) {
+  const struct {
+    Integer count, column;
+    const char* reason;
+  } cases[] = {
+      {10, 1, "tenth slot"}, {-1, 1, "negative count"}, {1, 0, "equation 0"}, {1, 9, "past n"}};
+  for (const auto& c : cases) {
+    Model m = test::Cantilever(1, 1);
+    test::Assemble(m);
+    m.UpperCount(1) = c.count;
+    m.UpperColumn(1, 1) = c.column;
+    EXPECT_THROW(test::SolveAssembled(m, 1e-6), RunTimeError) << c.reason;
+  }
+}
+
 void LoadTip(Model& model, double force) { model.NodeLoad(test::Node(model, 3, 7), 2) = force; }
 
 TEST(Failures, EachStopsAtItsStatementInPlainWords) {
