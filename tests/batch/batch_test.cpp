@@ -142,6 +142,7 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"plate.model --lambda 1e999", 2, "Lambda is too large"},
       {"plate.model --save none/x.model", 2, "none/x.model: the folder does not exist"},
       {"plate.model --history .", 2, "history . cannot be written"},
+      {"plate.model --cells none/c.csv", 2, "none/c.csv: the folder does not exist"},
       {"plate.model --frames plate.model", 2, "the folder cannot be made"},
       {"unloaded.model", 1, "stress analysis: Floating-point error"},
       {"plate.model --epsilon 30 --steps 90", 1, "optimization step 1 of 90 (numbered 0"},
