@@ -10,8 +10,6 @@
 #include <vector>
 
 #include "fem/analysis.h"
-#include "fem/assembly.h"
-#include "fem/element_stiffness.h"
 #include "fem/mesh.h"
 #include "fem/stress.h"
 #include "optimize/potential.h"
@@ -85,27 +83,13 @@ void Step(benchmark::State& state) {
   state.counters["iterations"] = report.iterations;
 }
 
-/// Numbering, assembly and compression by the plain procedures.
-void AssemblePlain(Model& m) {
-  NumberEquations(m);
-  AssembleStiffness(m);
-  AssembleLoads(m);
-  CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
-                    m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
-}
-
 /// The same part by the plain procedures.
 void PlainStep(benchmark::State& state) {
   Model m = Layout(state);
   for (auto _ : state) {
     MarkActiveNodes(m);
-    CalcElementStiffness(m);
-    AssemblePlain(m);
-    SolveEquations(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
-                   m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, m.LoadVector,
-                   kSolverTolerance, m.SolutionVector, m.FactorUpper, m.FactorLower,
-                   m.FactorInvDiag, m.ResidualVector, m.DirectionVector, m.PrecondVector,
-                   m.ProductVector, m.TransposeFill);
+    AssembleEquations(m);
+    SolveAssembledEquations(m, kSolverTolerance);
     ScatterDisplacements(m);
     ElementStresses(m, m.ElementSize, m.YoungModulus, m.PoissonRatio);
     DesignVolume(m);
@@ -116,8 +100,7 @@ using Sparse = Eigen::SparseMatrix<double>;
 
 /// Stiffness (lower and upper triangle) and load of the model for the libraries.
 std::pair<Sparse, Eigen::VectorXd> System(Model& m) {
-  CalcElementStiffness(m);
-  AssemblePlain(m);
+  AssembleEquations(m);
   std::vector<Eigen::Triplet<double>> entries;
   const int n = m.EquationCount;
   Eigen::VectorXd load(n);

@@ -10,28 +10,31 @@
 #include "fem/stress.h"
 
 namespace quillane {
-namespace {
 
-SolveReport SolvePlain(Model& m) {
+void AssembleEquations(Model& m) {
+  CalcElementStiffness(m);
   NumberEquations(m);
   AssembleStiffness(m);
   AssembleLoads(m);
   CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
                     m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
-  return SolveEquations(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
-                        m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, m.LoadVector,
-                        kSolverTolerance, m.SolutionVector, m.FactorUpper, m.FactorLower,
-                        m.FactorInvDiag, m.ResidualVector, m.DirectionVector, m.PrecondVector,
-                        m.ProductVector, m.TransposeFill);
 }
 
-}  // namespace
+SolveReport SolveAssembledEquations(Model& m, double tolerance) {
+  return SolveEquations(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
+                        m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, m.LoadVector,
+                        tolerance, m.SolutionVector, m.FactorUpper, m.FactorLower, m.FactorInvDiag,
+                        m.ResidualVector, m.DirectionVector, m.PrecondVector, m.ProductVector,
+                        m.TransposeFill);
+}
 
 SolveReport SolveStructure(Model& model) {
   CalcElementStiffness(model);
   NumberComponents(model);
   const std::optional<SolveReport> report = SolveOnGrid(model, kSolverTolerance);
-  return report ? *report : SolvePlain(model);
+  if (report) return *report;
+  AssembleEquations(model);
+  return SolveAssembledEquations(model, kSolverTolerance);
 }
 
 SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {

@@ -11,6 +11,13 @@ namespace quillane {
 /// The solver's tolerance on the residual, and the smallest pivot of its factorization.
 inline constexpr double kSolverTolerance = 1.0e-6;
 
+/// The plain procedures up to the solver, for any mesh: element stiffness, numbering, stiffness and
+/// loads, compression into the row store. Throws as they do.
+void AssembleEquations(Model& model);
+
+/// Solves what AssembleEquations left: the displacements per equation (mm) in SolutionVector.
+SolveReport SolveAssembledEquations(Model& model, double tolerance);
+
 /// Computes the element stiffness, numbers, assembles and solves: the displacements per equation in
 /// SolutionVector. The grid solver serves wherever it can, the plain procedures else; the arrays of
 /// the square matrix and of the row store are re-created only in the second case. Throws as the

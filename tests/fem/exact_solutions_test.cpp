@@ -4,7 +4,8 @@
 #include <cmath>
 
 #include "fem/analysis.h"
-#include "fem/plain_solve.h"
+#include "fem/element_stiffness.h"
+#include "fem/mesh.h"
 #include "fem/stress.h"
 #include "model/run_time_error.h"
 #include "support/plates.h"
@@ -57,7 +58,7 @@ TEST(Patch, ConstantStrainIsCarriedExactly) {
                {{.c = -2e-3, .e = 2e-3}, 0}};
   for (const auto& c : cases) {
     Model model = test::Plate(4, 5, 20);
-    test::Assemble(model);
+    AssembleEquations(model);
     for (int k = 1; k <= model.NodeCount; ++k) {
       for (int d = 1; d <= 2; ++d) {
         model.NodeDisp(k, d) = c.field(d, model.NodeXY(k, 1), model.NodeXY(k, 2));

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "fem/analysis.h"
-#include "fem/assembly.h"
 #include "fem/element_stiffness.h"
 #include "fem/grid_targets.h"
 #include "fem/mesh.h"
@@ -50,17 +49,8 @@ Outcome Record(Model& model, const std::function<SolveReport()>& solve) {
 
 Outcome SolvePlain(Model m) {
   return Record(m, [&m] {
-    CalcElementStiffness(m);
-    NumberEquations(m);
-    AssembleStiffness(m);
-    AssembleLoads(m);
-    CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
-                      m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
-    return SolveEquations(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
-                          m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, m.LoadVector,
-                          kSolverTolerance, m.SolutionVector, m.FactorUpper, m.FactorLower,
-                          m.FactorInvDiag, m.ResidualVector, m.DirectionVector, m.PrecondVector,
-                          m.ProductVector, m.TransposeFill);
+    AssembleEquations(m);
+    return SolveAssembledEquations(m, kSolverTolerance);
   });
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "fem/analysis.h"
-#include "fem/plain_solve.h"
+#include "fem/mesh.h"
 #include "model/run_time_error.h"
 #include "support/plates.h"
 
@@ -75,14 +75,14 @@ TEST(Solver, StoreAndSolutionAgreeWithADenseFactorization) {
     SCOPED_TRACE(seed);
     Model model = test::RandomPlate(seed);
     if (seed % 2 == 0) model.PoissonRatio = seed % 4 == 0 ? 0.0 : 1.0 / 3.0;  // exact zeros
-    test::Assemble(model);
+    AssembleEquations(model);
     Square dense = DenseStiffness(model);
     ExpectStored(model, dense);
     Array1<Double> exact = model.LoadVector;
     if (!DenseSolve(dense, exact)) continue;
     double largest = 0;
     for (double u : exact.Raw()) largest = std::max(largest, std::fabs(u));
-    const SolveReport report = test::SolveAssembled(model, 1e-11);
+    const SolveReport report = SolveAssembledEquations(model, 1e-11);
     EXPECT_TRUE(report.converged);
     EXPECT_LE(report.relativeResidual, 1e-11);
     EXPECT_EQ(report.equations, model.EquationCount);
@@ -96,8 +96,8 @@ TEST(Solver, StoreAndSolutionAgreeWithADenseFactorization) {
 
 TEST(Solver, WithoutDroppedFillInThePreconditionerInvertsTheProduct) {
   Model m = test::Cantilever(1, 1);  // four equations, each coupled to every other
-  test::Assemble(m);
-  test::SolveAssembled(m, 1e-6);
+  AssembleEquations(m);
+  SolveAssembledEquations(m, 1e-6);
   Array1<Double> x("x"), y("y"), z("z");
   for (auto* vector : {&x, &y, &z}) vector->ReDim(0, m.EquationCount);
   for (int i = 1; i <= m.EquationCount; ++i) x(i) = 1.0 / i;
@@ -134,10 +134,10 @@ TEST(Solver, RefusesAStoreThatLeavesItsSlotsOrEquations) {
       {10, 1, "tenth slot"}, {-1, 1, "negative count"}, {1, 0, "equation 0"}, {1, 9, "past n"}};
   for (const auto& c : cases) {
     Model m = test::Cantilever(1, 1);
-    test::Assemble(m);
+    AssembleEquations(m);
     m.UpperCount(1) = c.count;
     m.UpperColumn(1, 1) = c.column;
-    EXPECT_THROW(test::SolveAssembled(m, 1e-6), RunTimeError) << c.reason;
+    EXPECT_THROW(SolveAssembledEquations(m, 1e-6), RunTimeError) << c.reason;
   }
 }
 
