@@ -208,7 +208,7 @@ menu_parameter
 await 'Optimization Parameter'
 entry 4
 key Tab
-entry 3
+entry 5
 shoot dialog-parameter "$id"
 key Return
 shoot cells

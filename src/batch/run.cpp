@@ -3,8 +3,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "batch/course.h"
 #include "batch/output_files.h"
@@ -36,6 +38,7 @@ class BatchRun {
         course_(stderr, !options.quiet && IsTerminal(stderr), options.steps) {}
 
   int Run() {
+    RefuseDoubleNames();
     PrepareFolders();
     Open();
     Analyse();
@@ -64,6 +67,25 @@ class BatchRun {
       throw Failure{kExitUsageOrFile, name + ": " + error.what()};
     } catch (const std::bad_alloc&) {
       throw Failure{kExitRunTimeError, name + ": out of memory"};
+    }
+  }
+
+  /// Only --save may replace the model, and no output another.
+  void RefuseDoubleNames() const {
+    std::error_code error;
+    const auto whole = [&error](const fs::path& path) {
+      return fs::weakly_canonical(fs::absolute(path, error), error);
+    };
+    std::vector<fs::path> named = {whole(options_.model)};
+    for (const fs::path* file :
+         {&options_.history, &options_.image, &options_.cells, &options_.nodes, &options_.save}) {
+      if (file->empty()) continue;
+      const fs::path name = whole(*file);
+      const bool inPlace = file == &options_.save && name == named.front();
+      if (!inPlace && std::find(named.begin(), named.end(), name) != named.end()) {
+        throw Failure{kExitUsageOrFile, file->string() + ": two files of one name"};
+      }
+      named.push_back(name);
     }
   }
 

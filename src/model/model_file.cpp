@@ -82,26 +82,29 @@ class FieldReader {
   int nextLine_ = 1;
 };
 
-/// Records 1 to 6: the view, the sizes and the material.
-void ReadHead(FieldReader& in, Model& model) {
+/// Records 1 to 6: the view, the sizes and the material. Returns the line of the grid's size.
+int ReadHead(FieldReader& in, Model& model) {
   in.ReadRecord("the drawing-area setting", model.DomainWidth, model.ElementSize, model.OriginFracX,
                 model.OriginFracY);
   in.ReadRecord("the grid size", model.CellRowCount, model.CellColumnCount);
+  const int gridLine = in.Line();
   in.ReadRecord("the first domain corner", model.DomainX1, model.DomainY1);
   in.ReadRecord("the second domain corner", model.DomainX2, model.DomainY2);
   in.ReadRecord("the material value", model.YoungModulus, model.PoissonRatio, model.Thickness);
   in.ReadRecord("the mesh size", model.NodeCount, model.ElementCount);
+  return gridLine;
 }
 
-void SizeArrays(const FieldReader& in, Model& model) {
+void SizeArrays(const FieldReader& in, int gridLine, Model& model) {
   const int cells = int{model.CellRowCount} * model.CellColumnCount;
   if (model.CellRowCount < 1 || model.CellColumnCount < 1) {
-    in.Fail("a grid of " + std::to_string(model.CellRowCount) + " rows and " +
-            std::to_string(model.CellColumnCount) + " columns has no cells");
+    throw ModelFileError(gridLine, "a grid of " + std::to_string(model.CellRowCount) +
+                                       " rows and " + std::to_string(model.CellColumnCount) +
+                                       " columns has no cells");
   }
   if (cells > kIntegerMax) {
-    in.Fail("the grid has " + std::to_string(cells) + " cells, more than " +
-            std::to_string(kIntegerMax));
+    throw ModelFileError(gridLine, "the grid has " + std::to_string(cells) + " cells, more than " +
+                                       std::to_string(kIntegerMax));
   }
   try {
     ReDimGridArrays(model);
@@ -191,8 +194,8 @@ void OpenModelFile(Model& model, const std::filesystem::path& path) {
     throw ModelFileError(0, "the file cannot be opened for reading");
   }
   FieldReader in(file);
-  ReadHead(in, model);
-  SizeArrays(in, model);
+  const int gridLine = ReadHead(in, model);
+  SizeArrays(in, gridLine, model);
   ReadGroups(in, model);
   in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);
 }

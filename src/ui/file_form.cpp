@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -216,13 +215,10 @@ void FileForm::Trapped(const std::function<void()>& action) {
 }
 
 void FileForm::ReportFailure(const char* reason) {
-  QMessageBox box(QMessageBox::Warning, QStringLiteral("データ読込"),
-                  QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
-                                 "ファイルを選んでください。"),
-                  QMessageBox::Ok, this);
-  box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(QString::fromUtf8(reason));
-  box.exec();
+  frmMain::Warn(this,
+                QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
+                               "ファイルを選んでください。"),
+                QStringLiteral("データ読込"), QString::fromUtf8(reason));
   FocusText(txtFileName);
 }
 

@@ -64,9 +64,10 @@ class frmMain : public QMainWindow {
   /// Canvas size in logical pixels.
   QSize CanvasSize() const;
 
-  /// The warning box: exclamation icon, OK button, modal to the application.
+  /// The warning box: exclamation icon, OK button, modal to the application. The details stand
+  /// below the text.
   static void Warn(QWidget* parent, const QString& text,
-                   const QString& title = QStringLiteral("警告"));
+                   const QString& title = QStringLiteral("警告"), const QString& details = {});
 
   /// Runs an event's handler. A run-time error in it is fatal: it is reported, the model goes to a
   /// rescue file, and the program ends with status 1. Does nothing once the program is ending.

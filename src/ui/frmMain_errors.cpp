@@ -11,17 +11,20 @@
 namespace quillane {
 namespace {
 
-void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text) {
+void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
+             const QString& details = {}) {
   QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
   box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(details);
   box.button(QMessageBox::Ok)->setIcon(QIcon());
   box.exec();
 }
 
 }  // namespace
 
-void frmMain::Warn(QWidget* parent, const QString& text, const QString& title) {
-  ShowBox(parent, QMessageBox::Warning, title, text);
+void frmMain::Warn(QWidget* parent, const QString& text, const QString& title,
+                   const QString& details) {
+  ShowBox(parent, QMessageBox::Warning, title, text, details);
 }
 
 RunTimeError frmMain::OutOfMemory() {

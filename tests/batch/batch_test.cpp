@@ -136,7 +136,11 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"bad.model", 2, "bad.model: line 2: the grid size is not a number: \"x\""},
       {"plate.model --wrong", 2, "--wrong"},
       {"plate.model --steps -1", 2, "--steps"},
+      {"plate.model --steps 32768", 2, "--steps"},
       {"plate.model --map colours", 2, "--map"},
+      {"plate.model --save ''", 2, "--save"},
+      {"plate.model --history ./plate.model", 2, "./plate.model: two files of one name"},
+      {"plate.model --cells a --save ../\"${PWD##*/}\"/a", 2, "a: two files of one name"},
       {"plate.model --size 0x100", 2, "--size"},
       {"plate.model --epsilon 40000", 2, "Epsilon does not fit"},
       {"plate.model --lambda 1e999", 2, "Lambda is too large"},
@@ -167,8 +171,8 @@ TEST_F(Batch, AFailingStepOrAnInterruptLeavesWhatWasWrittenComplete) {
   const pid_t child = fork();
   if (child == 0) {
     std::filesystem::current_path(folder_.Path());
-    execl(QUILLANE_BATCH, QUILLANE_BATCH, "plate.model", "--steps", "1000000000", "--quiet",
-          "--history", "i.tmp", "--save", "end.model", nullptr);
+    execl(QUILLANE_BATCH, QUILLANE_BATCH, "plate.model", "--steps", "32767", "--quiet", "--history",
+          "i.tmp", "--save", "end.model", nullptr);
     _exit(99);
   }
   for (int wait = 0; wait < 2000 && ReadFile(folder_ / "i.tmp").size() < 4000; ++wait)
