@@ -8,6 +8,7 @@
 #include "display/canvas_layout.h"
 #include "display/image_area.h"
 #include "display/result_maps.h"
+#include "display/view.h"
 #include "fem/mesh.h"
 #include "optimize/optimization_step.h"
 

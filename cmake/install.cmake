@@ -8,7 +8,7 @@ install(TARGETS quillane quillane-batch
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${quillane_examples_dir}
   FILES_MATCHING PATTERN "*.model")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
-  FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.csv")
+  FILES_MATCHING PATTERN "design.md" EXCLUDE PATTERN "*.md" PATTERN "*.png")
 
 # Not yet tried: a window program without a console on Windows, a bundle on macOS, each with the
 # toolkit's libraries beside it.

@@ -12,9 +12,9 @@
 #include <string_view>
 
 #include "display/canvas_drawing.h"
-#include "display/canvas_layout.h"
 #include "display/read_outs.h"
 #include "display/result_maps.h"
+#include "display/view.h"
 #include "fem/mesh.h"
 #include "model/invariant.h"
 #include "model/model_file.h"

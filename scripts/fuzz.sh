@@ -5,6 +5,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 seconds=${1:-1800}
 
+scripts/install_dependencies.sh develop
+
 [ -f build/fuzz/build.ninja ] || cmake --preset fuzz
 cmake --build --preset fuzz
 mkdir -p build/fuzz/corpus build/fuzz/findings

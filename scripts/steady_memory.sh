@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Watches the resident memory of one long optimization; it must not grow once all arrays stand.
-# Usage: steady_memory.sh path/to/quillane-batch [steps, default 10000] [model]
+# Usage: steady_memory.sh [path/to/quillane-batch, default the release build] [steps, default 10000]
+#        [model]
 set -euo pipefail
-batch=$(realpath "$1")
+batch=$(realpath "${1:-$(dirname "${BASH_SOURCE[0]}")/../build/release/src/batch/quillane-batch}")
 steps=${2:-10000}
 model=$(realpath "${3:-$(dirname "${BASH_SOURCE[0]}")/../examples/cantilever.model}")
 

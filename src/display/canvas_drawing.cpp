@@ -2,6 +2,7 @@
 #include "display/canvas_drawing.h"
 
 #include "display/palette.h"
+#include "display/view.h"
 
 namespace quillane {
 namespace {

@@ -18,7 +18,8 @@ void DrawCanvas(DrawingArea& picCanvas, const Model& model);
 /// material, loads and supports. Throws as DrawCanvas.
 void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background);
 
-/// Fills the square of an element in the drawing colour, from its first to its third node.
+/// Fills the square of an element, from 1, in the drawing colour, from its first to its third node.
+/// Throws RunTimeError (subscript) where there is no such element or node.
 void FillElement(DrawingArea& picCanvas, const Model& model, int element);
 
 /// Wipes both pictures: background, axes and grid on the canvas, an unlabelled stress legend. The
@@ -26,10 +27,11 @@ void FillElement(DrawingArea& picCanvas, const Model& model, int element);
 void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
                     const ColorTable& table);
 
-/// Marks the first corner of a new design domain with a circle and a cross.
+/// Marks the first corner of a new design domain, x, y in mm, with a circle and a cross.
 void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, double y);
 
-/// Highlights the element that is the first corner of a rectangle of cells.
+/// Highlights the element, from 1, that is the first corner of a rectangle of cells. Throws as
+/// FillElement.
 void HighlightCell(DrawingArea& picCanvas, const Model& model, int element);
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// Layout of the client area and the view.
+// Layout of the client area.
 #include "display/canvas_layout.h"
 
 #include <algorithm>
@@ -73,16 +73,6 @@ CanvasLayout LayOutPicture(int width, int height) {
   ShareWidth(layout, units, width, unit);
   layout.canvasHeight = height;
   return layout;
-}
-
-void FitView(Model& model, double canvasWidth, double canvasHeight) {
-  const auto width = static_cast<double>(model.DomainWidth);
-  model.DomainHeight = ToSingle(width * canvasHeight / canvasWidth, "The height of the area shown");
-  model.ViewRight =
-      ToSingle(static_cast<double>(model.OriginFracX) * width, "The right edge of the view");
-  model.ViewTop =
-      ToSingle(static_cast<double>(model.OriginFracY) * static_cast<double>(model.DomainHeight),
-               "The top edge of the view");
 }
 
 }  // namespace quillane

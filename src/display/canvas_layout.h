@@ -1,4 +1,4 @@
-// How a client area is shared by canvas, legend and labels, and what part of the plane is seen.
+// How a client area is shared by canvas, legend and labels.
 #pragma once
 
 #include "model/model.h"
@@ -47,10 +47,5 @@ CanvasLayout LayOutClientArea(int width, int height, LabelFont font);
 
 /// The layout of a picture without labels.
 CanvasLayout LayOutPicture(int width, int height);
-
-/// Sets DomainHeight, ViewRight and ViewTop from DomainWidth, the origin fractions and the canvas's
-/// size, so that a millimetre is as long in x as in y. Throws RunTimeError (overflow) where one of
-/// them has no single-precision value.
-void FitView(Model& model, double canvasWidth, double canvasHeight);
 
 }  // namespace quillane

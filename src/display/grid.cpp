@@ -41,13 +41,6 @@ void SweepY(DrawingArea& picCanvas, int limit, Single step) {
 
 }  // namespace
 
-UserScale CanvasScale(const Model& model) {
-  const Single left = model.ViewRight - model.DomainWidth;
-  const Single bottom = model.ViewTop - model.DomainHeight;
-  return {static_cast<double>(left), static_cast<double>(model.ViewTop),
-          static_cast<double>(model.ViewRight), static_cast<double>(bottom)};
-}
-
 void drawGrid(DrawingArea& picCanvas, const Model& model) {
   const UserScale scale = picCanvas.Scale();
   const GridLimits limits = LimitsOf(model.ElementSize, scale);

@@ -6,9 +6,6 @@
 
 namespace quillane {
 
-/// The canvas's user scale, mm: from ViewRight, ViewTop, DomainWidth and DomainHeight.
-UserScale CanvasScale(const Model& model);
-
 /// Draws the axes x = 0 and y = 0 and over them lines at every multiple of ElementSize. Throws
 /// RunTimeError (overflow) where the number of lines from the origin to an edge is no Integer.
 void drawGrid(DrawingArea& picCanvas, const Model& model);

@@ -4,7 +4,6 @@
 #include <QFont>
 #include <QImage>
 #include <QPainter>
-#include <QRect>
 #include <string_view>
 
 #include "display/drawing_area.h"

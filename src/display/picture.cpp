@@ -8,6 +8,7 @@
 #include "display/image_area.h"
 #include "display/palette.h"
 #include "display/result_maps.h"
+#include "display/view.h"
 
 namespace quillane {
 namespace {

@@ -9,8 +9,8 @@
 namespace quillane {
 
 /// The load (N) of the node nearest to a press at (x, y) mm, "Px = 10N  Py = -5N"; nothing when
-/// the press is outside the design domain. Throws RunTimeError (subscript) where the grid under the
-/// press has no such node.
+/// the press is outside the design domain. Throws RunTimeError: subscript where the mesh has no
+/// such node, overflow where row, column or value do not fit their types; so do the others.
 std::optional<std::string> loadValue(const Model& model, Single x, Single y);
 
 /// The displacement (mm) of the node, "u = 0mm  v = -0.25mm"; otherwise as loadValue.

@@ -13,10 +13,11 @@ void drawSymbolFx(DrawingArea& picCanvas, const Model& model, double x, double y
 void drawSymbolFy(DrawingArea& picCanvas, const Model& model, double x, double y);
 
 /// Draws an arrow for each component of every load, all of one length, from the node in the
-/// direction of the force; a missing component of a loaded node is a dot.
+/// direction of the force; a missing component of a loaded node is a dot. Throws RunTimeError
+/// (subscript) where NodeLoad or NodeXY have fewer nodes than NodeCount.
 void DrawLoads(DrawingArea& picCanvas, const Model& model);
 
-/// Draws the symbol of every fixed displacement (code 1 of NodeFreedom).
+/// Draws the symbol of every fixed displacement (code 1 of NodeFreedom). Throws likewise.
 void DrawSupports(DrawingArea& picCanvas, const Model& model);
 
 }  // namespace quillane

@@ -24,9 +24,9 @@ SolveReport SolveAssembledEquations(Model& model, double tolerance);
 /// procedures it stands for.
 SolveReport SolveStructure(Model& model);
 
-/// Runs element stiffness, numbering, assembly, compression, solve, displacements, stresses and
-/// volume on the present active nodes. stressesReady, where given, is called as soon as the
-/// stresses stand. Throws RunTimeError, the model left as the failed step left it.
+/// SolveStructure, then displacements, stresses and volume, on the present active nodes.
+/// stressesReady, where given, is called as soon as the stresses stand. Throws RunTimeError, the
+/// model left as the failed step left it.
 SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady = {});
 
 }  // namespace quillane

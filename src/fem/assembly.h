@@ -6,7 +6,8 @@
 namespace quillane {
 
 /// Adds ElementStiffness of every present element into StiffnessMatrix (N/mm). Components without
-/// an equation are skipped, which holds them at zero displacement.
+/// an equation are skipped, which holds them at zero displacement. Throws RunTimeError: floating
+/// point where a sum is not finite, subscript where the mesh does not fit the grid.
 void AssembleStiffness(Model& model);
 
 /// Writes the nodal forces (N) into LoadVector. Forces on components without an equation go

@@ -13,8 +13,9 @@
 // to its left and below, so grid rows can advance together as long as each stays two nodes behind
 // the row below: kGridLanes rows run in the lanes of vectors, every row a few slots after the one
 // below (SkewedGrid). Products and sums are rounded one by one, never fused. The sums over all
-// equations, one long chain of additions each, are the exception: OrderedSums proves piece by piece
-// that the chain's result can be had without the chain, and follows it where the proof fails.
+// equations, one long chain of additions each, are the exception: Sums in ordered_sum.cpp proves
+// piece by piece that the chain's result can be had without the chain, and follows it where the
+// proof fails.
 //
 // Padding. Each node has a place for both components and all 18 couplings, though the row store
 // leaves out what has no equation or is exactly zero. Components without equation have a reciprocal

@@ -6,6 +6,8 @@
 #include <new>
 
 #include "fem/mesh.h"
+#include "fem/regular_grid.h"
+#include "model/invariant.h"
 
 namespace quillane {
 namespace {
@@ -68,55 +70,6 @@ Carver Carve(GridSystem& system, std::byte* block) {
     }
   }
   return carver;
-}
-
-bool IsRegularMesh(const Model& model) {
-  const int rows = model.CellRowCount;
-  const int columns = model.CellColumnCount;
-  if (rows < 1 || columns < 1 || model.NodeCount != (rows + 1) * (columns + 1) ||
-      model.ElementCount != rows * columns) {
-    return false;
-  }
-  if (model.ElementNodes.First() != IndexRange{0, model.ElementCount} ||
-      model.ElementNodes.Second() != IndexRange{1, 4}) {
-    return false;
-  }
-  const int corner[] = {0, 1, columns + 2, columns + 1};
-  const Integer* node = model.ElementNodes.Raw().data();
-  for (const int offset : corner) {
-    ++node;  // element 0
-    for (int i = 0; i < rows; ++i) {
-      const int first = (columns + 1) * i + 1 + offset;
-      for (int j = 0; j < columns; ++j, ++node) {
-        if (*node != first + j) return false;
-      }
-    }
-  }
-  return true;
-}
-
-/// True if the equations run 1, 2, ... along the nodes, u before v.
-bool IsDenselyNumbered(const Model& model) {
-  const IndexRange nodes{0, model.NodeCount};
-  const IndexRange components{1, 2};
-  if (model.DofNumber.First() != nodes || model.DofNumber.Second() != components ||
-      model.NodeLoad.First() != nodes || model.NodeLoad.Second() != components) {
-    return false;
-  }
-  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
-  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
-  int count = 0;
-  for (std::size_t n = 1; n < numbersU.size(); ++n) {
-    if (numbersU[n] != 0 && numbersU[n] != ++count) return false;
-    if (numbersV[n] != 0 && numbersV[n] != ++count) return false;
-  }
-  return count == model.EquationCount;
-}
-
-bool IsWholeGrid(const Model& model) {
-  return IsRegularMesh(model) && IsDenselyNumbered(model) &&
-         model.CellState.First() == IndexRange{1, model.CellRowCount} &&
-         model.CellState.Second() == IndexRange{1, model.CellColumnCount};
 }
 
 /// Adds up the stiffness rows of a node from the cells around it, cells ascending as assembly does.
@@ -262,7 +215,7 @@ void ForEachEquation(const GridSystem& system, const Visit& visit) {
 }  // namespace
 
 std::optional<GridSystem> LayOutGrid(Model& model, double tolerance) {
-  if (!IsWholeGrid(model)) return std::nullopt;
+  if (!IsRegularGrid(model)) return std::nullopt;
   GridSystem system;
   system.stiffness = SumStiffness(model.ElementStiffness);
   if (!HasOrdinaryForm(system.stiffness)) return std::nullopt;
@@ -277,7 +230,8 @@ std::optional<GridSystem> LayOutGrid(Model& model, double tolerance) {
   } catch (const std::bad_alloc&) {
     throw RunTimeError(ErrorKind::kOutOfMemory, "no memory for SolverSpace");
   }
-  Carve(system, model.SolverSpace.data());
+  const std::size_t taken = Carve(system, model.SolverSpace.data()).Taken();
+  QUILLANE_INVARIANT(taken <= model.SolverSpace.size() + kAlignment);
   WriteCodes(model, system);
   ListUnusual(system);
   ClearVectors(system);

@@ -46,7 +46,8 @@ struct UnusualNode {
 
 /// A sum of products over all equations, in pieces: the part of one grid row that lies in one
 /// segment, at [segment * kGridLanes + lane]. The passes leave rough totals of the products and of
-/// their sizes; OrderedSums turns them into rounded totals and the bounds between which these hold.
+/// their sizes; Sums in ordered_sum.cpp turns them into rounded totals and the bounds between which
+/// these hold.
 struct SumPieces {
   double* total = nullptr;
   double* size = nullptr;
@@ -54,11 +55,12 @@ struct SumPieces {
 };
 
 /// All numbers of one solve. The arrays live in Model::SolverSpace; those of doubles may be read
-/// `guard` elements before their first and after their last element, where zeros stand.
+/// grid.GuardSlots() * kGridLanes elements before their first and after their last element, where
+/// zeros stand.
 struct GridSystem {
   SkewedGrid grid{1, 1};
   StiffnessRows stiffness{};
-  double tolerance = 0;  ///< the smallest pivot
+  double tolerance = 0;  ///< the smallest pivot, and the residual's bound relative to the load
 
   /// As in PreconditionedCG. z and q share their memory: the product of a slot is written when the
   /// direction has taken the slot's z, and z is written when the residual has taken q.
@@ -77,8 +79,8 @@ struct GridSystem {
   std::array<SumPieces, 2> pieces{};
 };
 
-/// Lays the model's numbered equations out. Empty when the model's mesh is not the regular grid
-/// that BuildMesh makes or its equations are not numbered densely along it; the plain procedures
+/// Lays the model's numbered equations out. Empty when the model is no regular grid or when
+/// a large grid has so few columns that the layout would be mostly padding; the plain procedures
 /// then have to serve. Throws RunTimeError (out of memory).
 std::optional<GridSystem> LayOutGrid(Model& model, double tolerance);
 

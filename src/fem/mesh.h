@@ -22,13 +22,12 @@ void MarkActiveNodes(Model& model);
 
 /// Gives every free component of an active node its equation number (ascending by node, x before
 /// y), fills ElementDofs, sets EquationCount and re-creates LoadVector and SolutionVector, which is
-/// all the grid solver needs. Conditions and errors as NumberEquations.
+/// all the grid solver needs. MarkActiveNodes must have run on the present CellState and supports.
+/// Throws RunTimeError (overflow) for more than 32767 equations.
 void NumberComponents(Model& model);
 
-/// Gives every free component of an active node its equation number (ascending by node, x before
-/// y), fills ElementDofs, sets EquationCount and re-creates all arrays of the equation system.
-/// MarkActiveNodes must have run on the present CellState. Throws RunTimeError (overflow) for more
-/// than 32767 equations.
+/// NumberComponents, and re-creates zero-filled the arrays of the plain procedures. Conditions and
+/// errors as there.
 void NumberEquations(Model& model);
 
 }  // namespace quillane

@@ -24,7 +24,7 @@ struct RawRows {
 using ConstRows = RawRows<const Integer, const Integer, const Double>;
 
 /// Checks once what the loops then rely on: rows 0..n of at most `capacity` entries exist and their
-/// columns lie in 1..n.
+/// columns lie in 1..n. An access cast to void is there for the subscript error it throws.
 ConstRows CheckedRows(Integer n, Integer capacity, const Array1<Integer>& count,
                       const Array2<Integer>& column, const Array2<Double>& value) {
   if (capacity > kRowCapacity) (void)column(capacity, 0);

@@ -5,7 +5,7 @@
 
 namespace quillane {
 
-/// What became of one solve. The displacements do not depend on it.
+/// What became of one solve, to be reported: nothing is computed from it.
 struct SolveReport {
   int equations = 0;
   int iterations = 0;
@@ -35,7 +35,8 @@ SolveReport SolveEquations(Integer n, Integer capacity, Array1<Integer>& upperCo
                            Array1<Double>& product, Array1<Integer>& transposeFill);
 
 /// Transposes a triangular row store: entry (i, j) of the input becomes entry (j, i) of the output.
-/// All slots of the output are cleared first; its rows list their columns in ascending order.
+/// All slots of the output are cleared first; its rows list their columns in ascending order. fill
+/// is work space of 0..n counters. Throws RunTimeError (subscript) as SolveEquations.
 void TransposeRows(Integer n, Integer capacity, const Array1<Integer>& countIn,
                    Array1<Integer>& countOut, const Array2<Integer>& columnIn,
                    Array2<Integer>& columnOut, const Array2<Double>& valueIn,
@@ -43,6 +44,7 @@ void TransposeRows(Integer n, Integer capacity, const Array1<Integer>& countIn,
 
 /// Factorizes K = (D + L) D^-1 (D + L)^T on the pattern of the lower store: factorLower holds L,
 /// factorInvDiag the reciprocal pivots. A pivot of at most tolerance in size is replaced by it.
+/// Throws RunTimeError: floating point for a pivot that is not finite, subscript as SolveEquations.
 void IncompleteCholesky(Integer n, Integer capacity, const Array1<Integer>& lowerCount,
                         const Array2<Integer>& lowerColumn, const Array2<Double>& lowerValue,
                         const Array1<Double>& diagonalValue, Array2<Double>& factorLower,

@@ -11,11 +11,12 @@
 namespace quillane {
 namespace {
 
-using Strain = std::array<double, 3>;                       // x, y, shear
-using StrainMatrix = std::array<std::array<double, 8>, 3>;  // rows as Strain, columns u1 v1 ...
+using PlaneTensor = std::array<double, 3>;  // strain or stress: x, y, shear
+using StrainMatrix =
+    std::array<std::array<double, 8>, 3>;  // rows as PlaneTensor, columns u1 v1 ...
 using ElasticityMatrix = std::array<std::array<double, 3>, 3>;
 
-/// Strain-displacement matrix of the bilinear square of edge a at its centre (1/mm).
+/// PlaneTensor-displacement matrix of the bilinear square of edge a at its centre (1/mm).
 StrainMatrix StrainAtCentre(Single a) {
   const double edge = double{a};
   const double x = double{a / 2.0F};
@@ -41,15 +42,15 @@ ElasticityMatrix PlaneStress(double youngModulus, double nu) {
   return {{{c, c * nu, 0.0}, {c * nu, c, 0.0}, {0.0, 0.0, (1.0 - nu) * c / 2.0}}};
 }
 
-double VonMises(const Strain& stress) {
+double VonMises(const PlaneTensor& stress) {
   const auto [x, y, xy] = stress;
   return std::sqrt(x * x + y * y - x * y + 3.0 * (xy * xy));
 }
 
 template <std::size_t Columns>
-Strain Product(const std::array<std::array<double, Columns>, 3>& matrix,
-               const std::array<double, Columns>& vector) {
-  Strain result{};
+PlaneTensor Product(const std::array<std::array<double, Columns>, 3>& matrix,
+                    const std::array<double, Columns>& vector) {
+  PlaneTensor result{};
   for (std::size_t row = 0; row < 3; ++row) {
     for (std::size_t k = 0; k < Columns; ++k) result[row] += matrix[row][k] * vector[k];
   }
@@ -110,7 +111,7 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       model.CellStress(i, j) = 0.0;
       if (model.CellState(i, j) <= 0) continue;
-      const Strain strain = Product(b, displacements(ElementOfCell(model, i, j)));
+      const PlaneTensor strain = Product(b, displacements(ElementOfCell(model, i, j)));
       const double stress = Finite(VonMises(Product(elasticity, strain)), "an element's stress");
       model.CellStress(i, j) = stress;
       sum += stress;

@@ -14,7 +14,8 @@ void ScatterDisplacements(Model& model);
 /// finite; (subscript) when an element names a node outside the mesh.
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio);
 
-/// Volume (mm^3) of the cells that hold an element.
+/// Volume (mm^3) of the cells that hold an element. Throws RunTimeError (floating point) where it
+/// is not finite.
 void DesignVolume(Model& model);
 
 }  // namespace quillane

@@ -20,11 +20,8 @@ class CouplingMatrix {
     double value = 0.0;
   };
 
-  /// Re-creates the matrix with both indices 0..n, all zero.
+  /// Re-creates the matrix with both indices 0..n, all zero. Throws RunTimeError (out of memory).
   void ReDim(int n);
-
-  /// The largest index n, or -1 before the first ReDim.
-  int UpperIndex() const { return upperIndex_; }
 
   /// Entry (p, q), zero where nothing was added. Throws RunTimeError (subscript) outside 0..n.
   double operator()(int p, int q) const;

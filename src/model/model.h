@@ -17,6 +17,28 @@ inline constexpr Integer kCellEmpty = 0;
 inline constexpr Integer kCellDesign = 1;
 inline constexpr Integer kCellNonDesign = 2;
 
+/// Codes of Model::EditMode: what a press on the canvas does.
+inline constexpr Integer kModeNothing = 0;
+inline constexpr Integer kModeDomain = 1;        ///< a corner of the design domain
+inline constexpr Integer kModeDesign = 2;        ///< a corner of a rectangle of design cells
+inline constexpr Integer kModeNonDesign = 3;     ///< of non-design cells
+inline constexpr Integer kModeCutOut = -1;       ///< of cells cut out of the domain
+inline constexpr Integer kModeRemove = -2;       ///< of empty cells
+inline constexpr Integer kModeLoad = 4;          ///< the force last entered acts on the node
+inline constexpr Integer kModeDisplacement = 5;  ///< the four read-outs
+inline constexpr Integer kModeStress = 6;
+inline constexpr Integer kModePotential = 7;
+inline constexpr Integer kModeLoadValue = 8;
+inline constexpr Integer kModeOrigin = 9;
+inline constexpr Integer kModeFixX = 11;  ///< from here on supports of the node
+inline constexpr Integer kModeFixY = 12;
+inline constexpr Integer kModeFixXY = 13;
+inline constexpr Integer kModeFree = 14;
+
+/// Codes of Model::DisplayMode: the map that a step shows.
+inline constexpr Integer kShowStress = 1;
+inline constexpr Integer kShowPotential = 2;
+
 /// Off-diagonal slots of one equation in the sparse row store.
 inline constexpr Integer kRowCapacity = 9;
 
@@ -74,18 +96,18 @@ struct Model {
   Array1<Integer> UpperCount{"UpperCount"};         ///< (0..n) stored entries right of the diagonal
   Array1<Integer> LowerCount{"LowerCount"};         ///< (0..n) stored entries left of the diagonal
   Array2<Integer> UpperColumn{"UpperColumn"};       ///< (slot 0..9, 0..n) ascending columns
-  Array2<Integer> LowerColumn{"LowerColumn"};
-  Array2<Double> UpperValue{"UpperValue"};  ///< (slot 0..9, 0..n)
-  Array2<Double> LowerValue{"LowerValue"};
-  Array2<Double> FactorUpper{"FactorUpper"};
-  Array2<Double> FactorLower{"FactorLower"};
-  Array1<Double> DiagonalValue{"DiagonalValue"};  ///< (0..n)
-  Array1<Double> FactorInvDiag{"FactorInvDiag"};
-  Array1<Double> ResidualVector{"ResidualVector"};
-  Array1<Double> DirectionVector{"DirectionVector"};
-  Array1<Double> PrecondVector{"PrecondVector"};
-  Array1<Double> ProductVector{"ProductVector"};
-  Array1<Integer> TransposeFill{"TransposeFill"};
+  Array2<Integer> LowerColumn{"LowerColumn"};       ///< likewise
+  Array2<Double> UpperValue{"UpperValue"};          ///< (slot 0..9, 0..n) N/mm
+  Array2<Double> LowerValue{"LowerValue"};          ///< likewise
+  Array2<Double> FactorUpper{"FactorUpper"};        ///< L transposed, slots as UpperColumn
+  Array2<Double> FactorLower{"FactorLower"};        ///< L, slots as LowerColumn
+  Array1<Double> DiagonalValue{"DiagonalValue"};    ///< (0..n) N/mm
+  Array1<Double> FactorInvDiag{"FactorInvDiag"};    ///< (0..n) reciprocal pivots
+  Array1<Double> ResidualVector{"ResidualVector"};  ///< (0..n) r = f - K u, N
+  Array1<Double> DirectionVector{"DirectionVector"};  ///< (0..n) p
+  Array1<Double> PrecondVector{"PrecondVector"};      ///< (0..n) z, the preconditioned residual
+  Array1<Double> ProductVector{"ProductVector"};      ///< (0..n) q = K p
+  Array1<Integer> TransposeFill{"TransposeFill"};     ///< (0..n) counters of the transposition
 
   /// Work space of the grid solver. Nothing in it outlives a solve but the allocation.
   std::vector<std::byte> SolverSpace;
@@ -97,14 +119,14 @@ struct Model {
   Double Volume = 0;                                   ///< mm^3
 
   // Interaction.
-  Integer EditMode = 0;          ///< what a press on the canvas does
-  Integer ClickCount = 0;        ///< presses made in a two-press rectangle
-  Integer DomainDefined = 0;     ///< kTrue once a design domain exists
-  Integer DisplayMode = 1;       ///< 1 stress map, 2 potential map
-  Integer AutoOptimize = 0;      ///< kTrue while steps follow each other by themselves
-  Integer StepCount = 0;         ///< number of the next optimization step
-  Integer HistoryRecording = 0;  ///< kTrue while the history file is open
-  std::string ModelFilePath;     ///< model file last saved or opened
+  Integer EditMode = kModeNothing;    ///< codes above
+  Integer ClickCount = 0;             ///< presses made in a two-press rectangle
+  Integer DomainDefined = 0;          ///< kTrue once a design domain exists
+  Integer DisplayMode = kShowStress;  ///< codes above
+  Integer AutoOptimize = 0;           ///< kTrue while steps follow each other by themselves
+  Integer StepCount = 0;              ///< number of the next optimization step
+  Integer HistoryRecording = 0;       ///< kTrue while the history file is open
+  std::string ModelFilePath;          ///< model file last saved or opened
 };
 
 /// Re-creates every array that belongs to the grid and its nodes and elements, zero-filled, from

@@ -2,7 +2,6 @@
 #include "model/model_file.h"
 
 #include <fstream>
-#include <string_view>
 
 #include "model/number_text.h"
 #include "model/run_time_error.h"

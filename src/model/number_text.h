@@ -1,7 +1,6 @@
 // Numbers as text: the shortest general form, the two fixed formats, and reading them back.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 

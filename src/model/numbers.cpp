@@ -1,7 +1,6 @@
 // Conversions between the model's number types.
 #include "model/numbers.h"
 
-#include <limits>
 #include <string>
 
 #include "model/run_time_error.h"

@@ -11,9 +11,11 @@ namespace quillane {
 /// when the value is outside -32768..32767 or not a number.
 Integer ToInteger(double value, const char* what);
 
-/// The nearest Single. Throws RunTimeError (overflow) naming `what` when the value is too large.
+/// The nearest Single. Throws RunTimeError (overflow) naming `what` when the value passes its range
+/// or is not a number.
 Single ToSingle(double value, const char* what);
 
+/// RunTimeError (floating point): `what` is not finite; advice as in RunTimeError.
 [[noreturn]] void ThrowFloatingPoint(const char* what, const char* advice);
 
 /// Hands the value on; throws RunTimeError (floating point) naming `what` when it is infinite or

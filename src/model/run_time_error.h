@@ -1,4 +1,4 @@
-// The one exception of the numeric core: a statement that could not be carried out.
+// A statement of the numeric core that could not be carried out.
 #pragma once
 
 #include <exception>

@@ -1,4 +1,4 @@
-// The three number types of the model, named as the field's documents name them.
+// The number types of the model: 16-bit whole numbers, single and double precision.
 #pragma once
 
 #include <cstdint>

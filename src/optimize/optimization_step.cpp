@@ -9,7 +9,7 @@
 namespace quillane {
 
 SolveReport StressAnalysis(Model& model, const std::function<void()>& stressesReady) {
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   model.StepCount = 0;
   const SolveReport report = AnalyseStructure(model, stressesReady);
   InitPotential(model);
@@ -17,10 +17,10 @@ SolveReport StressAnalysis(Model& model, const std::function<void()>& stressesRe
 }
 
 SolveReport Optimization(Model& model, History& history, const std::function<void()>& show) {
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   UpdatePotential(model);
   MarkActiveNodes(model);
-  DesignVolume(model);
+  DesignVolume(model);  // of the new layout, should the analysis fail
   const SolveReport report = AnalyseStructure(model);
   if (show) show();
   history.Record(model);

@@ -13,7 +13,8 @@ void InitPotential(Model& model);
 /// One update from CellStress: every potential forgets the share Lambda, gains PotentialIncrement
 /// for each of the cell and its four edge neighbours whose stress (as a Single) is strictly above
 /// StressTarget, and every design cell (state 0 or 1) holds material exactly when its potential is
-/// at least Epsilon.
+/// at least Epsilon. Throws RunTimeError: overflow for a Lambda whose increment or a stress that
+/// passes single precision, floating point where a potential is not finite.
 void UpdatePotential(Model& model);
 
 }  // namespace quillane

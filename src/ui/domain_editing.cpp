@@ -1,4 +1,4 @@
-// Implements the edits of the design domain.
+// Rectangles by two presses: the first is remembered, the second edits.
 #include "ui/domain_editing.h"
 
 #include <cmath>
@@ -38,7 +38,7 @@ bool BuildDomain(Model& model, Single x2, Single y2) {
   model.DomainY2 = upper;
   BuildMesh(model, *rows, *columns);
   model.DomainDefined = kTrue;
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   return true;
 }
 
@@ -80,6 +80,7 @@ void SetCells(Model& model, const Corners& corners, Integer state) {
   for (int row = corners.row1; row <= corners.row2; ++row) {
     for (int column = corners.column1; column <= corners.column2; ++column) {
       model.CellState(row, column) = state;
+      // The flag of the node that bears the element's number; the redraw derives all flags anew.
       if (state > 0) model.NodeActive(ElementOfCell(model, row, column)) = 1;
     }
   }

@@ -27,7 +27,8 @@ struct Corners {
 PressResult DesignDomainSet(Model& model, Corners& corners, Single x, Single y);
 
 /// Presses at (x, y), mm, in two cells: the second one gives every cell of their rectangle its new
-/// state. A press outside the domain is refused and the press before it kept.
+/// state: kCellDesign, kCellNonDesign, kCellEmpty or kCellCutOut, in the order below. A press
+/// outside the domain is refused and the press before it kept.
 PressResult AddDesignElements(Model& model, Corners& corners, Single x, Single y);
 PressResult AddNonDesignElements(Model& model, Corners& corners, Single x, Single y);
 PressResult RemoveElements(Model& model, Corners& corners, Single x, Single y);

@@ -1,4 +1,4 @@
-// Implements the label that elides.
+// The shown text is cut at painting; text() stays whole.
 #include "ui/elided_label.h"
 
 #include <QEvent>

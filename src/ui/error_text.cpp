@@ -1,4 +1,4 @@
-// Implements the error texts: a Japanese sentence as in the other boxes, then the details.
+// A Japanese sentence as in the other boxes, then the details in English.
 #include "ui/error_text.h"
 
 #include <QDir>

@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 
 #include "model/number_text.h"
-#include "ui/domain_first.h"
+#include "ui/domain_mode.h"
 #include "ui/frmMain.h"
 
 namespace quillane {
@@ -24,7 +24,7 @@ frmAppliedLoad::frmAppliedLoad(frmMain& main) : Form(main, "frmAppliedLoad", "Ap
 
 void frmAppliedLoad::Form_Load() {
   Model& model = Main().model();
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   optLoadOff->setChecked(true);
   txtLoadX->setText(QString::fromStdString(GeneralText(model.LoadFx)));
   txtLoadY->setText(QString::fromStdString(GeneralText(model.LoadFy)));
@@ -36,7 +36,7 @@ void frmAppliedLoad::cmdOK_Click() {
     Model& model = Main().model();
     model.LoadFx = LeadingNumber(TextOf(txtLoadX), "the force in x");
     model.LoadFy = LeadingNumber(TextOf(txtLoadY), "the force in y");
-    if (optLoadOn->isChecked()) SetDomainMode(*this, model, 4);
+    if (optLoadOn->isChecked()) SetDomainMode(*this, model, kModeLoad);
     Main().SetUpDateCaption(
         QString::fromStdString("x方向荷重成分 = " + GeneralText(model.LoadFx) +
                                "N   y方向荷重成分 = " + GeneralText(model.LoadFy) + "N"));

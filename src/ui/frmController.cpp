@@ -26,7 +26,7 @@ frmController::frmController(frmMain& main)
 
 void frmController::Form_Load() {
   Model& model = Main().model();
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   txtDpStress->setText(QString::fromStdString(GeneralText(model.StressTarget)));
   txtDpEpsilon->setText(QString::fromStdString(GeneralText(int{model.Epsilon})));
   txtDpLambda->setText(QString::fromStdString(GeneralText(model.Lambda)));

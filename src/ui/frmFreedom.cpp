@@ -6,7 +6,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "ui/domain_first.h"
+#include "ui/domain_mode.h"
 #include "ui/frmMain.h"
 
 namespace quillane {
@@ -22,17 +22,17 @@ frmFreedom::frmFreedom(frmMain& main) : Form(main, "frmFreedom", "Freedom Condit
 }
 
 void frmFreedom::Form_Load() {
-  Main().model().EditMode = 0;
+  Main().model().EditMode = kModeNothing;
   optFree->setChecked(true);
   optFree->setFocus();
 }
 
 void frmFreedom::cmdOK_Click() {
   Model& model = Main().model();
-  if (optFixX->isChecked()) SetDomainMode(*this, model, 11);
-  if (optFixY->isChecked()) SetDomainMode(*this, model, 12);
-  if (optFixXY->isChecked()) SetDomainMode(*this, model, 13);
-  if (optFree->isChecked()) SetDomainMode(*this, model, 14);
+  if (optFixX->isChecked()) SetDomainMode(*this, model, kModeFixX);
+  if (optFixY->isChecked()) SetDomainMode(*this, model, kModeFixY);
+  if (optFixXY->isChecked()) SetDomainMode(*this, model, kModeFixXY);
+  if (optFree->isChecked()) SetDomainMode(*this, model, kModeFree);
   Unload();
 }
 

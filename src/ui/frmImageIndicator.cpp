@@ -21,7 +21,8 @@ frmImageIndicator::frmImageIndicator(frmMain& main) : Form(main, "frmImageIndica
 }
 
 void frmImageIndicator::Form_Load() {
-  QRadioButton* shown = Main().model().DisplayMode == 2 ? optNeuronValue : optStressValue;
+  QRadioButton* shown =
+      Main().model().DisplayMode == kShowPotential ? optNeuronValue : optStressValue;
   shown->setChecked(true);
   shown->setFocus();
 }
@@ -29,10 +30,10 @@ void frmImageIndicator::Form_Load() {
 void frmImageIndicator::cmdOK_Click() {
   Main().Guarded([this] {
     if (optStressValue->isChecked()) {
-      Main().model().DisplayMode = 1;
+      Main().model().DisplayMode = kShowStress;
       Main().DrawStressMap();
     } else {
-      Main().model().DisplayMode = 2;
+      Main().model().DisplayMode = kShowPotential;
       Main().DrawNeuronMap();
     }
   });

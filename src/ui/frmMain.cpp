@@ -8,8 +8,8 @@
 #include <QTimer>
 
 #include "display/canvas_drawing.h"
-#include "display/canvas_layout.h"
 #include "display/result_maps.h"
+#include "display/view.h"
 #include "fem/mesh.h"
 #include "model/number_text.h"
 #include "ui/elided_label.h"
@@ -60,7 +60,10 @@ void frmMain::BuildControls() {
           [this](Integer button, Integer shift, Single x, Single y) {
             Guarded([&] { picCanvas_MouseDown(button, shift, x, y); });
           });
-  connect(picCanvas_, &PictureWidget::MouseMove, this, &frmMain::picCanvas_MouseMove);
+  connect(picCanvas_, &PictureWidget::MouseMove, this,
+          [this](Integer button, Integer shift, Single x, Single y) {
+            Guarded([&] { picCanvas_MouseMove(button, shift, x, y); });
+          });
   connect(picCanvas_, &PictureWidget::ResolutionChanged, this,
           [this] { Guarded([this] { Form_Resize(); }); });
 }
@@ -85,7 +88,7 @@ void frmMain::Form_Resize() {
     FitCanvasView();
     DrawCanvas();
   });
-  DrawColorBar(picColorBar_->Drawing(), colorTable_, "stress(MPa)");
+  DrawColorBar(picColorBar_->Drawing(), colorTable_, kStressTitle);
 }
 
 void frmMain::PlaceControls() {
@@ -110,11 +113,11 @@ void frmMain::mnuExit_Click() {
   End(0);
 }
 
-void frmMain::mnuMoveOrigin_Click() { model_.EditMode = 9; }
+void frmMain::mnuMoveOrigin_Click() { model_.EditMode = kModeOrigin; }
 
 void frmMain::mnuClear_Click() {
   picCanvasClear(picCanvas_->Drawing(), picColorBar_->Drawing(), model_, colorTable_);
-  model_.EditMode = 0;
+  model_.EditMode = kModeNothing;
   SetResultMenusEnabled(false);
   if (model_.HistoryRecording != 0) history_.Close(model_);
 }

@@ -49,8 +49,8 @@ void frmMain::Optimization() {
 }
 
 void frmMain::ShowStep() {
-  if (model_.DisplayMode == 1) DrawStressMap();
-  if (model_.DisplayMode == 2) DrawNeuronMap();
+  if (model_.DisplayMode == kShowStress) DrawStressMap();
+  if (model_.DisplayMode == kShowPotential) DrawNeuronMap();
   SetUpDateCaption(VolumeCaption(model_) + QStringLiteral("     ") +
                    QString::fromStdString(GeneralText(int{model_.StepCount})) +
                    QStringLiteral("step"));

@@ -23,18 +23,18 @@ const QString kBadGrid = QStringLiteral(
 }  // namespace
 
 void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
-  if (model_.EditMode == 9) MoveOrigin(X, Y);
-  if (model_.EditMode == 1) DesignDomainSet(X, Y);
-  if (model_.EditMode == 2) EditCells(&AddDesignElements, X, Y);
-  if (model_.EditMode == 3) EditCells(&AddNonDesignElements, X, Y);
-  if (model_.EditMode == -1) EditCells(&DeleteDesignDomain, X, Y);
-  if (model_.EditMode == -2) EditCells(&RemoveElements, X, Y);
-  if (model_.EditMode == 4) LoadSet(X, Y);
-  if (model_.EditMode == 5) ShowReadOut(&dispValue, kNodeOutside, X, Y);
-  if (model_.EditMode == 6) ShowReadOut(&stressValue, kElementOutside, X, Y);
-  if (model_.EditMode == 7) ShowReadOut(&neuronValue, kElementOutside, X, Y);
-  if (model_.EditMode == 8) ShowReadOut(&loadValue, kNodeOutside, X, Y);
-  if (model_.EditMode > 10) FreedomSet(X, Y);
+  if (model_.EditMode == kModeOrigin) MoveOrigin(X, Y);
+  if (model_.EditMode == kModeDomain) DesignDomainSet(X, Y);
+  if (model_.EditMode == kModeDesign) EditCells(&AddDesignElements, X, Y);
+  if (model_.EditMode == kModeNonDesign) EditCells(&AddNonDesignElements, X, Y);
+  if (model_.EditMode == kModeCutOut) EditCells(&DeleteDesignDomain, X, Y);
+  if (model_.EditMode == kModeRemove) EditCells(&RemoveElements, X, Y);
+  if (model_.EditMode == kModeLoad) LoadSet(X, Y);
+  if (model_.EditMode == kModeDisplacement) ShowReadOut(&dispValue, kNodeOutside, X, Y);
+  if (model_.EditMode == kModeStress) ShowReadOut(&stressValue, kElementOutside, X, Y);
+  if (model_.EditMode == kModePotential) ShowReadOut(&neuronValue, kElementOutside, X, Y);
+  if (model_.EditMode == kModeLoadValue) ShowReadOut(&loadValue, kNodeOutside, X, Y);
+  if (model_.EditMode >= kModeFixX) FreedomSet(X, Y);
 }
 
 void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {

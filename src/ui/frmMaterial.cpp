@@ -25,7 +25,7 @@ frmMaterial::frmMaterial(frmMain& main) : Form(main, "frmMaterial", "Design Prop
 
 void frmMaterial::Form_Load() {
   Model& model = Main().model();
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   txtThickness->setText(QString::fromStdString(GeneralText(model.Thickness)));
   txtEmod->setText(QString::fromStdString(GeneralText(model.YoungModulus)));
   txtPoison->setText(QString::fromStdString(GeneralText(model.PoissonRatio)));

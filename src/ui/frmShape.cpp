@@ -6,7 +6,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "ui/domain_first.h"
+#include "ui/domain_mode.h"
 #include "ui/frmMain.h"
 
 namespace quillane {
@@ -30,12 +30,12 @@ void frmShape::Form_Load() {
 void frmShape::cmdOK_Click() {
   Model& model = Main().model();
   model.ClickCount = 0;
-  if (optDesignDomain->isChecked()) model.EditMode = 1;
-  if (optAddElements->isChecked()) SetDomainMode(*this, model, 2);
-  if (optRemoveElements->isChecked()) SetDomainMode(*this, model, -2);
-  if (optAddNonDesignElements->isChecked()) SetDomainMode(*this, model, 3);
-  if (optDeleteDesignDomain->isChecked()) SetDomainMode(*this, model, -1);
-  if (optDoNot->isChecked()) model.EditMode = 0;
+  if (optDesignDomain->isChecked()) model.EditMode = kModeDomain;
+  if (optAddElements->isChecked()) SetDomainMode(*this, model, kModeDesign);
+  if (optRemoveElements->isChecked()) SetDomainMode(*this, model, kModeRemove);
+  if (optAddNonDesignElements->isChecked()) SetDomainMode(*this, model, kModeNonDesign);
+  if (optDeleteDesignDomain->isChecked()) SetDomainMode(*this, model, kModeCutOut);
+  if (optDoNot->isChecked()) model.EditMode = kModeNothing;
   Unload();
 }
 

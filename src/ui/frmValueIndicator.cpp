@@ -28,10 +28,10 @@ void frmValueIndicator::Form_Load() {
 
 void frmValueIndicator::cmdOK_Click() {
   Model& model = Main().model();
-  if (optDisplacementValue->isChecked()) model.EditMode = 5;
-  if (optStressValue->isChecked()) model.EditMode = 6;
-  if (optNeuronValue->isChecked()) model.EditMode = 7;
-  if (optLoadValue->isChecked()) model.EditMode = 8;
+  if (optDisplacementValue->isChecked()) model.EditMode = kModeDisplacement;
+  if (optStressValue->isChecked()) model.EditMode = kModeStress;
+  if (optNeuronValue->isChecked()) model.EditMode = kModePotential;
+  if (optLoadValue->isChecked()) model.EditMode = kModeLoadValue;
   Unload();
 }
 

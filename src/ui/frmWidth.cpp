@@ -6,8 +6,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "display/canvas_layout.h"
 #include "display/grid.h"
+#include "display/view.h"
 #include "model/number_text.h"
 #include "model/numbers.h"
 #include "ui/frmMain.h"
@@ -52,7 +52,7 @@ frmWidth::frmWidth(frmMain& main) : Form(main, "frmWidth", "Width and Mesh Densi
 
 void frmWidth::Form_Load() {
   Model& model = Main().model();
-  model.EditMode = 0;
+  model.EditMode = kModeNothing;
   txtWidth->setText(QString::fromStdString(GeneralText(model.DomainWidth)));
   txtUnitGrid->setText(QString::fromStdString(GeneralText(model.ElementSize)));
   FocusText(txtWidth);

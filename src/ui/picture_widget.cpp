@@ -1,4 +1,4 @@
-// Implements the picture widget over the image-backed drawing area.
+// Mouse positions in user coordinates, repaints from the image.
 #include "ui/picture_widget.h"
 
 #include <QMouseEvent>

@@ -1,9 +1,8 @@
-// Implements the rescue file.
+// The first place that takes the file: the current directory, the temporary folder.
 #include "ui/rescue_file.h"
 
 #include <exception>
 #include <string_view>
-#include <system_error>
 
 #include "model/model_file.h"
 #include "model/safe_file.h"

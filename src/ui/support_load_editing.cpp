@@ -1,4 +1,4 @@
-// Implements the edits of supports and loads.
+// One press, one node.
 #include "ui/support_load_editing.h"
 
 #include <optional>
@@ -30,10 +30,10 @@ void SetFreedom(Model& model, int node, Integer x, Integer y) {
 PressResult FreedomSet(Model& model, Single x, Single y) {
   const std::optional<int> node = MeshNodeAt(model, model.NodeFreedom.First(), x, y);
   if (!node) return PressResult::kOutside;
-  if (model.EditMode == 11) SetFreedom(model, *node, 1, 0);
-  if (model.EditMode == 12) SetFreedom(model, *node, 0, 1);
-  if (model.EditMode == 13) SetFreedom(model, *node, 1, 1);
-  if (model.EditMode == 14) SetFreedom(model, *node, 0, 0);
+  if (model.EditMode == kModeFixX) SetFreedom(model, *node, 1, 0);
+  if (model.EditMode == kModeFixY) SetFreedom(model, *node, 0, 1);
+  if (model.EditMode == kModeFixXY) SetFreedom(model, *node, 1, 1);
+  if (model.EditMode == kModeFree) SetFreedom(model, *node, 0, 0);
   return PressResult::kEdited;
 }
 

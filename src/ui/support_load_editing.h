@@ -6,8 +6,8 @@
 
 namespace quillane {
 
-/// Writes both support flags of the node nearest to (x, y), mm, as EditMode says: 11 x fixed,
-/// 12 y fixed, 13 both, 14 none; other codes write nothing.
+/// Writes both support flags of the node nearest to (x, y), mm, as EditMode says:
+/// kModeFixX, kModeFixY, kModeFixXY or kModeFree; other codes write nothing.
 PressResult FreedomSet(Model& model, Single x, Single y);
 
 /// Gives the node nearest to (x, y), mm, the force LoadFx, LoadFy in place of what it had.

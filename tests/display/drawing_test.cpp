@@ -6,6 +6,7 @@
 #include "display/palette.h"
 #include "display/read_outs.h"
 #include "display/result_maps.h"
+#include "display/view.h"
 #include "model/run_time_error.h"
 #include "recording_area.h"
 #include "support/plates.h"

@@ -1,4 +1,4 @@
-// The potential rule, and the history, case by case.
+// The potential rule, case by case.
 #include "optimize/potential.h"
 
 #include <gtest/gtest.h>
@@ -7,8 +7,6 @@
 #include <limits>
 
 #include "model/run_time_error.h"
-#include "optimize/history.h"
-#include "optimize/optimization_step.h"
 #include "support/plates.h"
 
 namespace quillane {
@@ -63,30 +61,6 @@ TEST(Potential, LambdaAtItsLimits) {
   EXPECT_NO_THROW(InitPotential(model));  // no occupied cell, no division
   model.Lambda = std::numeric_limits<Single>::max();
   EXPECT_THROW(UpdatePotential(model), RunTimeError);
-}
-
-TEST(History, HoldsOneRecordAnEventUntilTheStepNumberOverflows) {
-  const test::ScratchFolder folder;
-  Model model = test::Cantilever(4, 8);
-  StressAnalysis(model);
-  model.StepCount = 32765;
-  model.MaxStress = 245.125, model.AvgStress = 87.5, model.MinStress = 0.25;
-  History history;
-  history.Start(model, folder / "History.tmp");
-  for (int step = 0; step < 2; ++step) Optimization(model, history);
-  EXPECT_THROW(Optimization(model, history), RunTimeError);
-  history.Close(model);
-  history.Close(model);  // harmless
-  EXPECT_EQ(model.HistoryRecording, 0);
-  const std::string text = test::ReadFile(folder / "History.tmp");
-  EXPECT_TRUE(text.starts_with("Iteration, Max, Avg, Min\r\n32765,245.125,87.5,0.25\r\n")) << text;
-  std::string numbers;
-  for (std::size_t at = text.find('\n') + 1; at < text.size(); at = text.find('\n', at) + 1) {
-    numbers += text.substr(at, text.find(',', at) - at) + " ";
-  }
-  EXPECT_EQ(numbers, "32765 32765 32766 32767 ");
-  EXPECT_THROW(history.Start(model, folder / "none/History.tmp"), RunTimeError);
-  EXPECT_EQ(model.HistoryRecording, kTrue);  // set before the attempt
 }
 
 }  // namespace

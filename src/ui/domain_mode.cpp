@@ -1,5 +1,5 @@
 // The question for a design domain before anything is put into it.
-#include "ui/domain_first.h"
+#include "ui/domain_mode.h"
 
 #include "ui/frmMain.h"
 
