@@ -10,6 +10,6 @@ scripts/install_dependencies.sh develop
 [ -f build/fuzz/build.ninja ] || cmake --preset fuzz
 cmake --build --preset fuzz
 mkdir -p build/fuzz/corpus build/fuzz/findings
-build/fuzz/fuzz/quillane-fuzz build/fuzz/corpus fuzz/seeds -max_len=4096 -timeout=10 \
+build/fuzz/fuzz/quillane-fuzz build/fuzz/corpus fuzz/seeds -max_len=4096 -timeout=60 \
   -rss_limit_mb=1024 -max_total_time="$seconds" -artifact_prefix=build/fuzz/findings/ \
   -print_final_stats=1
