@@ -259,11 +259,6 @@ shoot cleared
 
 xdotool windowminimize "$main"
 pause
-press_at 1090 790
-xdotool mousemove 500 300 click 2
-pause
-import -window root -crop 360x120+420+280 +repage "$images/window-minimized.png"
-key Escape
 [[ "$(xdotool getwindowname "$main")" = POST ]] || fail 'the title of the minimized window'
 xdotool windowactivate "$main"
 pause
