@@ -40,7 +40,7 @@ fs::path FreshNeighbour(const fs::path& target) {
 
 void WriteWhole(const fs::path& path, std::string_view content) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) throw FileWriteError("the folder does not let a file be created in it");
+  if (!file) throw FileWriteError("the folder does not let a file of this name be created in it");
   file.write(content.data(), static_cast<std::streamsize>(content.size()));
   file.close();
   if (!file || !SyncToDisk(path)) throw FileWriteError("the file could not be written to its end");
