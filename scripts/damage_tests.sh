@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Saves under bad conditions: no space, a folder that is read-only, a kill in the middle. The file
 # must afterwards be the old one or the new one, whole.
-# Usage: damage_tests.sh [path/to/quillane-batch, default the release build] [kills at random moments, default 0]
+# Usage: damage_tests.sh [path/to/quillane-batch, default the release build]
+#        [kills at random moments, default 0]
 set -euo pipefail
 batch=$(realpath "${1:-$(dirname "${BASH_SOURCE[0]}")/../build/release/src/batch/quillane-batch}")
 rounds=${2:-0}

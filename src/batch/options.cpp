@@ -26,7 +26,8 @@ bool ParseSize(std::string_view text, int& width, int& height) {
   return second.ec == std::errc() && second.ptr == end && usable(width) && usable(height);
 }
 
-std::string Named(const std::string& path) { return path.empty() ? "wants a name" : ""; }
+/// What is wrong with the path of an output; empty where nothing is.
+std::string NameFault(const std::string& path) { return path.empty() ? "wants a name" : ""; }
 
 /// Forwards the usage error or the help text to its stream and turns it into an exit status.
 int Answer(const CLI::App& app, const CLI::ParseError& error) {
@@ -61,7 +62,7 @@ std::optional<BatchOptions> ParseOptions(int argc, const char* const* argv, int&
       ->type_name("L");
   const auto output = [&app](const char* name, std::filesystem::path& path, const char* type,
                              const char* help) {
-    app.add_option(name, path, help)->check(Named)->type_name(type);
+    app.add_option(name, path, help)->check(NameFault)->type_name(type);
   };
   output("--history", options.history, "FILE", "record the course: step and max, mean, min stress");
   output("--save", options.save, "FILE", "the model as it stands at the end");
