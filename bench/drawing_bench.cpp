@@ -6,10 +6,10 @@
 
 #include "display/canvas_drawing.h"
 #include "display/canvas_layout.h"
-#include "display/image_area.h"
 #include "display/result_maps.h"
 #include "display/view.h"
 #include "fem/mesh.h"
+#include "image/image_area.h"
 #include "optimize/optimization_step.h"
 
 namespace quillane {

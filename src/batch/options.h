@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "display/picture.h"
+#include "image/picture.h"
 
 namespace quillane {
 

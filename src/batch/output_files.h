@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "display/picture.h"
+#include "image/picture.h"
 #include "model/model.h"
 
 namespace quillane {

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "display/image_area.h"
+#include "image/image_area.h"
 #include "model/types.h"
 
 namespace quillane {

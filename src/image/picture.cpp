@@ -1,14 +1,14 @@
 // Pictures for the command line.
-#include "display/picture.h"
+#include "image/picture.h"
 
 #include <QPainter>
 
 #include "display/canvas_drawing.h"
 #include "display/canvas_layout.h"
-#include "display/image_area.h"
 #include "display/palette.h"
 #include "display/result_maps.h"
 #include "display/view.h"
+#include "image/image_area.h"
 
 namespace quillane {
 namespace {

@@ -1,5 +1,5 @@
 // Drawing on a QImage in device pixels.
-#include "display/image_area.h"
+#include "image/image_area.h"
 
 #include <QFontInfo>
 #include <QFontMetricsF>

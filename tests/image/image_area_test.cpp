@@ -1,5 +1,5 @@
 // Pixels of the image-backed area and whole pictures.
-#include "display/image_area.h"
+#include "image/image_area.h"
 
 #include <gtest/gtest.h>
 
