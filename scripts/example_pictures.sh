@@ -18,8 +18,6 @@ steady() {
                  print last < NR - 2 ? last : "-" }' "$1"
 }
 
-echo "| example | volume (mm³) | after | steady from step | max stress (MPa) | after | mean stress (MPa) | after |"
-echo "|---|---|---|---|---|---|---|---|"
 for name in cantilever half-mbb-beam bridge l-bracket two-bar-truss bolted-lever; do
   model=examples/$name.model
   image=docs/images/example-$name
@@ -30,10 +28,15 @@ for name in cantilever half-mbb-beam bridge l-bracket two-bar-truss bolted-lever
     echo "$name: the solver did not converge" >&2
     exit 1
   fi
-  printf '| %s | %g | %g (%.0f %%) | %s | %.1f | %.1f | %.1f | %.1f |\n' "$name" \
+  printf '%s\t%g\t%g (%.0f %%)\t%s\t%.1f\t%.1f\t%.1f\t%.1f\n' "$name" \
     "$(value "$start" volume)" "$(value "$end" volume)" \
     "$(awk "BEGIN { print 100 * $(value "$end" volume) / $(value "$start" volume) }")" \
     "$(steady "$scratch/history")" \
     "$(value "$start" "max stress")" "$(value "$end" "max stress")" \
-    "$(value "$start" "mean stress")" "$(value "$end" "mean stress")"
+    "$(value "$start" "mean stress")" "$(value "$end" "mean stress")" >>"$scratch/rows"
 done
+{
+  printf '%s\t' example "volume (mm³)" after "steady from step" "max stress (MPa)" after "mean stress (MPa)"
+  echo after
+  cat "$scratch/rows"
+} | scripts/markdown_table.py

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Installs from Debian's packages whatever the named purposes need and is missing.
-# Usage: install_dependencies.sh build|test|develop ...   (quick when nothing is missing)
+# Usage: install_dependencies.sh build|test|bench|develop ...   (quick when nothing is missing)
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev fonts-dejavu-core fonts-noto-cjk)
-test=("${build[@]}" libgtest-dev libbenchmark-dev libeigen3-dev)
-develop=("${test[@]}" git python3 clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
+test=("${build[@]}" libgtest-dev)
+bench=("${build[@]}" libbenchmark-dev libeigen3-dev python3)
+develop=("${test[@]}" "${bench[@]}" git clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
          x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file man-db
          clang libclang-rt-dev strace librsvg2-bin)
 
@@ -14,6 +15,7 @@ for purpose in "$@"; do
   case "$purpose" in
     build) packages+=("${build[@]}") ;;
     test) packages+=("${test[@]}") ;;
+    bench) packages+=("${bench[@]}") ;;
     develop) packages+=("${develop[@]}") ;;
     *) echo "install_dependencies.sh: unknown purpose: $purpose" >&2; exit 2 ;;
   esac

@@ -23,10 +23,12 @@ measure() {
 
 # Rows of measure as a table; the stresses of a plate that came apart are no stresses.
 table() {
-  printf '\n| %s | volume (mm³) | max stress (MPa) | mean stress (MPa) | solves without convergence |\n' "$1"
-  echo "|---|---|---|---|---|"
-  awk '{ if ($5 > 0) printf "| %s | %g | - | - | %d |\n", $1, $2, $5
-         else printf "| %s | %g | %.1f | %.1f | 0 |\n", $1, $2, $3, $4 }'
+  echo
+  {
+    printf '%s\tvolume (mm³)\tmax stress (MPa)\tmean stress (MPa)\tsolves without convergence\n' "$1"
+    awk '{ if ($5 > 0) printf "%s\t%g\t-\t-\t%d\n", $1, $2, $5
+           else printf "%s\t%g\t%.1f\t%.1f\t0\n", $1, $2, $3, $4 }'
+  } | scripts/markdown_table.py
 }
 
 # The rectangle without any sketch: every empty cell of the domain filled.

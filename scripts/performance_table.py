@@ -10,6 +10,11 @@ import json
 import os
 import subprocess
 import sys
+from pathlib import Path
+
+from markdown_table import table
+
+ROOT = Path(__file__).resolve().parent.parent
 
 LAYOUTS = {
     "20/20/0": "20 x 20",
@@ -44,13 +49,19 @@ def measure(program, repetitions):
     return times, counters
 
 
+def build():
+    """Builds solver_bench and returns its path."""
+    subprocess.run([ROOT / "scripts/build_benchmarks.sh", "solver_bench"], check=True,
+                   stdout=sys.stderr)
+    return ROOT / "build/release/bench/solver_bench"
+
+
 def main():
-    program = sys.argv[1] if len(sys.argv) > 1 else "build/release/bench/solver_bench"
+    program = sys.argv[1] if len(sys.argv) > 1 else build()
     times, counters = measure(program, int(sys.argv[2]) if len(sys.argv) > 2 else 5)
     titles = ["cells", "equations", "iterations", "step, ms", "plain step, ms"]
     titles += [f"{title}, ms" for title in LIBRARIES.values()] + ["fastest library / step"]
-    print("| " + " | ".join(titles) + " |")
-    print("|" + "---|" * len(titles))
+    rows = []
     for layout, title in LAYOUTS.items():
         step = times[f"Step/{layout}"]
         libraries = [times.get(f"{name}/{layout}", float("inf")) for name in LIBRARIES]
@@ -58,7 +69,8 @@ def main():
                  f"{counters[f'Step/{layout}']['iterations']:.0f}", f"{step:.2f}",
                  f"{times[f'PlainStep/{layout}']:.2f}"]
         cells += [f"{time:.2f}" for time in libraries] + [f"{min(libraries) / step:.1f}"]
-        print("| " + " | ".join(cells) + " |")
+        rows.append(cells)
+    print(table(titles, rows))
 
 
 if __name__ == "__main__":

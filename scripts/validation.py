@@ -11,16 +11,12 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from markdown_table import table
 from validation_plate import EMPTY, Plate, Runner, edge_load, read_plate, von_mises
 
 ROOT = Path(__file__).resolve().parent.parent
 PROGRAM = os.environ.get("QUILLANE_BATCH", ROOT / "build/release/src/batch/quillane-batch")
 STEPS = 150
-
-
-def table(head, rows):
-    lines = ["| " + " | ".join(head) + " |", "|" + "---|" * len(head)]
-    return "\n".join(lines + ["| " + " | ".join(str(v) for v in row) + " |" for row in rows])
 
 
 def error(ours, reference):
