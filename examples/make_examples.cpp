@@ -1,199 +1,10 @@
-// Writes the shipped example models anew: each is a short recipe of domain, cells, supports, loads
-// and parameters. Usage: quillane-make-examples FOLDER
-#include <cmath>
+// Writes the shipped example models anew. Usage: quillane-make-examples FOLDER
 #include <cstdio>
 #include <filesystem>
 #include <string>
 
-#include "fem/mesh.h"
+#include "examples/recipes.h"
 #include "model/model_file.h"
-
-namespace quillane {
-namespace {
-
-/// A line over a range of columns by its heights at both ends, in cells from the plate's lower
-/// edge.
-struct Line {
-  double left, right;
-  double At(double fraction) const { return left + (right - left) * fraction; }
-};
-
-constexpr Line kBottom{-1E3, -1E3};
-constexpr Line kTop{1E3, 1E3};
-
-/// A plate of design cells with its lower left corner at the origin, seen whole in the view.
-class Recipe {
- public:
-  Recipe(int rows, int columns, Single elementSize) {
-    model_.ElementSize = elementSize;
-    model_.DomainX2 = static_cast<Single>(columns) * elementSize;
-    model_.DomainY2 = static_cast<Single>(rows) * elementSize;
-    // The view is taken to be 0.8 times as high as wide; its centre is the plate's.
-    const Single span = std::max(model_.DomainX2, 1.25F * model_.DomainY2);
-    model_.DomainWidth = 1.25F * span;
-    model_.OriginFracX = 0.5F + 0.5F * model_.DomainX2 / model_.DomainWidth;
-    model_.OriginFracY = 0.5F + 0.625F * model_.DomainY2 / model_.DomainWidth;
-    BuildMesh(model_, rows, columns);
-    Cells(1, rows, 1, columns, kCellDesign);
-  }
-
-  /// Sets the state of rows r1..r2 and columns c1..c2.
-  void Cells(int r1, int r2, int c1, int c2, Integer state) {
-    for (int i = r1; i <= r2; ++i) {
-      for (int j = c1; j <= c2; ++j) model_.CellState(i, j) = state;
-    }
-  }
-
-  /// Sets the state of the cells whose centre lies in a ring round (x, y), in cells.
-  void Ring(double x, double y, double inner, double outer, Integer state) {
-    for (int i = 1; i <= model_.CellRowCount; ++i) {
-      for (int j = 1; j <= model_.CellColumnCount; ++j) {
-        const double distance = std::hypot(j - 0.5 - x, i - 0.5 - y);
-        if (distance >= inner && distance < outer) model_.CellState(i, j) = state;
-      }
-    }
-  }
-
-  /// Empties the design cells of columns c1..c2 whose centre lies between two lines.
-  void Empty(int c1, int c2, Line lower, Line upper) {
-    for (int j = c1; j <= c2; ++j) {
-      const double along = (j - c1 + 0.5) / (c2 - c1 + 1);
-      for (int i = 1; i <= model_.CellRowCount; ++i) {
-        const bool between = i - 0.5 > lower.At(along) && i - 0.5 < upper.At(along);
-        if (between && model_.CellState(i, j) == kCellDesign) model_.CellState(i, j) = kCellEmpty;
-      }
-    }
-  }
-
-  /// Holds the node in grid row and column, both from 1.
-  void Hold(int row, int column, bool x, bool y) {
-    model_.NodeFreedom(Node(row, column), 1) = x ? 1 : 0;
-    model_.NodeFreedom(Node(row, column), 2) = y ? 1 : 0;
-  }
-
-  void Load(int row, int column, double fx, double fy) {
-    model_.NodeLoad(Node(row, column), 1) = fx;
-    model_.NodeLoad(Node(row, column), 2) = fy;
-  }
-
-  void Rule(Single stressTarget, Integer epsilon, Single lambda) {
-    model_.StressTarget = stressTarget;
-    model_.Epsilon = epsilon;
-    model_.Lambda = lambda;
-  }
-
-  void Save(const std::filesystem::path& folder, const std::string& name) {
-    SaveModelFile(model_, folder / (name + ".model"));
-  }
-
- private:
-  int Node(int row, int column) const { return (row - 1) * (model_.CellColumnCount + 1) + column; }
-
-  Model model_;
-};
-
-Recipe Cantilever() {
-  Recipe plate(20, 40, 10);
-  plate.Cells(1, 20, 1, 1, kCellNonDesign);
-  plate.Cells(10, 11, 39, 40, kCellNonDesign);
-  plate.Empty(1, 40, {22, 12}, kTop);
-  plate.Empty(1, 40, kBottom, {-2, 8});
-  for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, true);
-  plate.Load(11, 41, 0, -1000);
-  plate.Rule(28, 5, 0.05F);
-  return plate;
-}
-
-Recipe HalfMbbBeam() {
-  Recipe plate(20, 60, 10);
-  plate.Cells(19, 20, 1, 2, kCellNonDesign);
-  plate.Cells(1, 2, 58, 60, kCellNonDesign);
-  plate.Empty(1, 60, {24, 2}, kTop);
-  for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, false);
-  for (int column = 59; column <= 61; ++column) plate.Hold(1, column, false, true);
-  plate.Load(21, 1, 0, -1000);
-  plate.Rule(40, 5, 0.05F);
-  return plate;
-}
-
-Recipe Bridge() {
-  Recipe plate(24, 80, 25);
-  plate.Cells(23, 24, 1, 80, kCellNonDesign);
-  plate.Cells(1, 2, 1, 3, kCellNonDesign);
-  plate.Cells(1, 2, 78, 80, kCellNonDesign);
-  plate.Empty(1, 20, kBottom, {-3, 13});
-  plate.Empty(21, 40, kBottom, {13, 20});
-  plate.Empty(41, 60, kBottom, {20, 13});
-  plate.Empty(61, 80, kBottom, {13, -3});
-  for (int column = 1; column <= 4; ++column) {
-    plate.Hold(1, column, true, true);
-    plate.Hold(1, 82 - column, true, true);
-  }
-  for (int row = 23; row <= 25; ++row) {
-    plate.Hold(row, 1, false, true);
-    plate.Hold(row, 81, false, true);
-  }
-  for (int column = 1; column <= 81; column += 4) plate.Load(25, column, 0, -500);
-  plate.Rule(18, 5, 0.05F);
-  return plate;
-}
-
-Recipe LBracket() {
-  Recipe plate(40, 40, 5);
-  plate.Cells(17, 40, 17, 40, kCellCutOut);
-  plate.Cells(40, 40, 1, 16, kCellNonDesign);
-  plate.Cells(14, 16, 38, 40, kCellNonDesign);
-  plate.Empty(1, 16, kBottom, {16, 0});
-  plate.Empty(17, 40, kBottom, {0, 13});
-  for (int column = 1; column <= 17; ++column) plate.Hold(41, column, true, true);
-  plate.Load(17, 40, 0, -400);
-  plate.Rule(30, 5, 0.05F);
-  return plate;
-}
-
-Recipe TwoBarTruss() {
-  Recipe plate(92, 36, 10);
-  plate.Cells(1, 92, 1, 1, kCellNonDesign);
-  plate.Cells(45, 48, 35, 36, kCellNonDesign);
-  plate.Empty(2, 36, {92, 48}, kTop);
-  plate.Empty(2, 36, {13, 53}, {79, 39});
-  plate.Empty(2, 36, kBottom, {0, 44});
-  for (int row = 1; row <= 93; ++row) plate.Hold(row, 1, true, true);
-  plate.Load(47, 37, 0, -4000);
-  plate.Rule(38, 5, 0.05F);
-  return plate;
-}
-
-Recipe BoltedLever() {
-  Recipe plate(36, 72, 4);
-  plate.Empty(1, 72, {36, 23}, kTop);
-  plate.Empty(1, 72, kBottom, {0, 13});
-  plate.Ring(12, 18, 0, 6, kCellCutOut);
-  plate.Ring(12, 18, 6, 8, kCellNonDesign);
-  plate.Ring(64, 18, 0, 3, kCellCutOut);
-  plate.Ring(64, 18, 3, 5, kCellNonDesign);
-  for (int row = 13; row <= 25; ++row) {
-    for (int column = 7; column <= 19; ++column) {
-      const double distance = std::hypot(column - 13.0, row - 19.0);
-      if (distance > 5 && distance < 6.5) plate.Hold(row, column, true, true);
-    }
-  }
-  for (int column = 63; column <= 67; ++column) plate.Load(16, column, 0, -100);
-  plate.Rule(17, 5, 0.05F);
-  return plate;
-}
-
-void WriteAll(const std::filesystem::path& folder) {
-  Cantilever().Save(folder, "cantilever");
-  HalfMbbBeam().Save(folder, "half-mbb-beam");
-  Bridge().Save(folder, "bridge");
-  LBracket().Save(folder, "l-bracket");
-  TwoBarTruss().Save(folder, "two-bar-truss");
-  BoltedLever().Save(folder, "bolted-lever");
-}
-
-}  // namespace
-}  // namespace quillane
 
 int main(int argc, char** argv) {
   if (argc != 2) {
@@ -201,7 +12,11 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    quillane::WriteAll(argv[1]);
+    for (const std::string_view name : quillane::ExampleNames()) {
+      quillane::Model model = quillane::MakeExample(name, quillane::ExampleStart::kSketch);
+      quillane::SaveModelFile(model,
+                              std::filesystem::path(argv[1]) / (std::string(name) + ".model"));
+    }
   } catch (const std::exception& error) {
     std::fprintf(stderr, "quillane-make-examples: %s\n", error.what());
     return 2;
