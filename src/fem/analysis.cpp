@@ -7,6 +7,7 @@
 #include "fem/element_stiffness.h"
 #include "fem/grid_solver.h"
 #include "fem/mesh.h"
+#include "fem/residual.h"
 #include "fem/stress.h"
 
 namespace quillane {
@@ -31,10 +32,14 @@ SolveReport SolveAssembledEquations(Model& m, double tolerance) {
 SolveReport SolveStructure(Model& model) {
   CalcElementStiffness(model);
   NumberComponents(model);
-  const std::optional<SolveReport> report = SolveOnGrid(model, kSolverTolerance);
-  if (report) return *report;
-  AssembleEquations(model);
-  return SolveAssembledEquations(model, kSolverTolerance);
+  std::optional<SolveReport> report = SolveOnGrid(model, kSolverTolerance);
+  if (!report) {
+    AssembleEquations(model);
+    report = SolveAssembledEquations(model, kSolverTolerance);
+  }
+  report->trueResidual = TrueResidual(model);
+  report->converged = report->converged && report->trueResidual <= kTrueResidualBound;
+  return *report;
 }
 
 SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {

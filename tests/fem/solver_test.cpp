@@ -179,5 +179,24 @@ TEST(Failures, EachStopsAtItsStatementInPlainWords) {
   }
 }
 
+TEST(Solver, AnUnheldPlateDoesNotPassAsSolved) {
+  const auto solveHeld = [](const auto& isHeld) {
+    Model model = test::Cantilever(20, 40);
+    for (int n = 1; n <= model.NodeCount; ++n) {
+      for (int d = 1; d <= 2; ++d) {
+        if (!isHeld(n, d)) model.NodeFreedom(n, d) = 0;
+      }
+    }
+    MarkActiveNodes(model);
+    return SolveStructure(model);
+  };
+  EXPECT_FALSE(solveHeld([](int, int) { return false; }).converged);
+  EXPECT_FALSE(solveHeld([](int n, int) { return n == 1; }).converged);
+  EXPECT_FALSE(solveHeld([](int, int d) { return d == 1; }).converged);
+  const SolveReport held = solveHeld([](int, int) { return true; });
+  EXPECT_TRUE(held.converged);
+  EXPECT_NEAR(held.trueResidual, held.relativeResidual, 1e-8);
+}
+
 }  // namespace
 }  // namespace quillane
