@@ -2,6 +2,7 @@
 #include "model/model_file.h"
 
 #include <fstream>
+#include <ios>
 
 #include "model/number_text.h"
 #include "model/run_time_error.h"
@@ -193,10 +194,14 @@ void OpenModelFile(Model& model, const std::filesystem::path& path) {
     throw ModelFileError(0, "the file cannot be opened for reading");
   }
   FieldReader in(file);
-  const int gridLine = ReadHead(in, model);
-  SizeArrays(in, gridLine, model);
-  ReadGroups(in, model);
-  in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);
+  try {
+    const int gridLine = ReadHead(in, model);
+    SizeArrays(in, gridLine, model);
+    ReadGroups(in, model);
+    in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);
+  } catch (const std::ios_base::failure& failure) {
+    in.Fail("the file cannot be read: " + failure.code().message());
+  }
 }
 
 }  // namespace quillane
