@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Saves under bad conditions: no space, a folder that is read-only, a kill in the middle. The file
+# Saves under bad conditions: no space, a file or folder that is read-only, a kill in the middle. The file
 # must afterwards be the old one or the new one, whole.
 # Usage: damage_tests.sh [path/to/quillane-batch, default the release build]
 #        [kills at random moments, default 0]
@@ -69,19 +69,24 @@ echo "full disk: status $status, $message"
 INSIDE
 }
 
-read_only_folder() {
-  mkdir locked
+read_only_file_and_folder() {
+  mkdir -m 777 locked
   cp old.model locked/kept.model
-  chmod 555 locked
-  local status=0 message somebody=()
+  chmod 444 locked/kept.model
+  local status message what somebody=()
   if [ "$(id -u)" -eq 0 ]; then # root may write anywhere
     somebody=(setpriv --reuid=65534 --regid=65534 --clear-groups)
     chmod 755 "$work"
   fi
   cp "$batch" "$example" . # where others can reach them
-  message=$("${somebody[@]}" "./${batch##*/}" "${example##*/}" --quiet --save locked/kept.model \
-    2>&1) || status=$?
-  expect_refused "read-only folder" locked "$status" "$message"
+  for what in "read-only file" "read-only folder"; do
+    status=0
+    message=$("${somebody[@]}" "./${batch##*/}" "${example##*/}" --quiet --save locked/kept.model \
+      2>&1) || status=$?
+    expect_refused "$what" locked "$status" "$message"
+    chmod 666 locked/kept.model
+    chmod 555 locked
+  done
 }
 
 # The file must be the old or the new one; counts which.
@@ -99,7 +104,7 @@ killed_at_every_call() {
     for ((number = 1; number < 50; ++number)); do
       rm -f killed/*
       cp old.model "$kept"
-      local paths=(-P "$kept" -P "$kept.part1")
+      local paths=(-P "$kept" -P "$work/killed/quillane1.part")
       [ "$call" != exit_group ] || paths=()
       status=0
       (strace -f -o strace.log "${paths[@]}" -e trace="$call" \
@@ -131,7 +136,7 @@ killed_at_random() {
     sleep "0.$((RANDOM % 900 + 100))"
     kill -KILL -- "-$program"
     wait "$program" 2>/dev/null || true
-    rm -f random/kept.model.part* # what a killed save leaves beside the file
+    rm -f random/quillane*.part # what a killed save leaves beside the file
     expect_whole "killed at random" random/kept.model
   done
   echo "killed $rounds times at random: old file $old times, new file $new times"
@@ -139,7 +144,7 @@ killed_at_random() {
 
 no_space
 full_disk
-read_only_folder
+read_only_file_and_folder
 if command -v strace >/dev/null && strace -o strace.log true 2>/dev/null; then
   killed_at_every_call
 else

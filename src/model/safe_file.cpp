@@ -1,12 +1,14 @@
 // Replacing a file by a complete new one.
 #include "model/safe_file.h"
 
-#include <fstream>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #if defined(__unix__) || defined(__APPLE__)
-#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -15,59 +17,82 @@ namespace {
 
 namespace fs = std::filesystem;
 
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+std::string SystemReason() { return std::generic_category().message(errno); }
+
 /// Puts a finished file on the disk itself, where the platform offers it.
-bool SyncToDisk(const fs::path& path) {
+bool SyncToDisk(std::FILE* file) {
+  if (std::fflush(file) != 0) return false;
 #if defined(__unix__) || defined(__APPLE__)
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) return false;
-  const bool synced = ::fsync(file) == 0;
-  return (::close(file) == 0) && synced;
+  return ::fsync(fileno(file)) == 0;
 #else
-  (void)path;
   return true;
 #endif
 }
 
-/// A name beside target that nothing bears yet.
-fs::path FreshNeighbour(const fs::path& target) {
-  for (int number = 1;; ++number) {
-    fs::path candidate = target;
-    candidate += ".part" + std::to_string(number);
-    std::error_code error;
-    if (!fs::exists(fs::symlink_status(candidate, error))) return candidate;
+/// A file that this call creates beside target. Its name is short whatever target's is, and never
+/// one that bears a file already, so that two programs do not write into one.
+File CreateNeighbour(const fs::path& target, fs::path& fresh) {
+  for (int number = 1; number <= 10000; ++number) {
+    fresh = target.parent_path() / ("quillane" + std::to_string(number) + ".part");
+    File file(std::fopen(fresh.string().c_str(), "wbx"));
+    if (file) return file;
+    if (errno != EEXIST) break;
+  }
+  throw FileWriteError("the folder does not let a file be created in it: " + SystemReason());
+}
+
+void WriteWhole(File file, std::string_view content) {
+  const std::size_t written = std::fwrite(content.data(), 1, content.size(), file.get());
+  const bool synced = written == content.size() && SyncToDisk(file.get());
+  if (std::fclose(file.release()) != 0 || !synced) {
+    throw FileWriteError("the file could not be written to its end");
   }
 }
 
-void WriteWhole(const fs::path& path, std::string_view content) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) throw FileWriteError("the folder does not let a file of this name be created in it");
-  file.write(content.data(), static_cast<std::streamsize>(content.size()));
-  file.close();
-  if (!file || !SyncToDisk(path)) throw FileWriteError("the file could not be written to its end");
-}
-
-}  // namespace
-
-void ReplaceFile(const fs::path& path, std::string_view content) {
+/// The file that a path means: where it names a link, what the link leads to.
+fs::path LinkTarget(fs::path path) {
   std::error_code error;
-  fs::path target = path;
-  for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(target, error)); ++links) {
-    const fs::path next = fs::read_symlink(target, error);
+  for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+    const fs::path next = fs::read_symlink(path, error);
     if (error) throw FileWriteError("the link cannot be followed: " + error.message());
-    target = next.is_absolute() ? next : target.parent_path() / next;
+    path = next.is_absolute() ? next : path.parent_path() / next;
   }
-  if (target.filename().empty()) throw FileWriteError("the path names a folder, not a file");
-  const fs::file_status old = fs::status(target, error);
-  if (fs::is_directory(old)) throw FileWriteError("the path names a folder, not a file");
+  return path;
+}
+
+/// Throws unless a new file may take the place of what stands at target, if anything does.
+void CheckTarget(const fs::path& target, fs::file_status old) {
+  std::error_code error;
+  if (target.filename().empty() || fs::is_directory(old)) {
+    throw FileWriteError("the path names a folder, not a file");
+  }
   if (fs::exists(old) && !fs::is_regular_file(old)) {
     throw FileWriteError("the path does not name an ordinary file");
   }
   if (!target.parent_path().empty() && !fs::is_directory(target.parent_path(), error)) {
     throw FileWriteError("the folder does not exist");
   }
-  const fs::path fresh = FreshNeighbour(target);
+  if (fs::exists(old) && !File(std::fopen(target.string().c_str(), "r+b"))) {
+    throw FileWriteError("the file may not be written to: " + SystemReason());
+  }
+}
+
+}  // namespace
+
+void ReplaceFile(const fs::path& path, std::string_view content) {
+  std::error_code error;
+  const fs::path target = LinkTarget(path);
+  const fs::file_status old = fs::status(target, error);
+  CheckTarget(target, old);
+  fs::path fresh;
+  File file = CreateNeighbour(target, fresh);
   try {
-    WriteWhole(fresh, content);
+    WriteWhole(std::move(file), content);
     if (fs::exists(old)) fs::permissions(fresh, old.permissions(), error);
     fs::rename(fresh, target, error);
     if (error) throw FileWriteError("the file could not be replaced: " + error.message());

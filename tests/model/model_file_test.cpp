@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <thread>
 
+#include "model/safe_file.h"
 #include "support/plates.h"
 
 namespace quillane {
@@ -97,7 +99,8 @@ TEST(ModelFile, MalformedFilesTellLineAndReasonAndKeepWhatWasRead) {
   EXPECT_EQ(model.CellState(2, 3), kCellCutOut) << "the last file has all cells";
   EXPECT_EQ(model.NodeXY.First(), (IndexRange{0, 12}));
   EXPECT_EQ(model.Epsilon, 1);
-  for (const std::filesystem::path& path : {folder / "none.model", folder.Path(), {"/dev/zero"}}) {
+  for (const std::filesystem::path& path :
+       {folder / "none.model", folder.Path(), {"/dev/zero"}, {"/proc/self/mem"}}) {
     EXPECT_THROW(OpenModelFile(model, path), ModelFileError) << path;
   }
 }
@@ -121,6 +124,23 @@ TEST(ModelFile, FailedSavingLeavesTheOldFileWhole) {
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.model"));
   EXPECT_EQ(ReadFile(folder / "kept.model"), ModelFileText(model));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 2);
+}
+
+TEST(ReplaceFile, TakesEveryNameAndNeverMixesTwoWriters) {
+  const test::ScratchFolder folder;
+  const std::filesystem::path longest = folder / std::string(255, 'x');
+  WriteFile(folder / "quillane1.part", "somebody's");
+  const auto save = [&](char letter) {
+    for (int time = 0; time < 100; ++time) {
+      ReplaceFile(longest, std::string(100000, letter));
+      const std::string text = ReadFile(longest);
+      ASSERT_TRUE(text == std::string(100000, text.at(0))) << letter << time;
+    }
+  };
+  std::thread other(save, 'b');
+  save('a');
+  other.join();
+  EXPECT_EQ(ReadFile(folder / "quillane1.part"), "somebody's");
 }
 
 }  // namespace
