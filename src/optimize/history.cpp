@@ -2,23 +2,46 @@
 #include "optimize/history.h"
 
 #include <string>
+#include <system_error>
 
 #include "model/number_text.h"
 #include "model/run_time_error.h"
 
 namespace quillane {
+namespace {
 
-void History::WriteLine(const std::string& line) {
-  file_ << line << "\r\n";
-  if (!file_) {
-    throw RunTimeError(ErrorKind::kFile, "the history " + path_.string() + " cannot be written",
-                       "See that its folder can be written to and the disk has room.");
-  }
+namespace fs = std::filesystem;
+
+constexpr const char* kRoomAdvice = "See that its folder can be written to and the disk has room.";
+
+[[noreturn]] void Fail(const fs::path& path, const std::string& what, const char* advice) {
+  throw RunTimeError(ErrorKind::kFile, "the history " + path.string() + " " + what, advice);
 }
 
-void History::Start(Model& model, const std::filesystem::path& path) {
+}  // namespace
+
+void KeepEarlierHistory(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return;
+  fs::path kept = path;
+  kept += "~";
+  fs::rename(path, kept, error);
+  if (error) Fail(path, "cannot be kept as " + kept.string() + ": " + error.message(), kRoomAdvice);
+}
+
+void History::WriteLine(const std::string& line) {
+  file_ << line << "\r\n" << std::flush;
+  if (!file_) Fail(path_, "cannot be written", kRoomAdvice);
+}
+
+void History::Start(Model& model, const fs::path& path) {
   model.HistoryRecording = kTrue;
   path_ = path;
+  std::error_code error;
+  const fs::file_status old = fs::status(path, error);
+  if (fs::exists(old) && !fs::is_regular_file(old)) {
+    Fail(path_, "cannot be written: it is not an ordinary file", "Move away what bears its name.");
+  }
   file_.clear();
   file_.open(path, std::ios::binary | std::ios::trunc);
   WriteLine("Iteration, Max, Avg, Min");
@@ -35,11 +58,7 @@ void History::Close(Model& model) {
   model.HistoryRecording = 0;
   if (!file_.is_open()) return;
   file_.close();
-  if (!file_) {
-    throw RunTimeError(ErrorKind::kFile,
-                       "the history " + path_.string() + " could not be written to its end",
-                       "See that the disk has room.");
-  }
+  if (!file_) Fail(path_, "could not be written to its end", "See that the disk has room.");
 }
 
 }  // namespace quillane

@@ -8,6 +8,10 @@
 
 namespace quillane {
 
+/// Renames an earlier history to the same name with "~" behind it, over one kept before. Does
+/// nothing where path names no ordinary file. Throws RunTimeError (file).
+void KeepEarlierHistory(const std::filesystem::path& path);
+
 /// The history file: header "Iteration, Max, Avg, Min", then StepCount, MaxStress, AvgStress and
 /// MinStress (MPa) as comma-separated lines ended by CR LF. Model::HistoryRecording is true exactly
 /// while it is open.
@@ -19,10 +23,12 @@ class History {
   History& operator=(const History&) = delete;
 
   /// Sets HistoryRecording, creates or empties the file, writes the header and a record of the
-  /// present state. Throws RunTimeError (file).
+  /// present state. Throws RunTimeError (file), also where path names something other than an
+  /// ordinary file.
   void Start(Model& model, const std::filesystem::path& path);
 
-  /// Appends a record if the model is recording. Throws RunTimeError (file) when the disk is full.
+  /// Appends a record if the model is recording; it is in the file when this returns. Throws
+  /// RunTimeError (file) when the disk is full.
   void Record(const Model& model);
 
   /// Closes the file and clears HistoryRecording; harmless when nothing is recorded. Throws

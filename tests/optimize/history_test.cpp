@@ -21,6 +21,7 @@ TEST(History, HoldsOneRecordAnEventUntilTheStepNumberOverflows) {
   History history;
   history.Start(model, folder / "History.tmp");
   for (int step = 0; step < 2; ++step) Optimization(model, history);
+  EXPECT_TRUE(test::ReadFile(folder / "History.tmp").ends_with("\r\n")) << "whole while it runs";
   EXPECT_THROW(Optimization(model, history), RunTimeError);
   history.Close(model);
   history.Close(model);  // harmless
@@ -32,8 +33,24 @@ TEST(History, HoldsOneRecordAnEventUntilTheStepNumberOverflows) {
     numbers += text.substr(at, text.find(',', at) - at) + " ";
   }
   EXPECT_EQ(numbers, "32765 32765 32766 32767 ");
-  EXPECT_THROW(history.Start(model, folder / "none/History.tmp"), RunTimeError);
-  EXPECT_EQ(model.HistoryRecording, kTrue);  // set before the attempt
+}
+
+TEST(History, KeepsTheEarlierOneAndRefusesWhatIsNoFile) {
+  const test::ScratchFolder folder;
+  const std::filesystem::path path = folder / "History.tmp";
+  test::WriteFile(path, "earlier");
+  test::WriteFile(folder / "History.tmp~", "earlier still");
+  KeepEarlierHistory(path);
+  KeepEarlierHistory(path);  // nothing is there any more
+  EXPECT_EQ(test::ReadFile(folder / "History.tmp~"), "earlier");
+  EXPECT_FALSE(std::filesystem::exists(path));
+
+  Model model;
+  for (const std::filesystem::path& bad : {folder / "none/H", folder.Path(), {"/dev/null"}}) {
+    History history;
+    EXPECT_THROW(history.Start(model, bad), RunTimeError) << bad;
+    EXPECT_EQ(model.HistoryRecording, kTrue) << "set before the attempt";
+  }
 }
 
 }  // namespace
