@@ -1,0 +1,72 @@
+// The way from a full rectangle to a wished volume.
+#include "optimize/volume_search.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "fem/load_paths.h"
+#include "optimize/optimization_step.h"
+#include "support/plates.h"
+
+namespace quillane {
+namespace {
+
+bool Always(const Model&) { return true; }
+
+Model AnalysedRectangle() {
+  Model model = test::Cantilever(10, 20);
+  model.Lambda = 0.2F;
+  model.Epsilon = 5;
+  StressAnalysis(model);
+  return model;
+}
+
+TEST(VolumeSearch, ItsStagesDoneByHandGiveTheWishedVolumeAndTheSameLayout) {
+  const Model start = AnalysedRectangle();
+  Model byHand = start, found = start;
+  VolumeSearch search(start, 0.5);
+  History history;
+  while (const auto stage = search.Next(found, Always)) {
+    found = search.Result();
+    byHand.StressTarget = stage->stressTarget;
+    EXPECT_TRUE(StressAnalysis(byHand).converged);
+    EXPECT_EQ(stage->steps, 38);
+    for (int step = 0; step < stage->steps; ++step) Optimization(byHand, history);
+    EXPECT_TRUE(std::ranges::equal(byHand.CellState.Raw(), found.CellState.Raw()));
+    EXPECT_TRUE(std::ranges::equal(byHand.Potential.Raw(), found.Potential.Raw()));
+    EXPECT_TRUE(LostLoads(byHand).empty());
+  }
+  EXPECT_TRUE(search.Reached());
+  EXPECT_NEAR(found.Volume / start.Volume, 0.5, VolumeSearch::kTolerance);
+}
+
+TEST(VolumeSearch, EndsWithTheLastWholePlateAndTellsWhatBroke) {
+  Model model = AnalysedRectangle();
+  VolumeSearch search(model, 0.05);
+  while (search.Next(model, Always)) model = search.Result();
+  EXPECT_FALSE(search.Reached());
+  EXPECT_NE(search.LastOutcome(), StageOutcome::kGood);
+  EXPECT_LT(model.Volume, 0.6 * AnalysedRectangle().Volume);
+  EXPECT_TRUE(LostLoads(model).empty());
+  EXPECT_TRUE(StressAnalysis(model).converged);
+
+  Model fixed = AnalysedRectangle();
+  std::ranges::replace(fixed.CellState.Raw(), kCellDesign, kCellNonDesign);
+  VolumeSearch nothingToTake(fixed, 0.5);
+  while (nothingToTake.Next(fixed, Always)) fixed = nothingToTake.Result();
+  EXPECT_FALSE(nothingToTake.Reached());
+  EXPECT_EQ(nothingToTake.LastOutcome(), StageOutcome::kGood);
+
+  VolumeSearch stopped(model, 0.5);
+  EXPECT_FALSE(stopped.Next(model, [](const Model&) { return false; }).has_value());
+  EXPECT_EQ(stopped.LastOutcome(), StageOutcome::kStopped);
+
+  for (int i = 1; i <= model.CellRowCount; ++i) model.CellState(i, 10) = kCellEmpty;
+  VolumeSearch cutThrough(model, 0.5);
+  EXPECT_FALSE(cutThrough.Next(model, Always).has_value());
+  EXPECT_EQ(cutThrough.LastOutcome(), StageOutcome::kLoadsLost);
+}
+
+}  // namespace
+}  // namespace quillane
