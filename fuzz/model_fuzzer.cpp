@@ -15,6 +15,7 @@
 #include "display/read_outs.h"
 #include "display/result_maps.h"
 #include "display/view.h"
+#include "edit/press.h"
 #include "fem/mesh.h"
 #include "model/invariant.h"
 #include "model/model_file.h"
@@ -94,6 +95,16 @@ void Draw(Model& model) {
   Passes([&] { neuronValue(model, x, y); });
 }
 
+/// Presses in every mode at opposite corners of the domain and a cell inside them.
+void PressAll(Model& model) {
+  EditState state;
+  for (Integer mode = kModeRemove; mode <= kModeFree; ++mode) {
+    if (mode == kModeDomain || !BeginMode(model, mode)) continue;
+    Press(model, state, model.DomainX1 + model.ElementSize, model.DomainY1);
+    Press(model, state, model.DomainX2 - model.ElementSize, model.DomainY2 - model.ElementSize);
+  }
+}
+
 /// What was opened and written again reads back as the same text.
 void CheckRoundTrip(Model& model) {
   std::string text;
@@ -132,6 +143,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Passes([&] { MarkActiveNodes(model); }) && Passes([&] { StressAnalysis(model); }) &&
       Passes([&] { Optimization(model, history); }) &&
       Passes([&] { Optimization(model, history); });
+  PressAll(model);
   Draw(model);
   CheckRoundTrip(model);
   return 0;

@@ -8,6 +8,21 @@
 namespace quillane {
 namespace {
 
+/// The node at a press, where the array has it: the grid may not fit the mesh.
+std::optional<int> NodeIn(const Array2<Double>& values, const Model& model, Single x, Single y) {
+  const std::optional<int> node = NodeAt(model, x, y);
+  return node && *node >= 1 && *node <= values.First().upper ? node : std::nullopt;
+}
+
+/// Likewise the cell, by its offset. Offset 0 passes even where the array begins at 1.
+std::optional<CellIndex> CellIn(const Array2<Double>& values, const Model& model, Single x,
+                                Single y) {
+  const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
+  return cell && cell->row <= values.First().upper && cell->column <= values.Second().upper
+             ? cell
+             : std::nullopt;
+}
+
 /// "row,column" and the label and value of a cell, in single precision.
 std::string CellCaption(CellIndex cell, const char* label, Double value) {
   return GeneralText(int{cell.row}) + "," + GeneralText(int{cell.column}) + "   " + label + " = " +
@@ -17,27 +32,27 @@ std::string CellCaption(CellIndex cell, const char* label, Double value) {
 }  // namespace
 
 std::optional<std::string> loadValue(const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeAt(model, x, y);
+  const std::optional<int> node = NodeIn(model.NodeLoad, model, x, y);
   if (!node) return std::nullopt;
   return "Px = " + GeneralText(model.NodeLoad(*node, 1)) +
          "N  Py = " + GeneralText(model.NodeLoad(*node, 2)) + "N";
 }
 
 std::optional<std::string> dispValue(const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeAt(model, x, y);
+  const std::optional<int> node = NodeIn(model.NodeDisp, model, x, y);
   if (!node) return std::nullopt;
   return "u = " + GeneralText(model.NodeDisp(*node, 1)) +
          "mm  v = " + GeneralText(model.NodeDisp(*node, 2)) + "mm";
 }
 
 std::optional<std::string> stressValue(const Model& model, Single x, Single y) {
-  const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
+  const std::optional<CellIndex> cell = CellIn(model.CellStress, model, x, y);
   if (!cell) return std::nullopt;
   return CellCaption(*cell, "stress", model.CellStress(cell->row, cell->column)) + "MPa";
 }
 
 std::optional<std::string> neuronValue(const Model& model, Single x, Single y) {
-  const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
+  const std::optional<CellIndex> cell = CellIn(model.Potential, model, x, y);
   if (!cell) return std::nullopt;
   return CellCaption(*cell, "Potential", model.Potential(cell->row, cell->column));
 }

@@ -28,43 +28,44 @@ bool InDomain(const Model& model, Single x, Single y, UpperEdge edge) {
 }
 
 /// Row and column of the grid point (x, y), counted from `first` at the domain's lower left corner.
-CellIndex IndexOf(const Model& model, Single x, Single y, int first) {
-  const auto row = static_cast<double>((y - model.DomainY1) / model.ElementSize);
-  const auto column = static_cast<double>((x - model.DomainX1) / model.ElementSize);
-  return {ToInteger(row + first, "The row of the press"),
-          ToInteger(column + first, "The column of the press")};
+std::optional<CellIndex> IndexOf(const Model& model, Single x, Single y, int first) {
+  const double row = static_cast<double>((y - model.DomainY1) / model.ElementSize) + first;
+  const double column = static_cast<double>((x - model.DomainX1) / model.ElementSize) + first;
+  if (!FitsInteger(row) || !FitsInteger(column)) return std::nullopt;
+  return CellIndex{ToInteger(row, "The row"), ToInteger(column, "The column")};
+}
+
+/// The grid line at or below a coordinate in cells, mm.
+std::optional<Single> LineBelow(double cells, Single elementSize) {
+  const double line = std::floor(cells) * static_cast<double>(elementSize);
+  if (!FitsSingle(line)) return std::nullopt;
+  return static_cast<Single>(line);
 }
 
 std::optional<CellIndex> PickCell(const Model& model, Single x, Single y, UpperEdge edge,
                                   int first) {
-  const Single left = CellEdge(x, model.ElementSize);
-  const Single bottom = CellEdge(y, model.ElementSize);
-  if (!InDomain(model, left, bottom, edge)) return std::nullopt;
-  return IndexOf(model, left, bottom, first);
-}
-
-/// The grid line at or below a coordinate in cells, mm.
-Single LineBelow(double cells, Single elementSize) {
-  return ToSingle(std::floor(cells) * static_cast<double>(elementSize),
-                  "The grid line of the press");
+  const Single size = model.ElementSize;
+  const std::optional<Single> left = LineBelow(static_cast<double>(x / size), size);
+  const std::optional<Single> bottom = LineBelow(static_cast<double>(y / size), size);
+  if (!left || !bottom || !InDomain(model, *left, *bottom, edge)) return std::nullopt;
+  return IndexOf(model, *left, *bottom, first);
 }
 
 }  // namespace
 
-Single NearestGridLine(Single position, Single elementSize) {
+std::optional<Single> NearestGridLine(Single position, Single elementSize) {
   return LineBelow(static_cast<double>(position / elementSize) + 0.5, elementSize);
 }
 
-Single CellEdge(Single position, Single elementSize) {
-  return LineBelow(static_cast<double>(position / elementSize), elementSize);
-}
-
 std::optional<int> NodeAt(const Model& model, Single x, Single y) {
-  const Single nodeX = NearestGridLine(x, model.ElementSize);
-  const Single nodeY = NearestGridLine(y, model.ElementSize);
-  if (!InDomain(model, nodeX, nodeY, UpperEdge::kInside)) return std::nullopt;
-  const CellIndex point = IndexOf(model, nodeX, nodeY, 1);
-  return (point.row - 1) * (model.CellColumnCount + 1) + point.column;
+  const std::optional<Single> nodeX = NearestGridLine(x, model.ElementSize);
+  const std::optional<Single> nodeY = NearestGridLine(y, model.ElementSize);
+  if (!nodeX || !nodeY || !InDomain(model, *nodeX, *nodeY, UpperEdge::kInside)) {
+    return std::nullopt;
+  }
+  const std::optional<CellIndex> point = IndexOf(model, *nodeX, *nodeY, 1);
+  if (!point) return std::nullopt;
+  return (point->row - 1) * (model.CellColumnCount + 1) + point->column;
 }
 
 std::optional<CellIndex> CellAt(const Model& model, Single x, Single y) {

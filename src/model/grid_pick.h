@@ -7,12 +7,9 @@
 
 namespace quillane {
 
-/// The grid line nearest to a coordinate, halves towards +infinity, mm. Throws RunTimeError
-/// (overflow) where the line has no single-precision coordinate (an ElementSize of zero).
-Single NearestGridLine(Single position, Single elementSize);
-
-/// The grid line at or below a coordinate: an edge of the cell under it, mm. Throws as above.
-Single CellEdge(Single position, Single elementSize);
+/// The grid line nearest to a coordinate, halves towards +infinity, mm; nothing where the line has
+/// no single-precision coordinate (an ElementSize of zero).
+std::optional<Single> NearestGridLine(Single position, Single elementSize);
 
 /// A cell by its row (along y) and column (along x).
 struct CellIndex {
@@ -22,9 +19,9 @@ struct CellIndex {
 };
 
 /// The number of the node nearest to a press at (x, y) mm; nothing when it lies outside the domain
-/// rectangle (edges belong to it) or there is no domain. The number counts with the present
-/// ElementSize and CellColumnCount, so on a mesh built with another size it need not exist.
-/// Throws RunTimeError (overflow) where a row or column is no Integer.
+/// rectangle (edges belong to it), there is no domain, or a row or column is no Integer. The number
+/// counts with the present ElementSize and CellColumnCount, so on a mesh built with another size it
+/// need not exist.
 std::optional<int> NodeAt(const Model& model, Single x, Single y);
 
 /// The cell under a press, rows and columns from 1; nothing when its lower left corner lies outside

@@ -1,6 +1,8 @@
 // Sizing of the model's grid arrays.
 #include "model/model.h"
 
+#include <algorithm>
+
 namespace quillane {
 
 void ReDimGridArrays(Model& model) {
@@ -20,6 +22,15 @@ void ReDimGridArrays(Model& model) {
   model.ElementNodes.ReDim(elements, {1, 4});
   model.ElementDofs.ReDim(elements, {1, 8});
   model.CellStress.ReDim({0, rows + 1}, {0, columns + 1});
+}
+
+void ClearResults(Model& model) {
+  for (Array2<Double>* results : {&model.NodeDisp, &model.CellStress, &model.Potential}) {
+    std::ranges::fill(results->Raw(), 0.0);
+  }
+  model.MaxStress = model.MinStress = model.AvgStress = 0;
+  model.Volume = 0;
+  model.StepCount = 0;
 }
 
 }  // namespace quillane

@@ -134,4 +134,7 @@ struct Model {
 /// cannot size an array.
 void ReDimGridArrays(Model& model);
 
+/// Zeroes the results of the last analysis, the potentials and StepCount.
+void ClearResults(Model& model);
+
 }  // namespace quillane

@@ -83,8 +83,12 @@ class FieldReader {
 };
 
 /// Records 1 to 6: the view, the sizes and the material. Returns the line of the grid's size.
-int ReadHead(FieldReader& in, Model& model) {
-  in.ReadRecord("the drawing-area setting", model.DomainWidth, model.ElementSize, model.OriginFracX,
+int ReadHead(FieldReader& in, Model& model, const std::function<void()>& beforeChange) {
+  Single width = 0;
+  in.Read("the drawing-area setting", width);
+  if (beforeChange) beforeChange();
+  model.DomainWidth = width;
+  in.ReadRecord("the drawing-area setting", model.ElementSize, model.OriginFracX,
                 model.OriginFracY);
   in.ReadRecord("the grid size", model.CellRowCount, model.CellColumnCount);
   const int gridLine = in.Line();
@@ -181,7 +185,8 @@ void SaveModelFile(Model& model, const std::filesystem::path& path) {
   }
 }
 
-void OpenModelFile(Model& model, const std::filesystem::path& path) {
+void OpenModelFile(Model& model, const std::filesystem::path& path,
+                   const std::function<void()>& beforeChange) {
   model.ModelFilePath = path.string();
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
@@ -195,7 +200,7 @@ void OpenModelFile(Model& model, const std::filesystem::path& path) {
   }
   FieldReader in(file);
   try {
-    const int gridLine = ReadHead(in, model);
+    const int gridLine = ReadHead(in, model, beforeChange);
     SizeArrays(in, gridLine, model);
     ReadGroups(in, model);
     in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -31,7 +32,9 @@ void SaveModelFile(Model& model, const std::filesystem::path& path);
 
 /// Reads a model file into the model and keeps path in ModelFilePath. The arrays of grid, mesh,
 /// supports, loads and results are re-created; nothing derived is recomputed from the file. A
-/// failure throws ModelFileError and leaves what was read so far in the model.
-void OpenModelFile(Model& model, const std::filesystem::path& path);
+/// failure throws ModelFileError and leaves what was read so far in the model. beforeChange, where
+/// given, is called before the first value goes into the model.
+void OpenModelFile(Model& model, const std::filesystem::path& path,
+                   const std::function<void()>& beforeChange = {});
 
 }  // namespace quillane

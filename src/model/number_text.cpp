@@ -135,26 +135,27 @@ std::string WholeText(double value) {
   return std::string(buffer.data(), end.ptr);
 }
 
-double LeadingNumber(std::string_view text, const char* what) {
+std::optional<double> LeadingNumber(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   const std::size_t length = NumberLength(text);
   if (length == 0) return 0.0;
   double value = 0.0;
-  if (!Convert(text.substr(0, length), value)) {
-    throw RunTimeError(ErrorKind::kOverflow, std::string(what) + " is too large a number");
-  }
+  if (!Convert(text.substr(0, length), value)) return std::nullopt;
   return value;
+}
+
+double LeadingNumber(std::string_view text, const char* what) {
+  const std::optional<double> value = LeadingNumber(text);
+  if (value) return *value;
+  throw RunTimeError(ErrorKind::kOverflow, std::string(what) + " is too large a number");
 }
 
 FieldFault ParseField(std::string_view field, Integer& value) {
   double real = 0.0;
   const FieldFault fault = ParseReal(field, real);
   if (fault != FieldFault::kNone) return fault;
-  try {
-    value = ToInteger(real, "a field");
-  } catch (const RunTimeError&) {
-    return FieldFault::kOutOfRange;
-  }
+  if (!FitsInteger(real)) return FieldFault::kOutOfRange;
+  value = ToInteger(real, "a field");
   return FieldFault::kNone;
 }
 

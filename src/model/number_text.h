@@ -1,6 +1,7 @@
 // Numbers as text: the shortest general form, the two fixed formats, and reading them back.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,8 +23,11 @@ std::string ExponentText(double value);
 std::string WholeText(double value);
 
 /// The leading number of a typed text: leading blanks skipped, then the longest part that is a
-/// decimal number (sign, digits, "." and digits, exponent); 0 where there is none. Throws
-/// RunTimeError (overflow) naming `what` when it passes the range of a Double.
+/// decimal number (sign, digits, "." and digits, exponent); 0 where there is none; nothing when it
+/// passes the range of a Double.
+std::optional<double> LeadingNumber(std::string_view text);
+
+/// Likewise, but throws RunTimeError (overflow) naming `what` when it passes the range.
 double LeadingNumber(std::string_view text, const char* what);
 
 /// A whole field read as a number of the given type; blanks around it are allowed.

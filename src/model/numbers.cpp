@@ -7,20 +7,25 @@
 
 namespace quillane {
 
-Integer ToInteger(double value, const char* what) {
-  // The default rounding mode of std::nearbyint is to nearest, halves to even.
+// The default rounding mode of std::nearbyint is to nearest, halves to even.
+bool FitsInteger(double value) {
   const double rounded = std::nearbyint(value);
-  if (!(rounded >= -32768.0 && rounded <= 32767.0)) {
+  return rounded >= -32768.0 && rounded <= 32767.0;
+}
+
+// Values up to half a unit above the largest Single still round to it.
+bool FitsSingle(double value) { return std::fabs(value) < 0x1.ffffffp127; }
+
+Integer ToInteger(double value, const char* what) {
+  if (!FitsInteger(value)) {
     throw RunTimeError(ErrorKind::kOverflow,
                        std::string(what) + " does not fit a 16-bit integer (-32768 to 32767)");
   }
-  return static_cast<Integer>(rounded);
+  return static_cast<Integer>(std::nearbyint(value));
 }
 
 Single ToSingle(double value, const char* what) {
-  // Values up to half a unit above the largest Single still round to it.
-  constexpr double kLimit = 0x1.ffffffp127;
-  if (!(std::fabs(value) < kLimit)) {
+  if (!FitsSingle(value)) {
     throw RunTimeError(ErrorKind::kOverflow,
                        std::string(what) + " is too large for single precision");
   }

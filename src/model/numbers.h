@@ -7,6 +7,10 @@
 
 namespace quillane {
 
+/// Whether ToInteger and ToSingle take the value.
+bool FitsInteger(double value);
+bool FitsSingle(double value);
+
 /// The nearest Integer, halves to the even neighbour. Throws RunTimeError (overflow) naming `what`
 /// when the value is outside -32768..32767 or not a number.
 Integer ToInteger(double value, const char* what);

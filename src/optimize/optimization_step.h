@@ -19,4 +19,7 @@ SolveReport StressAnalysis(Model& model, const std::function<void()>& stressesRe
 /// this step's number), the history record, and StepCount plus one. Throws RunTimeError.
 SolveReport Optimization(Model& model, History& history, const std::function<void()>& show = {});
 
+/// Whether the next step, for want of a number after its own, must fail.
+inline bool StepCounterIsFull(const Model& model) { return model.StepCount == kIntegerMax; }
+
 }  // namespace quillane

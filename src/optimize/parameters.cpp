@@ -21,13 +21,6 @@ Single LambdaFromText(std::string_view text) {
   return ToSingle(LeadingNumber(text, kWhat), kWhat);
 }
 
-void SetParameters(Model& model, std::string_view stressTarget, std::string_view epsilon,
-                   std::string_view lambda) {
-  model.StressTarget = StressTargetFromText(stressTarget);
-  model.Epsilon = EpsilonFromText(epsilon);
-  model.Lambda = LambdaFromText(lambda);
-}
-
 std::string ParameterSummary(const Model& model) {
   return "Stress Target = " + GeneralText(model.StressTarget) +
          "MPa   Epsilon = " + GeneralText(int{model.Epsilon}) +

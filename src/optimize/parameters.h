@@ -14,10 +14,6 @@ Single StressTargetFromText(std::string_view text);
 Integer EpsilonFromText(std::string_view text);
 Single LambdaFromText(std::string_view text);
 
-/// Reads the three texts and stores them one after another, in this order.
-void SetParameters(Model& model, std::string_view stressTarget, std::string_view epsilon,
-                   std::string_view lambda);
-
 /// "Stress Target = 120MPa   Epsilon = 3   Lambda = 0.05"
 std::string ParameterSummary(const Model& model);
 

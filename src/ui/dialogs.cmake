@@ -1,6 +1,6 @@
 # The dialogs and what they share.
 set(QUILLANE_DIALOG_SOURCES
-  domain_mode.cpp domain_mode.h file_form.cpp file_form.h file_name.cpp file_name.h
+  course_text.cpp course_text.h   file_form.cpp file_form.h file_name.cpp file_name.h
   folder.cpp folder.h form.cpp form.h
   frmAppliedLoad.cpp frmAppliedLoad.h frmController.cpp frmController.h frmFreedom.cpp frmFreedom.h
   frmImageIndicator.cpp frmImageIndicator.h frmMaterial.cpp frmMaterial.h frmOpen.cpp frmOpen.h

@@ -3,6 +3,8 @@
 
 #include <QDir>
 
+#include "model/number_text.h"
+
 namespace quillane {
 namespace {
 
@@ -32,19 +34,36 @@ QString NotConvergedText(const SolveReport& report) {
              "応力解析が収束しませんでした。\n"
              "表示された結果は正しくない可能性があります。\n"
              "拘束条件を確認してください。\n\n"
-             "The analysis did not converge (%1 iterations).\n"
+             "The analysis did not converge (%1 iterations, |f - K u| / |f| = %2).\n"
              "The results shown may be wrong.\n"
              "Check that the plate is held against moving and turning.")
-      .arg(report.iterations);
+      .arg(report.iterations)
+      .arg(QString::fromStdString(ExponentText(report.trueResidual)));
 }
 
-QString AnalysisStoppedText(const RunTimeError& error) {
-  return QStringLiteral("応力解析を実行できませんでした。\n\n") + Details(error);
+QString StoppedText(const RunTimeError& error) {
+  return QStringLiteral("この操作を実行できませんでした。\n\n") + Details(error);
 }
+
+QString UndrawableText(const std::string& reason) {
+  return QStringLiteral(
+             "このモデルを描くことができません。\n"
+             "表示幅と要素サイズ、または開いたファイルを確認してください。\n\n"
+             "The model cannot be drawn.\n") +
+         QString::fromStdString(reason);
+}
+
+QString TooLargeText() { return QStringLiteral("数値が大きすぎます。\n値を変えてください。"); }
 
 QString FatalText(const RunTimeError& error, const RescueReport& rescue) {
   return QStringLiteral("実行時エラーのためプログラムを終了します。\n\n") + Details(error) +
          QStringLiteral("\n\n") + RescueLine(rescue);
+}
+
+std::string ReplacedModelText(const RescueReport& rescue) {
+  return rescue.path.empty()
+             ? "\nThe model that stood before could not be saved: " + rescue.failure
+             : "\nThe model that stood before was saved in:\n" + rescue.path.string();
 }
 
 }  // namespace quillane

@@ -1,7 +1,8 @@
-// What the program says about an analysis or a step that went wrong, in plain words.
+// What the program says about what went wrong, in plain words.
 #pragma once
 
 #include <QString>
+#include <string>
 
 #include "fem/solver.h"
 #include "model/run_time_error.h"
@@ -12,10 +13,19 @@ namespace quillane {
 /// The solver gave up before its tolerance: the results stand but may mislead.
 QString NotConvergedText(const SolveReport& report);
 
-/// A stress analysis that could not be carried out.
-QString AnalysisStoppedText(const RunTimeError& error);
+/// A command that could not be carried out; the program goes on.
+QString StoppedText(const RunTimeError& error);
+
+/// A model that cannot be drawn, and why.
+QString UndrawableText(const std::string& reason);
+
+/// A typed number too large for its type.
+QString TooLargeText();
 
 /// An error that ends the program, and where the model is now.
 QString FatalText(const RunTimeError& error, const RescueReport& rescue);
+
+/// Lines for the report of a failed opening: where the model is now that stood before.
+std::string ReplacedModelText(const RescueReport& rescue);
 
 }  // namespace quillane

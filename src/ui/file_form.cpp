@@ -7,14 +7,13 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTreeWidget>
 
 #include "ui/file_name.h"
 #include "ui/folder.h"
-#include "ui/frmMain.h"
+#include "ui/message_box.h"
 
 namespace quillane {
 namespace {
@@ -94,7 +93,6 @@ FileForm::FileForm(frmMain& main, const char* name, const char* caption)
   connect(Dir1, &QTreeWidget::itemDoubleClicked, this, &FileForm::OpenRow);
   connect(File1, &QListWidget::itemClicked, this, &FileForm::File1_Click);
   connect(File1, &QListWidget::itemSelectionChanged, this, &FileForm::File1_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &FileForm::cmdExit_Click);
 }
 
 void FileForm::Complete(QPushButton* action) {
@@ -104,9 +102,9 @@ void FileForm::Complete(QPushButton* action) {
   grid->addWidget(Dir1, 1, 0);
   grid->addWidget(File1, 0, 1, 2, 1);
   grid->addWidget(txtFileName, 2, 0, 1, 2);
-  grid->addLayout(ButtonRow({action, cmdExit}), 3, 0, 1, 2);
+  grid->addLayout(ButtonRow(action), 3, 0, 1, 2);
   setTabOrder(txtFileName, action);
-  setTabOrder(action, cmdExit);
+  setTabOrder(action, Cancel());
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(1, 1);
   setSizeGripEnabled(true);
@@ -163,8 +161,8 @@ void FileForm::OpenFolder(const fs::path& folder) {
     return;
   }
   Drive1->setCurrentIndex(DriveOf(drives_, folder_));
-  frmMain::Warn(this, QStringLiteral("このフォルダを開くことができません。\n") +
-                          QString::fromStdString(error.message()));
+  Warn(this, QStringLiteral("このフォルダを開くことができません。\n") +
+                 QString::fromStdString(error.message()));
 }
 
 void FileForm::EnterFolder(const fs::path& folder) {
@@ -207,6 +205,8 @@ fs::path FileForm::FullPath() const {
 void FileForm::Trapped(const std::function<void()>& action) {
   try {
     action();
+  } catch (const RunTimeError&) {
+    throw;
   } catch (const std::exception& error) {
     ReportFailure(error.what());
     return;
@@ -215,10 +215,10 @@ void FileForm::Trapped(const std::function<void()>& action) {
 }
 
 void FileForm::ReportFailure(const char* reason) {
-  frmMain::Warn(this,
-                QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
-                               "ファイルを選んでください。"),
-                QStringLiteral("データ読込"), QString::fromUtf8(reason));
+  Warn(this,
+       QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
+                      "ファイルを選んでください。"),
+       QStringLiteral("データ読込"), QString::fromUtf8(reason));
   FocusText(txtFileName);
 }
 

@@ -19,9 +19,6 @@ namespace quillane {
 class FileForm : public Form {
   Q_OBJECT
 
- public:
-  void reject() override { cmdExit_Click(); }
-
  protected:
   FileForm(frmMain& main, const char* name, const char* caption);
 
@@ -31,8 +28,8 @@ class FileForm : public Form {
   /// The folder, "/" unless it ends with one, and the name exactly as typed.
   std::filesystem::path FullPath() const;
 
-  /// Runs the action and closes the dialog. Any failure is reported with its reason, and the dialog
-  /// stays open for another try.
+  /// Runs the action and closes the dialog. A failure of the file is reported with its reason, and
+  /// the dialog stays open for another try. Hands run-time errors on.
   void Trapped(const std::function<void()>& action);
 
  private:
@@ -40,7 +37,6 @@ class FileForm : public Form {
   void Drive1_Change();
   void Dir1_Change();
   void File1_Click();
-  void cmdExit_Click() { Unload(); }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
   void OpenRow(const QTreeWidgetItem* row);
@@ -56,7 +52,6 @@ class FileForm : public Form {
   QTreeWidget* Dir1;
   QListWidget* File1;
   QLineEdit* txtFileName;
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

@@ -6,19 +6,20 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "ui/frmMain.h"
+#include "ui/message_box.h"
 
 namespace quillane {
 
-Form::Form(frmMain& main, const char* name, const char* caption)
+Form::Form(frmMain& main, const char* name, const char* caption, const char* cancelName)
     : QDialog(&main, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                          Qt::WindowCloseButtonHint),
-      main_(main) {
+      main_(main),
+      cancel_(Button(cancelName, "Cancel")) {
+  connect(cancel_, &QPushButton::clicked, this, &Form::reject);
   setObjectName(QString::fromLatin1(name));
   setWindowTitle(QString::fromUtf8(caption));
   setWindowModality(Qt::ApplicationModal);
@@ -77,17 +78,17 @@ QWidget* Form::OptionFrame(std::initializer_list<QRadioButton*> options) {
   return frame;
 }
 
-QLayout* Form::ButtonRow(std::initializer_list<QPushButton*> buttons) {
+QLayout* Form::ButtonRow(QPushButton* action) {
   auto* row = new QHBoxLayout;
   row->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
   row->addStretch();
-  int width = 0;
-  for (const QPushButton* button : buttons) width = std::max(width, button->sizeHint().width());
-  for (QPushButton* button : buttons) {
+  const int width = std::max(action->sizeHint().width(), cancel_->sizeHint().width());
+  for (QPushButton* button : {action, cancel_}) {
     button->setMinimumWidth(width);
     row->addWidget(button);
   }
-  (*buttons.begin())->setDefault(true);
+  action->setDefault(true);
+  setTabOrder(action, cancel_);
   return row;
 }
 
@@ -104,6 +105,11 @@ std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
 void FocusText(QLineEdit* box) {
   box->setFocus();
   box->selectAll();
+}
+
+void Form::Refuse(QLineEdit* box, const QString& why) {
+  Warn(this, why);
+  FocusText(box);
 }
 
 }  // namespace quillane

@@ -2,30 +2,38 @@
 #pragma once
 
 #include <QDialog>
+#include <QPushButton>
 #include <initializer_list>
 #include <string>
+
+#include "ui/frmMain.h"
 
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
 
 namespace quillane {
 
-class frmMain;
-
 /// A dialog above the main window, modal to the application, made afresh at each use. Its name is
-/// its class's. Escape and the title bar's close button do what its cancel button does, through
-/// reject.
+/// its class's. Its Cancel button, Escape and the title bar's close button all call reject, which
+/// closes it and stores nothing.
 class Form : public QDialog {
   Q_OBJECT
 
  protected:
-  Form(frmMain& main, const char* name, const char* caption);
+  /// cancelName: the name of the Cancel button.
+  Form(frmMain& main, const char* name, const char* caption, const char* cancelName = "cmdExit");
 
   frmMain& Main() { return main_; }
+
+  /// Calls the dialog's handler at each click.
+  template <class Dialog>
+  void OnClick(QPushButton* button, void (Dialog::*handler)()) {
+    connect(button, &QPushButton::clicked, this,
+            Main().Guarded(static_cast<Dialog*>(this), handler));
+  }
 
   // Controls under their own names, for the initializers of the members that hold them.
   QLabel* Label(const char* caption);
@@ -46,16 +54,22 @@ class Form : public QDialog {
   /// The options under each other in a frame; one of them is chosen at a time.
   QWidget* OptionFrame(std::initializer_list<QRadioButton*> options);
 
-  /// The buttons side by side at the right; Enter presses the first.
-  QLayout* ButtonRow(std::initializer_list<QPushButton*> buttons);
+  /// The button and Cancel side by side at the right; Enter presses the first.
+  QLayout* ButtonRow(QPushButton* action);
 
   /// The dialog's layout from top to bottom, which fixes its size to its contents.
   QVBoxLayout* Rows();
 
+  /// Asks for another value in the box, in a warning box.
+  void Refuse(QLineEdit* box, const QString& why);
+
   void Unload() { done(0); }
+
+  QPushButton* Cancel() { return cancel_; }
 
  private:
   frmMain& main_;
+  QPushButton* cancel_;
 };
 
 /// A box's text as UTF-8.

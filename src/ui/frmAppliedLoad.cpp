@@ -2,13 +2,12 @@
 #include "ui/frmAppliedLoad.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "edit/settings.h"
 #include "model/number_text.h"
-#include "ui/domain_mode.h"
-#include "ui/frmMain.h"
+#include "ui/error_text.h"
 
 namespace quillane {
 
@@ -16,15 +15,14 @@ frmAppliedLoad::frmAppliedLoad(frmMain& main) : Form(main, "frmAppliedLoad", "Ap
   QVBoxLayout* rows = Rows();
   rows->addWidget(OptionFrame({optLoadOn, optLoadOff}));
   rows->addLayout(FieldGrid({{"", "Force-X: ", txtLoadX, ""}, {"", "Force-Y: ", txtLoadY, ""}}));
-  rows->addLayout(ButtonRow({cmdOK, cmdExit}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmAppliedLoad::cmdOK_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &frmAppliedLoad::cmdExit_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmAppliedLoad::cmdOK_Click);
   Form_Load();
 }
 
 void frmAppliedLoad::Form_Load() {
-  Model& model = Main().model();
-  model.EditMode = kModeNothing;
+  const Model& model = Main().model();
+  Main().SetEditMode(*this, kModeNothing);
   optLoadOff->setChecked(true);
   txtLoadX->setText(QString::fromStdString(GeneralText(model.LoadFx)));
   txtLoadY->setText(QString::fromStdString(GeneralText(model.LoadFy)));
@@ -32,15 +30,14 @@ void frmAppliedLoad::Form_Load() {
 }
 
 void frmAppliedLoad::cmdOK_Click() {
-  Main().Guarded([this] {
-    Model& model = Main().model();
-    model.LoadFx = LeadingNumber(TextOf(txtLoadX), "the force in x");
-    model.LoadFy = LeadingNumber(TextOf(txtLoadY), "the force in y");
-    if (optLoadOn->isChecked()) SetDomainMode(*this, model, kModeLoad);
-    Main().SetUpDateCaption(
-        QString::fromStdString("x方向荷重成分 = " + GeneralText(model.LoadFx) +
-                               "N   y方向荷重成分 = " + GeneralText(model.LoadFy) + "N"));
-  });
+  Model& model = Main().model();
+  if (const RefusedText refused = SetAppliedLoad(model, TextOf(txtLoadX), TextOf(txtLoadY))) {
+    return Refuse(*refused == 0 ? txtLoadX : txtLoadY, TooLargeText());
+  }
+  if (optLoadOn->isChecked()) Main().SetEditMode(*this, kModeLoad);
+  Main().SetUpDateCaption(
+      QString::fromStdString("x方向荷重成分 = " + GeneralText(model.LoadFx) +
+                             "N   y方向荷重成分 = " + GeneralText(model.LoadFy) + "N"));
   Unload();
 }
 

@@ -12,19 +12,16 @@ class frmAppliedLoad : public Form {
 
  public:
   explicit frmAppliedLoad(frmMain& main);
-  void reject() override { cmdExit_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdExit_Click() { Unload(); }
 
   QRadioButton* optLoadOn = Option("optLoadOn", "Specify the applied loads");
   QRadioButton* optLoadOff = Option("optLoadOff", "Nothing");
   QLineEdit* txtLoadX = NumberBox("txtLoadX");
   QLineEdit* txtLoadY = NumberBox("txtLoadY");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

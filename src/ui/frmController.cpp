@@ -2,12 +2,12 @@
 #include "ui/frmController.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "edit/settings.h"
 #include "model/number_text.h"
 #include "optimize/parameters.h"
-#include "ui/frmMain.h"
+#include "ui/error_text.h"
 
 namespace quillane {
 
@@ -18,15 +18,14 @@ frmController::frmController(frmMain& main)
       FieldGrid({{"Specify a target value of stress", "von Mises Stress:", txtDpStress, ""},
                  {"Specify threshold value Epsilon", "Epsilon:", txtDpEpsilon, ""},
                  {"and forget coefficient Lambda.", "Lambda:", txtDpLambda, ""}}));
-  rows->addLayout(ButtonRow({cmdOK, cmdExit}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmController::cmdOK_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &frmController::cmdExit_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmController::cmdOK_Click);
   Form_Load();
 }
 
 void frmController::Form_Load() {
-  Model& model = Main().model();
-  model.EditMode = kModeNothing;
+  const Model& model = Main().model();
+  Main().SetEditMode(*this, kModeNothing);
   txtDpStress->setText(QString::fromStdString(GeneralText(model.StressTarget)));
   txtDpEpsilon->setText(QString::fromStdString(GeneralText(int{model.Epsilon})));
   txtDpLambda->setText(QString::fromStdString(GeneralText(model.Lambda)));
@@ -34,11 +33,13 @@ void frmController::Form_Load() {
 }
 
 void frmController::cmdOK_Click() {
-  Main().Guarded([this] {
-    Model& model = Main().model();
-    SetParameters(model, TextOf(txtDpStress), TextOf(txtDpEpsilon), TextOf(txtDpLambda));
-    Main().SetUpDateCaption(QString::fromStdString(ParameterSummary(model)));
-  });
+  Model& model = Main().model();
+  if (const RefusedText refused =
+          SetParameters(model, TextOf(txtDpStress), TextOf(txtDpEpsilon), TextOf(txtDpLambda))) {
+    QLineEdit* const boxes[] = {txtDpStress, txtDpEpsilon, txtDpLambda};
+    return Refuse(boxes[*refused], TooLargeText());
+  }
+  Main().SetUpDateCaption(QString::fromStdString(ParameterSummary(model)));
   Unload();
 }
 

@@ -11,18 +11,15 @@ class frmController : public Form {
 
  public:
   explicit frmController(frmMain& main);
-  void reject() override { cmdExit_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdExit_Click() { Unload(); }
 
   QLineEdit* txtDpStress = NumberBox("txtDpStress");
   QLineEdit* txtDpEpsilon = NumberBox("txtDpEpsilon");
   QLineEdit* txtDpLambda = NumberBox("txtDpLambda");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

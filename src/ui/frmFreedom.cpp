@@ -2,12 +2,8 @@
 #include "ui/frmFreedom.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-
-#include "ui/domain_mode.h"
-#include "ui/frmMain.h"
 
 namespace quillane {
 
@@ -15,24 +11,22 @@ frmFreedom::frmFreedom(frmMain& main) : Form(main, "frmFreedom", "Freedom Condit
   QVBoxLayout* rows = Rows();
   rows->addWidget(Label("Choose individual node settings."));
   rows->addWidget(OptionFrame({optFixX, optFixY, optFixXY, optFree}));
-  rows->addLayout(ButtonRow({cmdOK, cmdExit}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmFreedom::cmdOK_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &frmFreedom::cmdExit_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmFreedom::cmdOK_Click);
   Form_Load();
 }
 
 void frmFreedom::Form_Load() {
-  Main().model().EditMode = kModeNothing;
+  Main().SetEditMode(*this, kModeNothing);
   optFree->setChecked(true);
   optFree->setFocus();
 }
 
 void frmFreedom::cmdOK_Click() {
-  Model& model = Main().model();
-  if (optFixX->isChecked()) SetDomainMode(*this, model, kModeFixX);
-  if (optFixY->isChecked()) SetDomainMode(*this, model, kModeFixY);
-  if (optFixXY->isChecked()) SetDomainMode(*this, model, kModeFixXY);
-  if (optFree->isChecked()) SetDomainMode(*this, model, kModeFree);
+  if (optFixX->isChecked()) Main().SetEditMode(*this, kModeFixX);
+  if (optFixY->isChecked()) Main().SetEditMode(*this, kModeFixY);
+  if (optFixXY->isChecked()) Main().SetEditMode(*this, kModeFixXY);
+  if (optFree->isChecked()) Main().SetEditMode(*this, kModeFree);
   Unload();
 }
 

@@ -11,19 +11,16 @@ class frmFreedom : public Form {
 
  public:
   explicit frmFreedom(frmMain& main);
-  void reject() override { cmdExit_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdExit_Click() { Unload(); }
 
   QRadioButton* optFixX = Option("optFixX", "X-Displacement Fixed");
   QRadioButton* optFixY = Option("optFixY", "Y-Displacement Fixed");
   QRadioButton* optFixXY = Option("optFixXY", "All Displacement Fixed");
   QRadioButton* optFree = Option("optFree", "Nothing");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

@@ -2,11 +2,8 @@
 #include "ui/frmImageIndicator.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-
-#include "ui/frmMain.h"
 
 namespace quillane {
 
@@ -14,9 +11,8 @@ frmImageIndicator::frmImageIndicator(frmMain& main) : Form(main, "frmImageIndica
   QVBoxLayout* rows = Rows();
   rows->addWidget(Label("Choose what you want to show."));
   rows->addWidget(OptionFrame({optStressValue, optNeuronValue}));
-  rows->addLayout(ButtonRow({cmdOK, cmdExit}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmImageIndicator::cmdOK_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &frmImageIndicator::cmdExit_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmImageIndicator::cmdOK_Click);
   Form_Load();
 }
 
@@ -28,15 +24,8 @@ void frmImageIndicator::Form_Load() {
 }
 
 void frmImageIndicator::cmdOK_Click() {
-  Main().Guarded([this] {
-    if (optStressValue->isChecked()) {
-      Main().model().DisplayMode = kShowStress;
-      Main().DrawStressMap();
-    } else {
-      Main().model().DisplayMode = kShowPotential;
-      Main().DrawNeuronMap();
-    }
-  });
+  Main().model().DisplayMode = optStressValue->isChecked() ? kShowStress : kShowPotential;
+  Main().ShowMap();
   Unload();
 }
 

@@ -11,17 +11,14 @@ class frmImageIndicator : public Form {
 
  public:
   explicit frmImageIndicator(frmMain& main);
-  void reject() override { cmdExit_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdExit_Click() { Unload(); }
 
   QRadioButton* optStressValue = Option("optStressValue", "von Mises Stress");
   QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

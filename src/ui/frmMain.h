@@ -2,28 +2,24 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QSize>
-#include <QString>
+#include <filesystem>
 #include <functional>
-#include <new>
-#include <utility>
+#include <memory>
+#include <string>
 
-#include "display/canvas_layout.h"
-#include "display/color_scale.h"
-#include "fem/solver.h"
+#include "edit/edit_state.h"
 #include "model/model.h"
 #include "model/run_time_error.h"
 #include "optimize/history.h"
-#include "ui/domain_editing.h"
+#include "optimize/optimization_course.h"
 
 class QAction;
-class QMenu;
 class QTimer;
 
 namespace quillane {
 
+class CanvasView;
 class ElidedLabel;
-class PictureWidget;
 
 /// The program's one main window; it owns the model that everything else works on.
 class frmMain : public QMainWindow {
@@ -31,28 +27,45 @@ class frmMain : public QMainWindow {
 
  public:
   frmMain();
+  ~frmMain() override;
 
   Model& model() { return model_; }
-  History& history() { return history_; }
-  /// How the last analysis or step was solved.
-  const SolveReport& LastSolve() const { return lastSolve_; }
+  EditState& Edits() { return edits_; }
+  /// How the steps since the last analysis go.
+  const OptimizationCourse& Course() const { return course_; }
   /// The program is ending: nothing more may happen to the model.
   bool HasEnded() const { return ended_; }
+
+  /// The handler as events are to call it, in connections. A run-time error in it is told in a
+  /// warning box; one of the history's file ends the program. Does nothing once the program is
+  /// ending.
+  template <class Object, class... Arguments>
+  auto Guarded(Object* object, void (Object::*handler)(Arguments...)) {
+    return [this, object, handler](Arguments... arguments) {
+      Run([&] { (object->*handler)(arguments...); });
+    };
+  }
 
   /// The caption of lblUpDate; what does not fit is elided, the whole text is its tooltip.
   void SetUpDateCaption(const QString& text);
   /// "Width = 2000mm  Element Size = 100mm" into lblUpDate.
   void WriteSummary();
-  /// DomainHeight from the canvas, ViewRight and ViewTop from the origin's fractions, canvas scale.
-  void FitCanvasView();
-  /// Marks the active nodes, then draws the model on the canvas.
-  void DrawCanvas();
-  void DrawStressMap();
-  void DrawNeuronMap();
-  /// mnuOptimization and mnuHistory, which need results.
-  void SetResultMenusEnabled(bool enabled);
-  /// The title that names the laboratory with "by ".
-  void SetTitleAfterOpening();
+
+  /// Begins an edit mode and drops a held corner. Where the mode needs a design domain and there is
+  /// none, a box above the dialog says so and the mode stays.
+  void SetEditMode(QWidget& dialog, Integer mode);
+
+  /// Canvas size in logical pixels.
+  QSize CanvasSize() const;
+  /// Draws the model in a view fitted anew. A model that cannot be drawn leaves the canvas empty,
+  /// which a box tells once; so does ShowMap.
+  void FitAndShowModel();
+  /// Draws the map of DisplayMode.
+  void ShowMap();
+
+  /// Opens a model file and ends what belonged to the old model. Throws ModelFileError; once the
+  /// model was touched its text tells the rescue file of the model that stood.
+  void OpenModel(const std::filesystem::path& path);
 
   /// One optimization step with map, label and history record. An error in it is fatal and handled
   /// here: the rescue file then holds the layout the step started from.
@@ -61,29 +74,22 @@ class frmMain : public QMainWindow {
   /// Interval of tmrOpt in milliseconds; 0 stops it.
   void SetTimerInterval(int milliseconds);
 
-  /// Canvas size in logical pixels.
-  QSize CanvasSize() const;
+ signals:
+  /// An optimization step is done.
+  void StepDone();
+  /// The program is to end at once with this exit status.
+  void ProgramEnds(int status);
+  /// The client area has another size, or the window was minimized or restored.
+  void Resized();
+  void Closed();
 
-  /// The warning box: exclamation icon, OK button, modal to the application. The details stand
-  /// below the text.
-  static void Warn(QWidget* parent, const QString& text,
-                   const QString& title = QStringLiteral("警告"), const QString& details = {});
+ protected:
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
-  /// Runs an event's handler. A run-time error in it is fatal: it is reported, the model goes to a
-  /// rescue file, and the program ends with status 1. Does nothing once the program is ending.
-  template <class F>
-  void Guarded(F&& action) {
-    if (ended_) return;
-    try {
-      std::forward<F>(action)();
-    } catch (const RunTimeError& error) {
-      Fatal(error);
-    } catch (const std::bad_alloc&) {
-      Fatal(OutOfMemory());
-    }
-  }
-
-  // Handlers of the window's events. They throw RunTimeError; the connections guard them.
+ private:
+  // Handlers of the window's events.
   void Form_Load();
   void Form_Resize();
   void Form_Unload();
@@ -109,64 +115,38 @@ class frmMain : public QMainWindow {
   void picCanvas_MouseDown(Integer Button, Integer Shift, Single X, Single Y);
   void picCanvas_MouseMove(Integer Button, Integer Shift, Single X, Single Y);
 
-  QTimer* tmrOpt = nullptr;  ///< one optimization step a tick
-
- signals:
-  /// A step is done; its report says how it was solved.
-  void StepDone(const SolveReport& report);
-  /// The program is to end at once with this exit status.
-  void ProgramEnds(int status);
-
- protected:
-  void changeEvent(QEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
- private:
-  using Handler = void (frmMain::*)();
-  using PressOperation = PressResult (*)(Model&, Corners&, Single, Single);
-
-  void BuildControls();
   void BuildMenus();
-  QMenu* AddMenu(const char* name, const char* caption);
-  template <class Parent>
-  QAction* AddItem(Parent* parent, const char* name, const char* caption, Handler handler);
-
-  void PlaceControls();
-  LabelFont LabelFontSize() const;
-  void ApplyCanvasScale();
-  /// Draws; the canvas stays empty for a model that cannot be drawn, as a damaged file leaves one.
-  void Redraw(const std::function<void()>& draw);
-  void Redraw() {
-    Redraw([this] { DrawCanvas(); });
-  }
-  void MoveOrigin(Single X, Single Y);
-  void EditCells(PressOperation operation, Single X, Single Y);
-  void DesignDomainSet(Single X, Single Y);
-  void FreedomSet(Single X, Single Y);
-  void LoadSet(Single X, Single Y);
-  template <class ReadOut>
-  void ShowReadOut(ReadOut readOut, const QString& refusal, Single X, Single Y);
+  void ConnectEvents();
+  /// mnuOptimization and mnuHistory, which need results.
+  void SetResultMenusEnabled(bool enabled);
+  void DropCorner();
   void ShowStep();
+  void ShowReadOut(const std::optional<std::string>& caption, const QString& refusal);
+  void ShowModel();
+  void ShowMixture();
+  /// Runs a drawing; where it fails the canvas stays empty and a box says why, once for a reason.
+  void Draw(const std::function<void()>& drawing);
 
-  static RunTimeError OutOfMemory();
+  void Run(const std::function<void()>& action);
+  /// Runs what ends the program where it fails.
+  void RunOrEnd(const std::function<void()>& action);
   void Fatal(const RunTimeError& error);
   void End(int status);
 
   Model model_;
-  ColorTable colorTable_;
+  EditState edits_;
   History history_;
-  SolveReport lastSolve_;
-  Corners corners_;
+  OptimizationCourse course_;
+  std::string undrawable_;  ///< why the model could last not be drawn, as the box told it
   bool ended_ = false;
 
-  QWidget* client_ = nullptr;
-  PictureWidget* picCanvas_ = nullptr;
-  PictureWidget* picColorBar_ = nullptr;
-  ElidedLabel* lblUpDate_ = nullptr;
-  ElidedLabel* lblMouseXY_ = nullptr;
-  QAction* mnuOptimization_ = nullptr;
-  QAction* mnuHistory_ = nullptr;
+  QTimer* tmrOpt;
+  QWidget* client_;
+  std::unique_ptr<CanvasView> view_;
+  ElidedLabel* lblUpDate;
+  ElidedLabel* lblMouseXY;
+  QAction* mnuHistory;
+  QAction* mnuOptimization;
 };
 
 }  // namespace quillane

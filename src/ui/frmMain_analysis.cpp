@@ -1,11 +1,13 @@
-// The main window's commands that compute: stress analysis, optimization steps and their history.
+// The main window's commands that compute: stress analysis and optimization steps.
 #include <QTimer>
 
 #include "model/number_text.h"
 #include "optimize/optimization_step.h"
 #include "ui/busy_pointer.h"
+#include "ui/canvas_view.h"
 #include "ui/error_text.h"
 #include "ui/frmMain.h"
+#include "ui/message_box.h"
 
 namespace quillane {
 namespace {
@@ -17,40 +19,36 @@ QString VolumeCaption(const Model& model) {
 }  // namespace
 
 void frmMain::mnuStressAnalysis_Click() {
-  const auto analyse = [this]() -> QString {
+  SolveReport report;
+  SetEditMode(*this, kModeNothing);
+  {
     const BusyPointer busy;
-    try {
-      lastSolve_ = StressAnalysis(model_, [this] { SetResultMenusEnabled(true); });
-      DrawStressMap();
-      SetUpDateCaption(VolumeCaption(model_));
-      return lastSolve_.converged ? QString() : NotConvergedText(lastSolve_);
-    } catch (const RunTimeError& error) {
-      return AnalysisStoppedText(error);
-    } catch (const std::bad_alloc&) {
-      return AnalysisStoppedText(OutOfMemory());
-    }
-  };
-  const QString warning = analyse();
-  if (!warning.isEmpty()) Warn(this, warning);
+    course_ = OptimizationCourse();
+    report = StressAnalysis(model_, [this] { SetResultMenusEnabled(true); });
+    course_.Begin(model_, report);
+    edits_.changedSinceAnalysis = false;
+    Draw([this] { view_->ShowMap(kShowStress); });
+    SetUpDateCaption(VolumeCaption(model_));
+  }
+  if (!report.converged) Warn(this, NotConvergedText(report));
 }
 
 void frmMain::Optimization() {
-  Guarded([this] {
+  RunOrEnd([this] {
     const BusyPointer busy;
     const Array2<Integer> layoutBefore = model_.CellState;
     try {
-      lastSolve_ = quillane::Optimization(model_, history_, [this] { ShowStep(); });
-      emit StepDone(lastSolve_);
+      course_.Add(model_, quillane::Optimization(model_, history_, [this] { ShowStep(); }));
     } catch (...) {
       model_.CellState = layoutBefore;
       throw;
     }
+    emit StepDone();
   });
 }
 
 void frmMain::ShowStep() {
-  if (model_.DisplayMode == kShowStress) DrawStressMap();
-  if (model_.DisplayMode == kShowPotential) DrawNeuronMap();
+  view_->ShowMap(model_.DisplayMode);
   SetUpDateCaption(VolumeCaption(model_) + QStringLiteral("     ") +
                    QString::fromStdString(GeneralText(int{model_.StepCount})) +
                    QStringLiteral("step"));
@@ -67,14 +65,6 @@ void frmMain::SetTimerInterval(int milliseconds) {
   } else {
     tmrOpt->stop();
   }
-}
-
-void frmMain::mnuHistory_Click() {
-  if (model_.HistoryRecording != 0) {
-    Warn(this, QStringLiteral("すでに履歴を記録しています。"));
-    return;
-  }
-  history_.Start(model_, "History.tmp");
 }
 
 }  // namespace quillane

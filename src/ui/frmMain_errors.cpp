@@ -1,35 +1,48 @@
-// How the main window reports what went wrong, and how it ends the program.
+// The main window's edge: where errors end, and how the program ends.
 #include <QGuiApplication>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTimer>
 
 #include "ui/error_text.h"
 #include "ui/frmMain.h"
+#include "ui/message_box.h"
 #include "ui/rescue_file.h"
 
 namespace quillane {
 namespace {
 
-void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
-             const QString& details = {}) {
-  QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
-  box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(details);
-  box.button(QMessageBox::Ok)->setIcon(QIcon());
-  box.exec();
+RunTimeError OutOfMemory() {
+  return RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory",
+                      "Close other programs, or use fewer and larger elements.");
+}
+
+/// Runs an action and hands a run-time error in it on.
+void Catch(const std::function<void()>& action,
+           const std::function<void(const RunTimeError&)>& handle) {
+  try {
+    action();
+  } catch (const RunTimeError& error) {
+    handle(error);
+  } catch (const std::bad_alloc&) {
+    handle(OutOfMemory());
+  }
 }
 
 }  // namespace
 
-void frmMain::Warn(QWidget* parent, const QString& text, const QString& title,
-                   const QString& details) {
-  ShowBox(parent, QMessageBox::Warning, title, text, details);
+void frmMain::Run(const std::function<void()>& action) {
+  if (ended_) return;
+  Catch(action, [this](const RunTimeError& error) {
+    if (error.Kind() == ErrorKind::kFile) {
+      Fatal(error);
+    } else {
+      Warn(this, StoppedText(error));
+    }
+  });
 }
 
-RunTimeError frmMain::OutOfMemory() {
-  return RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory",
-                      "Close other programs, or use fewer and larger elements.");
+void frmMain::RunOrEnd(const std::function<void()>& action) {
+  if (ended_) return;
+  Catch(action, [this](const RunTimeError& error) { Fatal(error); });
 }
 
 void frmMain::Fatal(const RunTimeError& error) {
@@ -37,7 +50,7 @@ void frmMain::Fatal(const RunTimeError& error) {
   tmrOpt->stop();
   while (QGuiApplication::overrideCursor() != nullptr) QGuiApplication::restoreOverrideCursor();
   const RescueReport rescue = WriteRescueFile(model_);
-  ShowBox(this, QMessageBox::Critical, QStringLiteral("エラー"), FatalText(error, rescue));
+  ShowError(this, FatalText(error, rescue));
   emit ProgramEnds(1);
 }
 

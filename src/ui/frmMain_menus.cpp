@@ -23,65 +23,63 @@ void ShowModally(frmMain& main) {
   Dialog(main).exec();
 }
 
+QMenu* AddMenu(QMenuBar* bar, const char* name, const char* caption) {
+  QMenu* menu = bar->addMenu(QLatin1String(caption));
+  menu->setObjectName(QLatin1String(name));
+  menu->menuAction()->setObjectName(QLatin1String(name));
+  return menu;
+}
+
 void AddSeparator(QMenu* menu, const char* name) {
   menu->addSeparator()->setObjectName(QLatin1String(name));
 }
 
 }  // namespace
 
-QMenu* frmMain::AddMenu(const char* name, const char* caption) {
-  QMenu* menu = menuBar()->addMenu(QLatin1String(caption));
-  menu->setObjectName(QLatin1String(name));
-  menu->menuAction()->setObjectName(QLatin1String(name));
-  return menu;
-}
-
-template <class Parent>
-QAction* frmMain::AddItem(Parent* parent, const char* name, const char* caption, Handler handler) {
-  QAction* item = parent->addAction(QLatin1String(caption));
-  item->setObjectName(QLatin1String(name));
-  item->setMenuRole(QAction::NoRole);
-  connect(item, &QAction::triggered, this,
-          [this, handler] { Guarded([&] { (this->*handler)(); }); });
-  return item;
-}
-
 void frmMain::BuildMenus() {
-  menuBar()->setNativeMenuBar(false);
-  QMenu* file = AddMenu("mnuFile", "File");
-  AddItem(file, "mnuOpen", "Open model", &frmMain::mnuOpen_Click);
-  AddItem(file, "mnuSave", "Save model", &frmMain::mnuSave_Click);
-  AddItem(file, "mnuImageCopy", "Copy image", &frmMain::mnuImageCopy_Click);
-  mnuHistory_ = AddItem(file, "mnuHistory", "Record history", &frmMain::mnuHistory_Click);
+  const auto add = [this](auto* parent, const char* name, const char* caption,
+                          void (frmMain::*handler)()) {
+    QAction* item = parent->addAction(QLatin1String(caption));
+    item->setObjectName(QLatin1String(name));
+    item->setMenuRole(QAction::NoRole);
+    connect(item, &QAction::triggered, this, Guarded(this, handler));
+    return item;
+  };
+  QMenuBar* bar = menuBar();
+  bar->setNativeMenuBar(false);
+  QMenu* file = AddMenu(bar, "mnuFile", "File");
+  add(file, "mnuOpen", "Open model", &frmMain::mnuOpen_Click);
+  add(file, "mnuSave", "Save model", &frmMain::mnuSave_Click);
+  add(file, "mnuImageCopy", "Copy image", &frmMain::mnuImageCopy_Click);
+  mnuHistory = add(file, "mnuHistory", "Record history", &frmMain::mnuHistory_Click);
   AddSeparator(file, "separater2");
-  AddItem(file, "mnuExit", "Exit", &frmMain::mnuExit_Click);
+  add(file, "mnuExit", "Exit", &frmMain::mnuExit_Click);
 
-  QMenu* graphic = AddMenu("mnuGraphicArea", "Graphic");
-  AddItem(graphic, "mnuWidth", "Width and Mesh Density", &frmMain::mnuWidth_Click);
-  AddItem(graphic, "mnuMoveOrigin", "Move Origin", &frmMain::mnuMoveOrigin_Click);
+  QMenu* graphic = AddMenu(bar, "mnuGraphicArea", "Graphic");
+  add(graphic, "mnuWidth", "Width and Mesh Density", &frmMain::mnuWidth_Click);
+  add(graphic, "mnuMoveOrigin", "Move Origin", &frmMain::mnuMoveOrigin_Click);
   AddSeparator(graphic, "separater3");
-  AddItem(graphic, "mnuImageIndicator", "Graphics", &frmMain::mnuImageIndicator_Click);
-  AddItem(graphic, "mnuValueIndicator", "Values", &frmMain::mnuValueIndicator_Click);
+  add(graphic, "mnuImageIndicator", "Graphics", &frmMain::mnuImageIndicator_Click);
+  add(graphic, "mnuValueIndicator", "Values", &frmMain::mnuValueIndicator_Click);
   AddSeparator(graphic, "separater5");
-  AddItem(graphic, "mnuClear", "Clear Model", &frmMain::mnuClear_Click);
+  add(graphic, "mnuClear", "Clear Model", &frmMain::mnuClear_Click);
 
-  AddItem(menuBar(), "mnuShape", "Shape", &frmMain::mnuShape_Click);
+  add(bar, "mnuShape", "Shape", &frmMain::mnuShape_Click);
 
-  QMenu* parameter = AddMenu("mnuAnalysis", "Parameter");
-  AddItem(parameter, "mnuMaterial", "Design Property", &frmMain::mnuMaterial_Click);
-  AddItem(parameter, "mnuFreedom", "Freedom Conditions", &frmMain::mnuFreedom_Click);
-  AddItem(parameter, "mnuAppliedLoad", "Applied Load", &frmMain::mnuAppliedLoad_Click);
-  AddItem(parameter, "mnuDrivingParameter", "Optimizaion Parameter",
-          &frmMain::mnuDrivingParameter_Click);
+  QMenu* parameter = AddMenu(bar, "mnuAnalysis", "Parameter");
+  add(parameter, "mnuMaterial", "Design Property", &frmMain::mnuMaterial_Click);
+  add(parameter, "mnuFreedom", "Freedom Conditions", &frmMain::mnuFreedom_Click);
+  add(parameter, "mnuAppliedLoad", "Applied Load", &frmMain::mnuAppliedLoad_Click);
+  add(parameter, "mnuDrivingParameter", "Optimizaion Parameter",
+      &frmMain::mnuDrivingParameter_Click);
 
-  AddItem(menuBar(), "mnuStressAnalysis", "FEA", &frmMain::mnuStressAnalysis_Click);
-  mnuOptimization_ =
-      AddItem(menuBar(), "mnuOptimization", "Optimization", &frmMain::mnuOptimization_Click);
+  add(bar, "mnuStressAnalysis", "FEA", &frmMain::mnuStressAnalysis_Click);
+  mnuOptimization = add(bar, "mnuOptimization", "Optimization", &frmMain::mnuOptimization_Click);
 }
 
 void frmMain::SetResultMenusEnabled(bool enabled) {
-  mnuOptimization_->setEnabled(enabled);
-  mnuHistory_->setEnabled(enabled);
+  mnuOptimization->setEnabled(enabled);
+  mnuHistory->setEnabled(enabled);
 }
 
 void frmMain::mnuOpen_Click() { ShowModally<frmOpen>(*this); }

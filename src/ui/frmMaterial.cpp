@@ -3,11 +3,11 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "edit/settings.h"
 #include "model/number_text.h"
-#include "ui/frmMain.h"
+#include "ui/error_text.h"
 
 namespace quillane {
 
@@ -17,15 +17,14 @@ frmMaterial::frmMaterial(frmMain& main) : Form(main, "frmMaterial", "Design Prop
   rows->addLayout(FieldGrid({{"", "Modulus of Elasticity: ", txtEmod, "MPa"},
                              {"", "Thickness: ", txtThickness, "mm"},
                              {"", "Poissons Ratio: ", txtPoison, ""}}));
-  rows->addLayout(ButtonRow({cmdOK, cmdExit}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmMaterial::cmdOK_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &frmMaterial::cmdExit_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmMaterial::cmdOK_Click);
   Form_Load();
 }
 
 void frmMaterial::Form_Load() {
-  Model& model = Main().model();
-  model.EditMode = kModeNothing;
+  const Model& model = Main().model();
+  Main().SetEditMode(*this, kModeNothing);
   txtThickness->setText(QString::fromStdString(GeneralText(model.Thickness)));
   txtEmod->setText(QString::fromStdString(GeneralText(model.YoungModulus)));
   txtPoison->setText(QString::fromStdString(GeneralText(model.PoissonRatio)));
@@ -33,15 +32,15 @@ void frmMaterial::Form_Load() {
 }
 
 void frmMaterial::cmdOK_Click() {
-  Main().Guarded([this] {
-    Model& model = Main().model();
-    model.YoungModulus = LeadingNumber(TextOf(txtEmod), "the modulus of elasticity");
-    model.Thickness = LeadingNumber(TextOf(txtThickness), "the thickness");
-    model.PoissonRatio = LeadingNumber(TextOf(txtPoison), "Poisson's ratio");
-    Main().SetUpDateCaption(QString::fromStdString(
-        "ヤング率 = " + GeneralText(model.YoungModulus) + "MPa  板厚 = " +
-        GeneralText(model.Thickness) + "mm  ポアソン比 = " + GeneralText(model.PoissonRatio)));
-  });
+  Model& model = Main().model();
+  if (const RefusedText refused = SetMaterial(model, Main().Edits(), TextOf(txtEmod),
+                                              TextOf(txtThickness), TextOf(txtPoison))) {
+    QLineEdit* const boxes[] = {txtEmod, txtThickness, txtPoison};
+    return Refuse(boxes[*refused], TooLargeText());
+  }
+  Main().SetUpDateCaption(QString::fromStdString(
+      "ヤング率 = " + GeneralText(model.YoungModulus) + "MPa  板厚 = " +
+      GeneralText(model.Thickness) + "mm  ポアソン比 = " + GeneralText(model.PoissonRatio)));
   Unload();
 }
 

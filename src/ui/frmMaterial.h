@@ -11,18 +11,15 @@ class frmMaterial : public Form {
 
  public:
   explicit frmMaterial(frmMain& main);
-  void reject() override { cmdExit_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdExit_Click() { Unload(); }
 
   QLineEdit* txtEmod = NumberBox("txtEmod");
   QLineEdit* txtThickness = NumberBox("txtThickness");
   QLineEdit* txtPoison = NumberBox("txtPoison");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

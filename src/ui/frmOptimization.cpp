@@ -2,40 +2,39 @@
 #include "ui/frmOptimization.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "ui/frmMain.h"
+#include "optimize/optimization_step.h"
+#include "ui/course_text.h"
 
 namespace quillane {
 
-frmOptimization::frmOptimization(frmMain& main) : Form(main, "frmOptimization", "Optimization") {
-  lblConvergence->setObjectName(QStringLiteral("lblConvergence"));
-  QSizePolicy keepsItsPlace = lblConvergence->sizePolicy();
-  keepsItsPlace.setRetainSizeWhenHidden(true);
-  lblConvergence->setSizePolicy(keepsItsPlace);
-
+frmOptimization::frmOptimization(frmMain& main)
+    : Form(main, "frmOptimization", "Optimization", "cmdCancel") {
   QVBoxLayout* rows = Rows();
-  for (QPushButton* button : {cmdAutoStart, cmdAutoStop, cmdManual, cmdCancel}) {
+  for (QPushButton* button : {cmdAutoStart, cmdAutoStop, cmdManual, Cancel()}) {
     button->setAutoDefault(true);  // Enter presses the button that has the focus
     rows->addWidget(button);
   }
-  rows->addWidget(lblConvergence);
-  connect(cmdAutoStart, &QPushButton::clicked, this, &frmOptimization::cmdAutoStart_Click);
-  connect(cmdAutoStop, &QPushButton::clicked, this, &frmOptimization::cmdAutoStop_Click);
-  connect(cmdManual, &QPushButton::clicked, this, &frmOptimization::cmdManual_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmOptimization::cmdCancel_Click);
-  connect(&main, &frmMain::StepDone, this, &frmOptimization::ShowConvergence);
+  setTabOrder(cmdManual, Cancel());
+  lblCourse->setObjectName(QStringLiteral("lblCourse"));
+  lblCourse->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  lblCourse->setMinimumSize(lblCourse->fontMetrics().horizontalAdvance(kLongestCourseLine),
+                            lblCourse->fontMetrics().lineSpacing() * kCourseLines);
+  rows->addWidget(lblCourse);
+  OnClick(cmdAutoStart, &frmOptimization::cmdAutoStart_Click);
+  OnClick(cmdAutoStop, &frmOptimization::cmdAutoStop_Click);
+  OnClick(cmdManual, &frmOptimization::cmdManual_Click);
+  connect(&main, &frmMain::StepDone, this, &frmOptimization::FollowStep);
   Form_Load();
 }
 
 void frmOptimization::Form_Load() {
   cmdAutoStart->setFocus();
+  FollowStep();
   PlaceBesideTheMap();
-  lblConvergence->hide();
-  if (Main().model().StepCount > 0) ShowConvergence(Main().LastSolve());
 }
 
 void frmOptimization::PlaceBesideTheMap() {
@@ -48,17 +47,23 @@ void frmOptimization::PlaceBesideTheMap() {
        std::max(screen.top(), window.center().y() - size.height() / 2));
 }
 
-void frmOptimization::ShowConvergence(const SolveReport& report) {
-  lblConvergence->setVisible(!report.converged);
+void frmOptimization::FollowStep() {
+  lblCourse->setText(CourseText(Main().model(), Main().Edits(), Main().Course()));
+  if (StepCounterIsFull(Main().model())) cmdAutoStop_Click();
 }
 
 void frmOptimization::cmdAutoStart_Click() {
+  if (StepCounterIsFull(Main().model())) return;
   Main().model().AutoOptimize = kTrue;
   if (!busy_) busy_.emplace();
   Main().SetTimerInterval(1);
 }
 
-void frmOptimization::cmdAutoStop_Click() { StopSteps(); }
+void frmOptimization::cmdAutoStop_Click() {
+  Main().model().AutoOptimize = 0;
+  Main().SetTimerInterval(0);
+  busy_.reset();
+}
 
 void frmOptimization::cmdManual_Click() {
   Main().model().AutoOptimize = kTrue;
@@ -66,15 +71,10 @@ void frmOptimization::cmdManual_Click() {
   busy_.reset();
 }
 
-void frmOptimization::cmdCancel_Click() {
-  StopSteps();
+/// Cancel.
+void frmOptimization::reject() {
+  cmdAutoStop_Click();
   Unload();
-}
-
-void frmOptimization::StopSteps() {
-  Main().model().AutoOptimize = 0;
-  Main().SetTimerInterval(0);
-  busy_.reset();
 }
 
 }  // namespace quillane

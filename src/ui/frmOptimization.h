@@ -3,7 +3,6 @@
 
 #include <optional>
 
-#include "fem/solver.h"
 #include "ui/busy_pointer.h"
 #include "ui/form.h"
 
@@ -15,26 +14,22 @@ class frmOptimization : public Form {
 
  public:
   explicit frmOptimization(frmMain& main);
-  void reject() override { cmdCancel_Click(); }
-
-  /// Says under the buttons whether the last step's solver stopped short of its tolerance.
-  void ShowConvergence(const SolveReport& report);
+  void reject() override;
 
  private:
   void Form_Load();
   void cmdAutoStart_Click();
   void cmdAutoStop_Click();
   void cmdManual_Click();
-  void cmdCancel_Click();
-  void StopSteps();
+  /// Tells how it goes; automatic steps end before the one that must fail.
+  void FollowStep();
   /// Right of the main window as far as the screen has room, so that the map stays in view.
   void PlaceBesideTheMap();
 
   QPushButton* cmdAutoStart = Button("cmdAutoStart", "Automatic_Start");
   QPushButton* cmdAutoStop = Button("cmdAutoStop", "Automatic_Stop");
   QPushButton* cmdManual = Button("cmdManual", "Bit by Bit");
-  QPushButton* cmdCancel = Button("cmdCancel", "Cancel");
-  QLabel* lblConvergence = Label("The solver did not converge in the last step.");
+  QLabel* lblCourse = Label("");
   std::optional<BusyPointer> busy_;  ///< while steps follow each other
 };
 

@@ -2,23 +2,18 @@
 #include "ui/frmShape.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "ui/domain_mode.h"
-#include "ui/frmMain.h"
-
 namespace quillane {
 
-frmShape::frmShape(frmMain& main) : Form(main, "frmShape", "Shape") {
+frmShape::frmShape(frmMain& main) : Form(main, "frmShape", "Shape", "cmdCancel") {
   QVBoxLayout* rows = Rows();
   rows->addWidget(Label("Choose what you want to draw."));
   rows->addWidget(OptionFrame({optDesignDomain, optAddElements, optRemoveElements,
                                optAddNonDesignElements, optDeleteDesignDomain, optDoNot}));
-  rows->addLayout(ButtonRow({cmdOK, cmdCancel}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmShape::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmShape::cmdCancel_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmShape::cmdOK_Click);
   Form_Load();
 }
 
@@ -28,14 +23,12 @@ void frmShape::Form_Load() {
 }
 
 void frmShape::cmdOK_Click() {
-  Model& model = Main().model();
-  model.ClickCount = 0;
-  if (optDesignDomain->isChecked()) model.EditMode = kModeDomain;
-  if (optAddElements->isChecked()) SetDomainMode(*this, model, kModeDesign);
-  if (optRemoveElements->isChecked()) SetDomainMode(*this, model, kModeRemove);
-  if (optAddNonDesignElements->isChecked()) SetDomainMode(*this, model, kModeNonDesign);
-  if (optDeleteDesignDomain->isChecked()) SetDomainMode(*this, model, kModeCutOut);
-  if (optDoNot->isChecked()) model.EditMode = kModeNothing;
+  if (optDesignDomain->isChecked()) Main().SetEditMode(*this, kModeDomain);
+  if (optAddElements->isChecked()) Main().SetEditMode(*this, kModeDesign);
+  if (optRemoveElements->isChecked()) Main().SetEditMode(*this, kModeRemove);
+  if (optAddNonDesignElements->isChecked()) Main().SetEditMode(*this, kModeNonDesign);
+  if (optDeleteDesignDomain->isChecked()) Main().SetEditMode(*this, kModeCutOut);
+  if (optDoNot->isChecked()) Main().SetEditMode(*this, kModeNothing);
   Unload();
 }
 

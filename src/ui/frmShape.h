@@ -11,12 +11,10 @@ class frmShape : public Form {
 
  public:
   explicit frmShape(frmMain& main);
-  void reject() override { cmdCancel_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdCancel_Click() { Unload(); }
 
   QRadioButton* optDesignDomain = Option("optDesignDomain", "Setup Design Domain");
   QRadioButton* optAddElements = Option("optAddElements", "Add Design Structural Elements");
@@ -26,7 +24,6 @@ class frmShape : public Form {
   QRadioButton* optDeleteDesignDomain = Option("optDeleteDesignDomain", "Delete Design Domain");
   QRadioButton* optDoNot = Option("optDoNot", "Nothing");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdCancel = Button("cmdCancel", "Cancel");
 };
 
 }  // namespace quillane

@@ -2,11 +2,8 @@
 #include "ui/frmValueIndicator.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-
-#include "ui/frmMain.h"
 
 namespace quillane {
 
@@ -15,9 +12,8 @@ frmValueIndicator::frmValueIndicator(frmMain& main) : Form(main, "frmValueIndica
   rows->addWidget(Label("Choose what you want to check."));
   rows->addWidget(
       OptionFrame({optLoadValue, optDisplacementValue, optStressValue, optNeuronValue, optDoNot}));
-  rows->addLayout(ButtonRow({cmdOK, cmdExit}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmValueIndicator::cmdOK_Click);
-  connect(cmdExit, &QPushButton::clicked, this, &frmValueIndicator::cmdExit_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmValueIndicator::cmdOK_Click);
   Form_Load();
 }
 
@@ -27,11 +23,10 @@ void frmValueIndicator::Form_Load() {
 }
 
 void frmValueIndicator::cmdOK_Click() {
-  Model& model = Main().model();
-  if (optDisplacementValue->isChecked()) model.EditMode = kModeDisplacement;
-  if (optStressValue->isChecked()) model.EditMode = kModeStress;
-  if (optNeuronValue->isChecked()) model.EditMode = kModePotential;
-  if (optLoadValue->isChecked()) model.EditMode = kModeLoadValue;
+  if (optDisplacementValue->isChecked()) Main().SetEditMode(*this, kModeDisplacement);
+  if (optStressValue->isChecked()) Main().SetEditMode(*this, kModeStress);
+  if (optNeuronValue->isChecked()) Main().SetEditMode(*this, kModePotential);
+  if (optLoadValue->isChecked()) Main().SetEditMode(*this, kModeLoadValue);
   Unload();
 }
 

@@ -11,12 +11,10 @@ class frmValueIndicator : public Form {
 
  public:
   explicit frmValueIndicator(frmMain& main);
-  void reject() override { cmdExit_Click(); }
 
  private:
   void Form_Load();
   void cmdOK_Click();
-  void cmdExit_Click() { Unload(); }
 
   QRadioButton* optLoadValue = Option("optLoadValue", "Applied Load value");
   QRadioButton* optDisplacementValue = Option("optDisplacementValue", "Displacement value");
@@ -24,7 +22,6 @@ class frmValueIndicator : public Form {
   QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential value");
   QRadioButton* optDoNot = Option("optDoNot", "Nothing");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdExit = Button("cmdExit", "Cancel");
 };
 
 }  // namespace quillane

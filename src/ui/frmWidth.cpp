@@ -2,27 +2,15 @@
 #include "ui/frmWidth.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "display/grid.h"
 #include "display/view.h"
+#include "edit/settings.h"
 #include "model/number_text.h"
-#include "model/numbers.h"
-#include "ui/frmMain.h"
 
 namespace quillane {
 namespace {
-
-/// The typed length in mm; 0, which is refused, where it is no positive Single.
-Single PositiveLength(const QLineEdit* box) {
-  try {
-    return std::max(ToSingle(LeadingNumber(TextOf(box), "the length"), "the length"), 0.0F);
-  } catch (const RunTimeError&) {
-    return 0;
-  }
-}
 
 /// Tries the two lengths on a view of its own, with the given origin fractions.
 bool CanBeShown(const Model& model, QSize canvas, Single width, Single elementSize) {
@@ -40,56 +28,42 @@ bool CanBeShown(const Model& model, QSize canvas, Single width, Single elementSi
 
 }  // namespace
 
-frmWidth::frmWidth(frmMain& main) : Form(main, "frmWidth", "Width and Mesh Density") {
+frmWidth::frmWidth(frmMain& main) : Form(main, "frmWidth", "Width and Mesh Density", "cmdCancel") {
   QVBoxLayout* rows = Rows();
   rows->addLayout(FieldGrid({{"Enter display area Width in mm units.", "", txtWidth, "mm"},
                              {"Enter element-Size in mm units.", "", txtUnitGrid, "mm"}}));
-  rows->addLayout(ButtonRow({cmdOK, cmdCancel}));
-  connect(cmdOK, &QPushButton::clicked, this, &frmWidth::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmWidth::cmdCancel_Click);
+  rows->addLayout(ButtonRow(cmdOK));
+  OnClick(cmdOK, &frmWidth::cmdOK_Click);
   Form_Load();
 }
 
 void frmWidth::Form_Load() {
-  Model& model = Main().model();
-  model.EditMode = kModeNothing;
+  const Model& model = Main().model();
+  Main().SetEditMode(*this, kModeNothing);
   txtWidth->setText(QString::fromStdString(GeneralText(model.DomainWidth)));
   txtUnitGrid->setText(QString::fromStdString(GeneralText(model.ElementSize)));
   FocusText(txtWidth);
 }
 
-bool frmWidth::Refused(Single width, Single elementSize) {
-  const auto refuse = [this](const QString& text, QLineEdit* box) {
-    frmMain::Warn(this, text);
-    FocusText(box);
-    return true;
-  };
+void frmWidth::cmdOK_Click() {
+  Model& model = Main().model();
+  const Single width = PositiveLength(TextOf(txtWidth));
+  const Single elementSize = PositiveLength(TextOf(txtUnitGrid));
   if (width == 0) {
-    return refuse(QStringLiteral("表示幅には0より大きい数値を入力してください。"), txtWidth);
+    return Refuse(txtWidth, QStringLiteral("表示幅には0より大きい数値を入力してください。"));
   }
   if (elementSize == 0) {
-    return refuse(QStringLiteral("要素サイズには0より大きい数値を入力してください。"), txtUnitGrid);
+    return Refuse(txtUnitGrid, QStringLiteral("要素サイズには0より大きい数値を入力してください。"));
   }
-  if (!CanBeShown(Main().model(), Main().CanvasSize(), width, elementSize)) {
-    return refuse(QStringLiteral("この表示幅と要素サイズでは格子を描くことができません。\n"
-                                 "値を変えてください。"),
-                  txtUnitGrid);
+  if (!CanBeShown(model, Main().CanvasSize(), width, elementSize)) {
+    return Refuse(txtUnitGrid,
+                  QStringLiteral("この表示幅と要素サイズでは格子を描くことができません。\n"
+                                 "値を変えてください。"));
   }
-  return false;
-}
-
-void frmWidth::cmdOK_Click() {
-  const Single width = PositiveLength(txtWidth);
-  const Single elementSize = PositiveLength(txtUnitGrid);
-  if (Refused(width, elementSize)) return;
-  Main().Guarded([this, width, elementSize] {
-    Model& model = Main().model();
-    model.DomainWidth = width;
-    model.ElementSize = elementSize;
-    Main().WriteSummary();
-    Main().FitCanvasView();
-    Main().DrawCanvas();
-  });
+  model.DomainWidth = width;
+  model.ElementSize = elementSize;
+  Main().WriteSummary();
+  Main().FitAndShowModel();
   Unload();
 }
 

@@ -1,7 +1,6 @@
 // The dialog for the width that the canvas shows and the size of a cell.
 #pragma once
 
-#include "model/types.h"
 #include "ui/form.h"
 
 namespace quillane {
@@ -13,18 +12,14 @@ class frmWidth : public Form {
 
  public:
   explicit frmWidth(frmMain& main);
-  void reject() override { cmdCancel_Click(); }
 
  private:
   void Form_Load();
-  bool Refused(Single width, Single elementSize);  ///< asks for other values, in a warning box
   void cmdOK_Click();
-  void cmdCancel_Click() { Unload(); }
 
   QLineEdit* txtWidth = NumberBox("txtWidth", "1000");
   QLineEdit* txtUnitGrid = NumberBox("txtUnitGrid", "1000");
   QPushButton* cmdOK = Button("cmdOK", "OK");
-  QPushButton* cmdCancel = Button("cmdCancel", "Cancel");
 };
 
 }  // namespace quillane

@@ -2,7 +2,6 @@
 #include "ui/rescue_file.h"
 
 #include <exception>
-#include <string_view>
 
 #include "model/model_file.h"
 #include "model/safe_file.h"
@@ -32,14 +31,21 @@ fs::path WriteInto(const fs::path& folder, std::string_view text) {
 
 }  // namespace
 
-RescueReport WriteRescueFile(const Model& model) noexcept {
+RescueReport WriteRescueFile(std::string_view text) noexcept {
   try {
-    const std::string text = ModelFileText(model);
     try {
       return {WriteInto(fs::current_path(), text), {}};
     } catch (const std::exception&) {
       return {WriteInto(fs::temp_directory_path(), text), {}};
     }
+  } catch (const std::exception& error) {
+    return {{}, error.what()};
+  }
+}
+
+RescueReport WriteRescueFile(const Model& model) noexcept {
+  try {
+    return WriteRescueFile(ModelFileText(model));
   } catch (const std::exception& error) {
     return {{}, error.what()};
   }

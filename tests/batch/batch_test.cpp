@@ -10,9 +10,9 @@
 #include <set>
 #include <sstream>
 
+#include "edit/settings.h"
 #include "model/model_file.h"
 #include "optimize/optimization_step.h"
-#include "optimize/parameters.h"
 #include "support/plates.h"
 
 namespace quillane {

@@ -2,6 +2,7 @@
 #include <QTest>
 #include <array>
 
+#include "ui/picture_widget.h"
 #include "ui/window.h"
 
 namespace quillane::test {
@@ -61,7 +62,7 @@ TEST_F(Editing, AGridThatCannotBeIsRefusedAndTheOldModelStays) {
     Press(x, y);
     EXPECT_EQ(robot.Boxes().size(), 1U);
     EXPECT_EQ(model().ClickCount, 0);
-    EXPECT_EQ(model().EditMode, 1);
+    EXPECT_EQ(model().EditMode, kModeDomain);
     model().ElementSize = 100;
     EXPECT_EQ(Text(), before);
   }
@@ -105,14 +106,14 @@ TEST_F(Editing, RectanglesOfCellsTakeTheirState) {
 
 TEST_F(Editing, APressOutsideIsRefusedAndTheFirstCornerKept) {
   ChooseIn("mnuShape", "optAddElements");
-  main->picCanvas_MouseDown(1, 0, 300, 0);
+  PressAt(300, 0);
   EXPECT_EQ(robot.Boxes(), Texts{kOutsideElement}) << "the right edge does not belong to a cell";
   EXPECT_EQ(model().ClickCount, 0);
-  main->picCanvas_MouseDown(1, 0, -400, -300);
-  main->picCanvas_MouseDown(2, 4, -400.1F, 0);
+  PressAt(-400, -300);
+  PressAt(-400.1F, 0, 2, 4);
   EXPECT_EQ(robot.Boxes(), Texts{kOutsideElement});
   EXPECT_EQ(model().ClickCount, 1);
-  main->picCanvas_MouseDown(4, 1, -301, -300);
+  PressAt(-301, -300, 4, 1);
   EXPECT_EQ(model().CellState(1, 1), kCellDesign);
   EXPECT_EQ(model().CellState(1, 2), kCellEmpty);
 }
@@ -122,15 +123,15 @@ TEST_F(Editing, SupportsAndLoadsGoToTheNearestNode) {
       {"optFixX", 10}, {"optFixY", 1}, {"optFixXY", 11}, {"optFree", 0}};
   for (const auto& [option, flags] : kinds) {
     ChooseIn("mnuFreedom", option);
-    main->picCanvas_MouseDown(1, 0, 249, 151);
+    PressAt(249, 151);
     EXPECT_EQ(10 * model().NodeFreedom(47, 1) + model().NodeFreedom(47, 2), flags) << option;
   }
-  main->picCanvas_MouseDown(1, 0, 351, 0);
+  PressAt(351, 0);
   EXPECT_EQ(robot.Boxes(), Texts{kOutsideNode});
 
   const auto load = [this](const char* option, const char* x, const char* y) {
     Fill("mnuAppliedLoad", {{option, ""}, {"txtLoadX", x}, {"txtLoadY", y}});
-    main->picCanvas_MouseDown(1, 0, 250, 150);  // halves go up and right
+    PressAt(250, 150);  // halves go up and right
     return std::pair{model().NodeLoad(48, 1), model().NodeLoad(48, 2)};
   };
   EXPECT_EQ(load("optLoadOn", "10", "-5"), (std::pair{10.0, -5.0}));
@@ -145,9 +146,9 @@ TEST_F(Editing, SupportsAndLoadsGoToTheNearestNode) {
 TEST_F(Editing, TheOriginMovesToThePressUntilAResize) {
   Menu("mnuMoveOrigin");
   const Single height = model().DomainHeight;
-  main->picCanvas_MouseDown(1, 0, 500, 200);
-  EXPECT_EQ(model().EditMode, 9);
-  main->picCanvas_MouseDown(1, 0, 0, 0);  // on the new origin
+  PressAt(500, 200);
+  EXPECT_EQ(model().EditMode, kModeOrigin);
+  PressAt(0, 0);  // on the new origin
   EXPECT_EQ(model().ViewRight, 500);
   EXPECT_FLOAT_EQ(model().ViewTop, height / 2 - 200);
   EXPECT_EQ(model().DomainX1, -400);
@@ -185,13 +186,13 @@ TEST_F(Editing, ReadOutsTellTheirNumberWithTheCellsOffset) {
 
 TEST_F(Editing, WithoutAModeAPressDoesNothingAndMovesAreStillRead) {
   const std::string before = Text();
-  for (const Integer mode : {Integer{0}, Integer{10}, Integer{-3}}) {
+  for (const Integer mode : {kModeNothing, Integer{10}, Integer{-3}}) {
     model().EditMode = mode;
     Press(0, 0);
   }
   EXPECT_EQ(Text(), before);
   EXPECT_TRUE(robot.Boxes().empty());
-  main->picCanvas_MouseMove(0, 0, -350.2F, 119.6F);
+  emit main->findChild<PictureWidget*>("picCanvas")->MouseMove(0, 0, -350.2F, 119.6F);
   EXPECT_EQ(Label("lblMouseXY"), "x = -350mm  y = 120mm");
   QTest::mouseMove(Canvas(), QPoint(0, Canvas()->height() / 2));
   EXPECT_EQ(Label("lblMouseXY"), "x = -1000mm  y = 0mm");

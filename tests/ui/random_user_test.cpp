@@ -47,7 +47,7 @@ class RandomUser : public Window {
     const bool onDomain = Below(2) == 0;
     const Single x = onDomain ? about(model().DomainX1, model().DomainX2) : about(-1000, 1000);
     const Single y = onDomain ? about(model().DomainY1, model().DomainY2) : about(-700, 700);
-    main->Guarded([&] { main->picCanvas_MouseDown(1, 0, x, y); });
+    PressAt(x, y);
   }
 
   void AnyCommand() {

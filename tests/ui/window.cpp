@@ -86,6 +86,10 @@ bool Window::Fill(const char* menu, const Entries& entries, const char* button) 
   });
 }
 
+void Window::PressAt(Single x, Single y, Integer button, Integer shift) {
+  emit main->findChild<PictureWidget*>("picCanvas")->MouseDown(button, shift, x, y);
+}
+
 void Window::Press(double x, double y, Qt::MouseButton button) {
   const double left = double{model().ViewRight} - double{model().DomainWidth};
   const double column = (x - left) / double{model().DomainWidth} * Canvas()->width();
@@ -104,8 +108,7 @@ QImage Window::Picture() { return main->findChild<PictureWidget*>("picCanvas")->
 
 void Window::Show(const Model& shown) {
   model() = shown;
-  main->FitCanvasView();
-  main->DrawCanvas();
+  main->FitAndShowModel();
 }
 
 }  // namespace quillane::test

@@ -59,6 +59,8 @@ class Window : public testing::Test {
   using Entries = std::vector<std::pair<const char*, std::string>>;
   bool Fill(const char* menu, const Entries& entries, const char* button = "cmdOK");
   bool ChooseIn(const char* menu, const char* option) { return Fill(menu, {{option, ""}}); }
+  /// A press exactly at user coordinates, mm, as the canvas reports it.
+  void PressAt(Single x, Single y, Integer button = 1, Integer shift = 0);
   /// A click of the mouse at user coordinates, mm, to the nearest pixel.
   void Press(double x, double y, Qt::MouseButton button = Qt::LeftButton);
   std::string Label(const char* name);

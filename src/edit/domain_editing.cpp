@@ -1,0 +1,117 @@
+// Rectangles by two presses: the first is held, the second edits.
+#include "edit/domain_editing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "fem/mesh.h"
+
+namespace quillane {
+namespace {
+
+void HoldCorner(Model& model, EditState& state) {
+  model.ClickCount = 1;
+  state.cornerMode = model.EditMode;
+}
+
+/// Rows or columns of cells between two grid lines, in any order; 0 for more than an Integer
+/// counts.
+int CellsBetween(Single one, Single other, Single elementSize) {
+  const double distance = std::fabs(static_cast<double>(other) - static_cast<double>(one));
+  const double cells = std::nearbyint(distance / static_cast<double>(elementSize));
+  return cells <= kIntegerMax ? static_cast<int>(cells) : 0;
+}
+
+/// Builds the domain between the held corner and (x2, y2); false, and nothing done, for a grid
+/// without cells or with more nodes than an Integer counts.
+bool BuildDomain(Model& model, EditState& state, Single x2, Single y2) {
+  const int rows = CellsBetween(state.cornerY, y2, model.ElementSize);
+  const int columns = CellsBetween(state.cornerX, x2, model.ElementSize);
+  if (rows < 1 || columns < 1 || (rows + 1) * (columns + 1) > kIntegerMax) return false;
+  model.DomainX1 = std::min(state.cornerX, x2);
+  model.DomainX2 = std::max(state.cornerX, x2);
+  model.DomainY1 = std::min(state.cornerY, y2);
+  model.DomainY2 = std::max(state.cornerY, y2);
+  BuildMesh(model, rows, columns);
+  ClearResults(model);
+  model.DomainDefined = kTrue;
+  model.EditMode = kModeNothing;
+  state.changedSinceAnalysis = true;
+  return true;
+}
+
+/// A changed ElementSize or an odd file can make the domain's rectangle disagree with the mesh.
+bool MeshHas(const Model& model, const CellIndex& cell) {
+  const int element = ElementOfCell(model, cell.row, cell.column);
+  return model.CellState.First().Contains(cell.row) &&
+         model.CellState.Second().Contains(cell.column) &&
+         model.ElementNodes.First().Contains(element) && model.NodeActive.Range().Contains(element);
+}
+
+void SetCells(Model& model, EditState& state, const CellIndex& low, const CellIndex& high,
+              Integer code) {
+  for (int row = low.row; row <= high.row; ++row) {
+    for (int column = low.column; column <= high.column; ++column) {
+      Integer& cell = model.CellState(row, column);
+      state.changedSinceAnalysis |= cell != code;
+      cell = code;
+      // On purpose the flag of the node that bears the element's number; harmless, as the redraw
+      // derives all flags anew.
+      if (code > 0) model.NodeActive(ElementOfCell(model, row, column)) = 1;
+    }
+  }
+}
+
+PressResult EditRectangle(Model& model, EditState& state, Single x, Single y, Integer code) {
+  const std::optional<CellIndex> cell = CellAt(model, x, y);
+  if (!cell || !MeshHas(model, *cell)) return PressResult::kElementOutside;
+  if (!HoldsCorner(model, state)) {
+    HoldCorner(model, state);
+    state.cornerCell = *cell;
+    return PressResult::kFirstCorner;
+  }
+  model.ClickCount = 0;
+  const CellIndex& corner = state.cornerCell;
+  const CellIndex low{std::min(corner.row, cell->row), std::min(corner.column, cell->column)};
+  const CellIndex high{std::max(corner.row, cell->row), std::max(corner.column, cell->column)};
+  if (!MeshHas(model, low) || !MeshHas(model, high)) return PressResult::kElementOutside;
+  SetCells(model, state, low, high, code);
+  return PressResult::kEdited;
+}
+
+}  // namespace
+
+PressResult DesignDomainSet(Model& model, EditState& state, Single x, Single y) {
+  const bool second = HoldsCorner(model, state);
+  const std::optional<Single> cornerX = NearestGridLine(x, model.ElementSize);
+  const std::optional<Single> cornerY = NearestGridLine(y, model.ElementSize);
+  model.ClickCount = 0;
+  if (!cornerX || !cornerY) return PressResult::kImpossibleDomain;
+  if (second) {
+    return BuildDomain(model, state, *cornerX, *cornerY) ? PressResult::kNewDomain
+                                                         : PressResult::kImpossibleDomain;
+  }
+  HoldCorner(model, state);
+  state.cornerX = *cornerX;
+  state.cornerY = *cornerY;
+  return PressResult::kFirstCorner;
+}
+
+PressResult AddDesignElements(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellDesign);
+}
+
+PressResult AddNonDesignElements(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellNonDesign);
+}
+
+PressResult RemoveElements(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellEmpty);
+}
+
+PressResult DeleteDesignDomain(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellCutOut);
+}
+
+}  // namespace quillane

@@ -1,0 +1,22 @@
+// What editing remembers beside the model.
+#pragma once
+
+#include "model/grid_pick.h"
+#include "model/model.h"
+
+namespace quillane {
+
+/// The held corner of a rectangle of two presses, and whether the model was changed by hand.
+struct EditState {
+  Integer cornerMode = kModeNothing;  ///< EditMode of the press that gave the corner
+  Single cornerX = 0, cornerY = 0;    ///< of a new design domain, on the grid, mm
+  CellIndex cornerCell;               ///< of a rectangle of cells
+  bool changedSinceAnalysis = false;  ///< cells, supports, loads or material
+};
+
+/// Whether a first corner waits for its second press. Whatever ends the mode drops it.
+inline bool HoldsCorner(const Model& model, const EditState& state) {
+  return model.ClickCount == 1 && model.EditMode == state.cornerMode;
+}
+
+}  // namespace quillane

@@ -1,0 +1,72 @@
+// Drawings of the model and its results.
+#include "ui/canvas_view.h"
+
+#include "display/canvas_drawing.h"
+#include "display/palette.h"
+#include "display/result_maps.h"
+#include "display/view.h"
+#include "fem/mesh.h"
+
+namespace quillane {
+
+CanvasView::CanvasView(QWidget* parent, Model& model, const EditState& edits)
+    : model_(model),
+      edits_(edits),
+      colorTable_(MakeColorTable()),
+      picColorBar(new PictureWidget(QStringLiteral("picColorBar"), parent)),
+      picCanvas(new PictureWidget(QStringLiteral("picCanvas"), parent)) {}
+
+void CanvasView::Place(const CanvasLayout& layout) {
+  picCanvas->Place({0, 0, layout.canvasWidth, layout.canvasHeight});
+  picColorBar->Place({layout.canvasWidth, 0, layout.colorBarWidth, layout.canvasHeight});
+}
+
+void CanvasView::FitAndShowModel() {
+  FitView(model_, picCanvas->width(), picCanvas->height());
+  picCanvas->Drawing().SetScale(CanvasScale(model_));
+  ShowModel();
+}
+
+void CanvasView::ShowModel() {
+  showsCorner_ = false;
+  MarkActiveNodes(model_);
+  DrawCanvas(picCanvas->Drawing(), model_);
+  DrawColorBar(picColorBar->Drawing(), colorTable_, kStressTitle);
+  if (HoldsCorner(model_, edits_)) MarkCorner();
+}
+
+void CanvasView::ShowMap(Integer displayMode) {
+  if (displayMode == kShowStress) {
+    DrawStressMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
+    showsCorner_ = false;
+  }
+  if (displayMode == kShowPotential) {
+    DrawNeuronMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
+    showsCorner_ = false;
+  }
+}
+
+void CanvasView::Clear() {
+  picCanvasClear(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
+  showsCorner_ = false;
+}
+
+void CanvasView::ShowNothing() {
+  picCanvas->Drawing().SetBackground(kBackground);
+  picCanvas->Drawing().Clear();
+  DrawColorBar(picColorBar->Drawing(), colorTable_, kStressTitle);
+  showsCorner_ = false;
+}
+
+void CanvasView::MarkCorner() {
+  if (edits_.cornerMode == kModeDomain) {
+    MarkDomainCorner(picCanvas->Drawing(), model_, static_cast<double>(edits_.cornerX),
+                     static_cast<double>(edits_.cornerY));
+  } else {
+    HighlightCell(picCanvas->Drawing(), model_,
+                  ElementOfCell(model_, edits_.cornerCell.row, edits_.cornerCell.column));
+  }
+  showsCorner_ = true;
+}
+
+}  // namespace quillane
