@@ -147,6 +147,20 @@ void BM_DrawCrowdedCanvas(benchmark::State& state) {
 }
 BENCHMARK(BM_DrawCrowdedCanvas)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
+/// Nearly as many grid lines as can be drawn, 20 to a pixel.
+void BM_DrawFinestGrid(benchmark::State& state) {
+  Model model;
+  model.DomainWidth = 3300;
+  model.ElementSize = 0.06F;
+  Pictures pictures;
+  Prepare(pictures, model, static_cast<double>(state.range(0)));
+  for (auto _ : state) {
+    DrawCanvas(pictures.canvas, model);
+    benchmark::DoNotOptimize(pictures.canvas.Image().constBits());
+  }
+}
+BENCHMARK(BM_DrawFinestGrid)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace quillane
 

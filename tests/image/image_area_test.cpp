@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
+#include <QPainter>
+#include <functional>
 #include <limits>
 #include <set>
 
@@ -44,6 +46,60 @@ TEST(ImageArea, BoxesLeaveNoGapAndLinesAreSharpAtAnyPixelRatio) {
     area.FillBox(0, 0, 13, 7);
     EXPECT_EQ(ColorsOf(before), (std::set{Rgb(kRed), Rgb(kBlue)}))
         << ratio << ": a picture taken keeps what it shows";
+  }
+}
+
+TEST(ImageArea, SlantedLinesAreThePaintersWhereverTheyLie) {
+  for (const int width : {1, 2, 3}) {
+    ImageArea area;
+    area.Resize(200, 150, 1);
+    area.SetScale({0, 0, 200, 150});  // pixels
+    area.SetLineWidth(width);
+    QImage expected(200, 150, QImage::Format_RGB32);
+    expected.fill(Rgb(kWhite));
+    QPainter painter(&expected);
+    painter.setRenderHint(QPainter::Antialiasing);
+    int count = 0;
+    for (const QPoint step : {QPoint{13, 7}, {-14, 7}, {-15, 9}, {-9, -15}, {6, 6}, {60, -25}}) {
+      for (int x = 0; x < 200; x += 17) {
+        for (int y = 2; y < 150; y += 13) {
+          const Color color = ++count % 3 == 0 ? kMagenta : kBlue;
+          area.SetColor(color);
+          area.DrawLine(x, y, x + step.x(), y + step.y());
+          painter.setPen(QPen(QColor(Rgb(color)), width));
+          const QPointF middle = QPointF(x, y) + QPointF(0.5, 0.5) * (width % 2);
+          painter.drawLine(middle, middle + step);
+        }
+      }
+    }
+    EXPECT_TRUE(area.Image() == expected) << width;
+  }
+}
+
+TEST(ImageArea, AFillCoversWhatWasDrawnSinceTheSameFill) {
+  const std::function<void(ImageArea&)> draw[] = {
+      [](ImageArea& area) { area.DrawLine(20, 20, 33, 27); },
+      [](ImageArea& area) { area.DrawLine(0, 0, 60, 60); },
+      [](ImageArea& area) { area.DrawLine(20, 20, 20, 27); },
+      [](ImageArea& area) { area.DrawCircle(20, 20, 5); },
+      [](ImageArea& area) { area.DrawText(20, 20, "x"); }};
+  for (const auto& drawSomething : draw) {
+    ImageArea area;
+    area.Resize(60, 60, 1);
+    area.SetScale({0, 0, 60, 60});
+    const auto fill = [&area] {
+      area.SetColor(kRed);
+      area.FillBox(10, 10, 50, 50);
+    };
+    fill();
+    area.SetColor(kBlue);
+    drawSomething(area);
+    EXPECT_GT(ColorsOf(area.Image().copy(10, 10, 40, 40)).size(), 1U);
+    fill();
+    area.SetColor(kBlue);
+    drawSomething(area);
+    fill();
+    EXPECT_EQ(ColorsOf(area.Image().copy(10, 10, 40, 40)), std::set{Rgb(kRed)});
   }
 }
 
