@@ -3,7 +3,8 @@
 # Usage: install_dependencies.sh build|test|bench|develop ...   (quick when nothing is missing)
 set -euo pipefail
 
-build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev fonts-dejavu-core fonts-noto-cjk)
+build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev libdxflib-dev
+       fonts-dejavu-core fonts-noto-cjk)
 test=("${build[@]}" libgtest-dev)
 bench=("${build[@]}" libbenchmark-dev libeigen3-dev python3)
 develop=("${test[@]}" "${bench[@]}" git clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick

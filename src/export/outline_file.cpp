@@ -1,0 +1,35 @@
+#include "export/outline_file.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+
+#include "export/dxf.h"
+#include "export/stl.h"
+#include "export/svg.h"
+
+namespace quillane {
+
+std::optional<OutlineFormat> OutlineFormatOf(const std::filesystem::path& path) {
+  static const std::map<std::string, OutlineFormat> kFormats = {
+      {".svg", OutlineFormat::kSvg}, {".dxf", OutlineFormat::kDxf}, {".stl", OutlineFormat::kStl}};
+  std::string suffix = path.extension().string();
+  std::ranges::transform(suffix, suffix.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const auto format = kFormats.find(suffix);
+  return format == kFormats.end() ? std::nullopt : std::optional(format->second);
+}
+
+std::string OutlineText(OutlineFormat format, const Shape& shape, double thickness) {
+  switch (format) {
+    case OutlineFormat::kSvg:
+      return SvgText(shape);
+    case OutlineFormat::kDxf:
+      return DxfText(shape);
+    case OutlineFormat::kStl:
+      return StlText(shape, thickness);
+  }
+  return {};
+}
+
+}  // namespace quillane

@@ -1,0 +1,211 @@
+// Walking round the cells with material.
+#include "export/shape.h"
+
+#include <algorithm>
+#include <bit>
+#include <cfloat>
+#include <cmath>
+#include <cstddef>
+#include <string>
+
+#include "model/safe_file.h"
+
+namespace quillane {
+namespace {
+
+[[noreturn]] void ThrowNoGrid(const std::string& what) {
+  throw FileWriteError("an outline needs the regular grid of a domain, but " + what);
+}
+
+/// The corners of the lower left cell's grid: where each node has to lie.
+std::vector<Point> GridCorners(const Model& model) {
+  const double size = double{model.ElementSize};
+  std::vector<Point> corners(1);
+  for (int i = 0; i <= model.CellRowCount; ++i) {
+    for (int j = 0; j <= model.CellColumnCount; ++j) {
+      corners.push_back({model.NodeXY(1, 1) + j * size, model.NodeXY(1, 2) + i * size});
+    }
+  }
+  return corners;
+}
+
+void CheckCounts(const Model& model) {
+  const int nodes = (model.CellRowCount + 1) * (model.CellColumnCount + 1);
+  if (model.NodeCount != nodes ||
+      model.ElementCount != int{model.CellRowCount} * model.CellColumnCount) {
+    ThrowNoGrid("its nodes or elements are not as many as its cells need");
+  }
+  if (!(model.ElementSize > 0)) ThrowNoGrid("its cells have no size");
+}
+
+/// Places of our own domains are sums in single precision, so the slack grows with their number.
+void CheckNodes(const Model& model, const std::vector<Point>& corners) {
+  const double size = double{model.ElementSize};
+  const auto slack = [size](int cells, double first, double last) {
+    const double far = std::max(std::abs(first), std::abs(last)) / size;
+    if (!(far < 1E9)) ThrowNoGrid("it lies too far from the origin for the size of its cells");
+    return size * std::min(0.5, 0.01 + cells * double{FLT_EPSILON} * far);
+  };
+  const double slackX = slack(model.CellColumnCount, corners[1].x, corners.back().x);
+  const double slackY = slack(model.CellRowCount, corners[1].y, corners.back().y);
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    const Point& place = corners[static_cast<std::size_t>(n)];
+    if (!(std::abs(model.NodeXY(n, 1) - place.x) <= slackX &&
+          std::abs(model.NodeXY(n, 2) - place.y) <= slackY)) {
+      ThrowNoGrid("node " + std::to_string(n) + " lies elsewhere");
+    }
+  }
+}
+
+/// The cells with material; their elements must have the corners of their cells as nodes.
+std::vector<std::array<int, 4>> PresentCells(const Model& model) {
+  const int stride = model.CellColumnCount + 1;
+  std::vector<std::array<int, 4>> cells;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      if (!HasMaterial(model, i, j)) continue;
+      const int e = (i - 1) * model.CellColumnCount + j, n = (i - 1) * stride + j;
+      cells.push_back({n, n + 1, n + 1 + stride, n + stride});
+      for (int k = 1; k <= 4; ++k) {
+        if (model.ElementNodes(e, k) != cells.back()[static_cast<std::size_t>(k - 1)]) {
+          ThrowNoGrid("element " + std::to_string(e) + " has other nodes than its cell");
+        }
+      }
+    }
+  }
+  if (cells.empty()) throw FileWriteError("the plate has no material");
+  return cells;
+}
+
+/// Walks along the edge of the material, one unit edge after another.
+class Walk {
+ public:
+  explicit Walk(const Model& model)
+      : stride_(model.CellColumnCount + 1),
+        leaving_(static_cast<std::size_t>(model.NodeCount) + 1),
+        place_(leaving_.size(), kNowhere) {
+    for (int i = 1; i <= model.CellRowCount; ++i) {
+      for (int j = 1; j <= model.CellColumnCount; ++j) {
+        if (!HasMaterial(model, i, j)) continue;
+        const int n = (i - 1) * stride_ + j;
+        if (!HasMaterial(model, i - 1, j)) Leave(n, kEast);
+        if (!HasMaterial(model, i, j + 1)) Leave(n + 1, kNorth);
+        if (!HasMaterial(model, i + 1, j)) Leave(n + 1 + stride_, kWest);
+        if (!HasMaterial(model, i, j - 1)) Leave(n + stride_, kSouth);
+      }
+    }
+  }
+
+  std::vector<std::vector<int>> Loops() {
+    for (std::size_t start = 1; start < leaving_.size(); ++start) {
+      if (leaving_[start] != 0) From(static_cast<int>(start));
+    }
+    return loops_;
+  }
+
+ private:
+  enum Direction : unsigned { kEast, kNorth, kWest, kSouth };
+  static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+
+  unsigned char& Leaving(int corner) { return leaving_[static_cast<std::size_t>(corner)]; }
+  std::size_t& Place(int corner) { return place_[static_cast<std::size_t>(corner)]; }
+  void Leave(int corner, Direction direction) {
+    Leaving(corner) = static_cast<unsigned char>(Leaving(corner) | 1U << direction);
+  }
+
+  /// Walks until nothing leaves the start any more. Whenever the path meets itself, the part since
+  /// then is a loop: so no loop touches itself.
+  void From(int start) {
+    std::vector<int> path = {start};
+    Place(start) = 0;
+    unsigned direction = static_cast<unsigned>(std::countr_zero(Leaving(start)));
+    while (Leaving(path.back()) != 0) {
+      const int next = Step(path.back(), direction);
+      if (Place(next) == kNowhere) {
+        Place(next) = path.size();
+        path.push_back(next);
+        continue;
+      }
+      const auto first = path.begin() + static_cast<std::ptrdiff_t>(Place(next));
+      loops_.emplace_back(first, path.end());
+      for (auto corner = first + 1; corner != path.end(); ++corner) Place(*corner) = kNowhere;
+      path.erase(first + 1, path.end());
+    }
+    Place(start) = kNowhere;
+  }
+
+  /// Goes on from a corner: left before straight on before right, which stays with the same cell
+  /// where two of them touch.
+  int Step(int corner, unsigned& direction) {
+    for (const unsigned turn : {1U, 0U, 3U}) {
+      const unsigned ahead = (direction + turn) % 4;
+      if ((Leaving(corner) & 1U << ahead) == 0) continue;
+      Leaving(corner) = static_cast<unsigned char>(Leaving(corner) & ~(1U << ahead));
+      direction = ahead;
+      break;
+    }
+    const std::array<int, 4> step = {1, stride_, -1, -stride_};
+    return corner + step[direction];
+  }
+
+  int stride_;
+  std::vector<unsigned char> leaving_;  ///< by corner: bit d is set where an edge leaves that way
+  std::vector<std::size_t> place_;      ///< by corner: its index in the path
+  std::vector<std::vector<int>> loops_;
+};
+
+/// Whether the way from a by b to c is straight on.
+bool IsStraight(Point a, Point b, Point c) {
+  const double lengths = Length(b - a) * Length(c - b);
+  return std::abs(Cross(b - a, c - b)) <= 1E-9 * lengths && Dot(b - a, c - b) > 0;
+}
+
+}  // namespace
+
+Shape TraceShape(const Model& model) {
+  Shape shape;
+  if (model.CellRowCount > 0) {
+    CheckCounts(model);
+    shape.corners = GridCorners(model);
+    CheckNodes(model, shape.corners);
+  }
+  shape.cells = PresentCells(model);
+  shape.loops = Walk(model).Loops();
+  return shape;
+}
+
+std::vector<std::vector<Point>> Outline(const Shape& shape) {
+  std::vector<std::vector<Point>> outline;
+  for (const std::vector<int>& loop : shape.loops) {
+    const auto at = [&](std::size_t k) {
+      return shape.corners[static_cast<std::size_t>(loop[k % loop.size()])];
+    };
+    std::vector<Point>& polygon = outline.emplace_back();
+    for (std::size_t k = 0; k < loop.size(); ++k) {
+      if (!IsStraight(at(k + loop.size() - 1), at(k), at(k + 1))) polygon.push_back(at(k));
+    }
+  }
+  return outline;
+}
+
+double LoopArea(const Shape& shape, const std::vector<int>& loop) {
+  const auto from = [&](int corner) {  // the first corner, so that no digits are lost
+    return shape.corners[static_cast<std::size_t>(corner)] - shape.corners[1];
+  };
+  double twice = 0;
+  Point last = from(loop.back());
+  for (const int corner : loop) {
+    const Point next = from(corner);
+    twice += Cross(last, next);
+    last = next;
+  }
+  return twice / 2;
+}
+
+double Area(const Shape& shape) {
+  double area = 0;
+  for (const std::vector<int>& loop : shape.loops) area += LoopArea(shape, loop);
+  return area;
+}
+
+}  // namespace quillane

@@ -1,0 +1,112 @@
+#include "export/stl.h"
+
+#include <algorithm>
+#include <bit>
+#include <cfloat>
+#include <cstdint>
+
+#include "model/safe_file.h"
+
+namespace quillane {
+namespace {
+
+struct Point3 {
+  double x, y, z;
+};
+
+/// Collects facets in the format's bytes, numbers with their low byte first.
+class Facets {
+ public:
+  /// A triangle, seen counter-clockwise from outside, and its normal.
+  void Add(Point3 normal, Point3 a, Point3 b, Point3 c) {
+    for (const Point3& p : {normal, a, b, c}) {
+      for (const double number : {p.x, p.y, p.z}) {
+        Put(body_, std::bit_cast<std::uint32_t>(static_cast<float>(number)), 4);
+      }
+    }
+    Put(body_, 0, 2);
+    ++count_;
+  }
+
+  std::string Text() const {
+    std::string text = "plate, lengths in mm";
+    text.resize(80, ' ');
+    Put(text, count_, 4);
+    return text + body_;
+  }
+
+ private:
+  static void Put(std::string& text, std::uint32_t bits, int bytes) {
+    for (int k = 0; k < bytes; ++k) text += static_cast<char>(bits >> 8 * k & 0xFFU);
+  }
+
+  std::string body_;
+  std::uint32_t count_ = 0;
+};
+
+/// Twice the area of a triangle, negative where it is clockwise.
+double Twice(Point a, Point b, Point c) { return Cross(b - a, c - a); }
+
+class Solid {
+ public:
+  Solid(const Shape& shape, double thickness) : shape_(shape), thickness_(thickness) {}
+
+  std::string Text() {
+    for (const std::array<int, 4>& cell : shape_.cells) AddFaces(cell);
+    for (const std::vector<int>& loop : shape_.loops) {
+      int last = loop.back();
+      for (const int corner : loop) {
+        AddWall(At(last), At(corner));
+        last = corner;
+      }
+    }
+    return facets_.Text();
+  }
+
+ private:
+  Point At(int corner) const {
+    return shape_.corners[static_cast<std::size_t>(corner)] - shape_.corners[1];
+  }
+  static Point3 Low(Point p) { return {p.x, p.y, 0}; }
+  Point3 High(Point p) const { return {p.x, p.y, thickness_}; }
+
+  /// Top and bottom of a cell, cut along the diagonal that leaves the fatter triangles.
+  void AddFaces(const std::array<int, 4>& cell) {
+    std::array<Point, 4> p;
+    std::ranges::transform(cell, p.begin(), [this](int corner) { return At(corner); });
+    if (std::min(Twice(p[0], p[1], p[2]), Twice(p[0], p[2], p[3])) <
+        std::min(Twice(p[1], p[2], p[3]), Twice(p[1], p[3], p[0]))) {
+      std::ranges::rotate(p, p.begin() + 1);
+    }
+    for (const std::array<Point, 3>& t : {std::array{p[0], p[1], p[2]}, {p[0], p[2], p[3]}}) {
+      facets_.Add({0, 0, 1}, High(t[0]), High(t[1]), High(t[2]));
+      facets_.Add({0, 0, -1}, Low(t[0]), Low(t[2]), Low(t[1]));
+    }
+  }
+
+  void AddWall(Point from, Point to) {
+    const Point along = to - from;
+    const double length = Length(along);
+    const Point3 outward{along.y / length, -along.x / length, 0};
+    facets_.Add(outward, Low(from), Low(to), High(to));
+    facets_.Add(outward, Low(from), High(to), High(from));
+  }
+
+  const Shape& shape_;
+  double thickness_;
+  Facets facets_;
+};
+
+}  // namespace
+
+std::string StlText(const Shape& shape, double thickness) {
+  const Point size = shape.corners.back() - shape.corners[1];
+  if (!(thickness >= double{FLT_MIN}))
+    throw FileWriteError("a plate without thickness is no solid");
+  if (std::max({size.x, size.y, thickness}) > double{FLT_MAX}) {
+    throw FileWriteError("the plate is too large for the format");
+  }
+  return Solid(shape, thickness).Text();
+}
+
+}  // namespace quillane

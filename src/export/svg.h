@@ -1,0 +1,13 @@
+// A shape as a drawing for browsers and drawing programs.
+#pragma once
+
+#include <string>
+
+#include "export/shape.h"
+
+namespace quillane {
+
+/// An SVG file: one filled path in mm, true to size, its y turned down as the format wants it.
+std::string SvgText(const Shape& shape);
+
+}  // namespace quillane
