@@ -2,89 +2,144 @@
 #include "batch/options.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
+#include <functional>
 #include <iostream>
+#include <limits>
 #include <map>
 #include <string>
-#include <string_view>
 
-#include "model/types.h"
+#include "batch/failure.h"
+#include "batch/option_values.h"
 
 namespace quillane {
 namespace {
 
-constexpr int kSmallestPicture = 2;  // canvas and legend of a pixel each
-constexpr int kLargestPicture = 16384;
+constexpr const char* kDescription =
+    "Opens a model, runs the stress analysis, then optimization steps, and writes what is asked "
+    "for.\nExit status: 0 done, 1 a run-time error (or a finding of --check), 2 wrong usage or a "
+    "file that\ncannot be read or written, 3 the last solve did not converge, 4 the wish "
+    "(--volume-fraction,\n--until-steady) was not reached, 129, 130 or 143 ended by a signal.";
 
-/// Reads "1200x800". False where it is anything else or too small or large.
-bool ParseSize(std::string_view text, int& width, int& height) {
-  const char* const end = text.data() + text.size();
-  const auto first = std::from_chars(text.data(), end, width);
-  if (first.ec != std::errc() || first.ptr == end || *first.ptr != 'x') return false;
-  const auto second = std::from_chars(first.ptr + 1, end, height);
-  const auto usable = [](int size) { return size >= kSmallestPicture && size <= kLargestPicture; };
-  return second.ec == std::errc() && second.ptr == end && usable(width) && usable(height);
+PictureKind Kind(const std::string& option, const std::string& text) {
+  static const std::map<std::string, PictureKind> kinds = {{"stress", PictureKind::kStress},
+                                                           {"potential", PictureKind::kPotential},
+                                                           {"model", PictureKind::kModel}};
+  const auto kind = kinds.find(text);
+  if (kind != kinds.end()) return kind->second;
+  throw CLI::ValidationError(option, "wants stress, potential or model, not \"" + text + "\"");
 }
 
-/// What is wrong with the path of an output; empty where nothing is.
-std::string NameFault(const std::string& path) { return path.empty() ? "wants a name" : ""; }
+/// The parser with its options, each of which writes into one BatchOptions.
+class CommandLine {
+ public:
+  explicit CommandLine(BatchOptions& options) : options_(options) {
+    app_.set_version_flag("--version", "quillane-batch " QUILLANE_VERSION);
+    app_.add_option("MODEL", options.model, "model file; - is standard input")
+        ->check(NameFault)
+        ->required();
+    app_.add_flag("--check", options.check, "only tell what looks wrong in MODEL");
+    app_.add_flag("--quiet", options.quiet, "print nothing but errors");
+    AddCourse();
+    AddOutputs();
+    AddPictures();
+  }
 
-/// Forwards the usage error or the help text to its stream and turns it into an exit status.
-int Answer(const CLI::App& app, const CLI::ParseError& error) {
-  const int code = app.exit(error, std::cout, std::cerr);
-  return code == 0 ? 0 : 2;
-}
+  /// Throws CLI::ParseError.
+  void Parse(int argc, const char* const* argv) {
+    app_.parse(argc, argv);
+    // Nobody finds a file named "-" again.
+    for (const auto& [name, path] :
+         {std::pair{"--history", &options_.history}, std::pair{"--frames", &options_.frames}}) {
+      if (*path == "-") throw CLI::ValidationError(name, "cannot go to standard output");
+    }
+  }
+
+  /// Forwards the usage error or the help text to its stream and turns it into an exit status.
+  int Answer(const CLI::ParseError& error) const {
+    const bool isAnswer = app_.exit(error, std::cout, std::cerr) == 0;
+    return isAnswer && std::cout.flush() ? kExitDone : kExitUsageOrFile;
+  }
+
+ private:
+  /// An option whose text a function reads. Given without a value, it gets the empty text.
+  CLI::Option* Add(const std::string& name, const char* type, const char* help,
+                   const std::function<void(const std::string&)>& read) {
+    return app_.add_option_function<std::string>(name, read, help)->type_name(type)->group(group_);
+  }
+
+  void AddFile(const char* name, std::filesystem::path& path, const char* type, const char* help) {
+    app_.add_option(name, path, help)->check(NameFault)->type_name(type)->group(group_);
+  }
+
+  /// What is wrong with the path of a file; empty where nothing is.
+  static std::string NameFault(const std::string& path) {
+    return path.empty() ? "wants a name" : "";
+  }
+
+  void AddCourse() {
+    group_ = "Optimization";
+    auto* steps = Add("--steps", "N", "optimization steps after the analysis (default 0)",
+                      [this](const std::string& text) {
+                        options_.steps = WholeNumber("--steps", text, 0, kIntegerMax);
+                      });
+    auto* steady = app_.add_flag("--until-steady", options_.untilSteady,
+                                 "step until the layout rests; --steps N: at most N")
+                       ->group(group_);
+    auto* fraction = Add("--volume-fraction", "F",
+                         "raise the stress target in stages until this share of the volume is "
+                         "left, for example 0.5; Epsilon 5 and Lambda 0.1 unless given",
+                         [this](const std::string& text) {
+                           options_.volumeFraction = Share("--volume-fraction", text);
+                         });
+    auto* target = Add("--stress-target", "S", "in place of the model's, MPa",
+                       [this](const std::string& text) {
+                         options_.stressTarget = SingleNumber("--stress-target", text);
+                       });
+    Add("--epsilon", "E", "threshold in place of the model's, a whole number",
+        [this](const std::string& text) {
+          options_.epsilon = static_cast<Integer>(
+              WholeNumber("--epsilon", text, std::numeric_limits<Integer>::min(), kIntegerMax));
+        });
+    Add("--lambda", "L", "forget coefficient in place of the model's",
+        [this](const std::string& text) { options_.lambda = SingleNumber("--lambda", text); });
+    fraction->excludes(steps)->excludes(steady)->excludes(target);
+  }
+
+  void AddOutputs() {
+    group_ = "Files (- is standard output)";
+    AddFile("--save", options_.save, "FILE", "the model as it stands at the end");
+    AddFile("--json", options_.json, "FILE", "the summary with all values used");
+    AddFile("--course", options_.course, "FILE.csv", "a line a step: volume, stresses, solve");
+    AddFile("--history", options_.history, "FILE", "a line a step: max, mean and min stress");
+    AddFile("--cells", options_.cells, "FILE.csv", "state, stresses and potential of every cell");
+    AddFile("--nodes", options_.nodes, "FILE.csv", "place and displacement of every node");
+  }
+
+  void AddPictures() {
+    group_ = "Pictures";
+    AddFile("--image", options_.image, "FILE.png", "the final picture with its legend, as PNG");
+    AddFile("--frames", options_.frames, "DIR", "a picture of the analysis and of every step");
+    Add("--map", "KIND", "what they show: stress (default), potential or model",
+        [this](const std::string& text) { options_.map = Kind("--map", text); });
+    Add("--size", "WxH", "pixels (default 1200x800)", [this](const std::string& text) {
+      std::tie(options_.width, options_.height) = PixelSize("--size", text);
+    });
+  }
+
+  BatchOptions& options_;
+  CLI::App app_{kDescription, "quillane-batch"};
+  std::string group_;
+};
 
 }  // namespace
 
 std::optional<BatchOptions> ParseOptions(int argc, const char* const* argv, int& exitStatus) {
   BatchOptions options;
-  std::string size = "1200x800";
-  const std::map<std::string, PictureKind> kinds = {{"stress", PictureKind::kStress},
-                                                    {"potential", PictureKind::kPotential},
-                                                    {"model", PictureKind::kModel}};
-  std::string map = "stress";
-
-  CLI::App app(
-      "Opens a model, runs the stress analysis, then optimization steps, and writes what is asked "
-      "for.\nExit status: 0 done, 1 a run-time error, 2 wrong usage or a file that cannot be read "
-      "or written, 130 interrupted.",
-      "quillane-batch");
-  app.set_version_flag("--version", "quillane-batch " QUILLANE_VERSION);
-  app.add_option("MODEL", options.model, "model file")->required();
-  app.add_option("--steps", options.steps, "optimization steps after the analysis (default 0)")
-      ->check(CLI::Range(0, kIntegerMax))
-      ->type_name("N");
-  app.add_option("--stress-target", options.stressTarget, "in place of the model's, MPa")
-      ->type_name("S");
-  app.add_option("--epsilon", options.epsilon, "threshold in place of the model's")->type_name("E");
-  app.add_option("--lambda", options.lambda, "forget coefficient in place of the model's")
-      ->type_name("L");
-  const auto output = [&app](const char* name, std::filesystem::path& path, const char* type,
-                             const char* help) {
-    app.add_option(name, path, help)->check(NameFault)->type_name(type);
-  };
-  output("--history", options.history, "FILE", "record the course: step and max, mean, min stress");
-  output("--save", options.save, "FILE", "the model as it stands at the end");
-  output("--image", options.image, "FILE.png", "the final picture with its legend, as PNG");
-  app.add_option("--map", map, "what pictures show: stress (default), potential or model")
-      ->check(CLI::IsMember(kinds))
-      ->type_name("KIND");
-  app.add_option("--size", size, "size of pictures in pixels (default 1200x800)")->type_name("WxH");
-  output("--frames", options.frames, "DIR", "a picture of the analysis and of every step");
-  output("--cells", options.cells, "FILE.csv", "row,column,state,stress,potential of every cell");
-  output("--nodes", options.nodes, "FILE.csv", "node,x,y,u,v of every node");
-  app.add_flag("--quiet", options.quiet, "print nothing but errors");
+  CommandLine commandLine(options);
   try {
-    app.parse(argc, argv);
-    options.map = kinds.at(map);
-    if (!ParseSize(size, options.width, options.height)) {
-      throw CLI::ValidationError("--size", "wants WIDTHxHEIGHT, each from " +
-                                               std::to_string(kSmallestPicture) + " to " +
-                                               std::to_string(kLargestPicture) + ", not " + size);
-    }
+    commandLine.Parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    exitStatus = Answer(app, error);
+    exitStatus = commandLine.Answer(error);
     return std::nullopt;
   }
   return options;

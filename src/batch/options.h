@@ -3,17 +3,26 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
 
 #include "image/picture.h"
+#include "model/types.h"
 
 namespace quillane {
 
+/// What the command line asks for. Paths: empty where not wanted, "-" for standard input (model) or
+/// standard output (all but history and frames).
 struct BatchOptions {
   std::filesystem::path model;
-  int steps = 0;
-  std::optional<std::string> stressTarget, epsilon, lambda;          ///< as typed
-  std::filesystem::path history, save, image, frames, cells, nodes;  ///< empty: not wanted
+  bool check = false;
+
+  std::optional<int> steps;
+  bool untilSteady = false;
+  std::optional<double> volumeFraction;
+  std::optional<Single> stressTarget;  ///< MPa
+  std::optional<Integer> epsilon;
+  std::optional<Single> lambda;
+
+  std::filesystem::path history, course, json, save, cells, nodes, image, frames;
   PictureKind map = PictureKind::kStress;
   int width = 1200, height = 800;  ///< of pictures, pixels
   bool quiet = false;

@@ -4,206 +4,305 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <new>
+#include <cmath>
+#include <functional>
+#include <limits>
 #include <string>
-#include <vector>
 
-#include "batch/course.h"
-#include "batch/output_files.h"
-#include "batch/terminal.h"
+#include "batch/advice.h"
+#include "batch/course_recorder.h"
+#include "batch/failure.h"
+#include "batch/final_files.h"
+#include "batch/model_check.h"
+#include "batch/model_input.h"
+#include "batch/outputs.h"
+#include "batch/run_summary.h"
+#include "batch/tables.h"
+#include "fem/load_paths.h"
 #include "fem/mesh.h"
-#include "model/model_file.h"
 #include "model/number_text.h"
-#include "model/run_time_error.h"
-#include "model/safe_file.h"
 #include "optimize/optimization_step.h"
-#include "optimize/parameters.h"
 
 namespace quillane {
 namespace {
 
-namespace fs = std::filesystem;
+/// A wished volume is looked for with these, unless the command line says otherwise.
+constexpr Integer kSearchEpsilon = 5;
+constexpr Single kSearchLambda = 0.1F;
 
-/// Ends the run with this exit status and message.
-struct Failure {
-  int exitStatus;
-  std::string message;
-};
+int PlannedSteps(const BatchOptions& options) {
+  if (options.volumeFraction || (options.untilSteady && !options.steps)) return -1;
+  return options.steps.value_or(0);
+}
 
 class BatchRun {
  public:
-  BatchRun(const BatchOptions& options, const volatile std::sig_atomic_t& interrupted)
-      : options_(options),
-        interrupted_(interrupted),
-        course_(stderr, !options.quiet && IsTerminal(stderr), options.steps) {}
+  BatchRun(const BatchOptions& options, const volatile std::sig_atomic_t& signal)
+      : options_(options), signal_(signal), recorder_(options, summary_, PlannedSteps(options)) {}
 
   int Run() {
-    RefuseDoubleNames();
-    PrepareFolders();
+    TryOutputs(options_);
     Open();
-    Analyse();
-    for (int step = 1; step <= options_.steps && interrupted_ == 0; ++step) Step(step);
-    CloseHistory();
-    WriteFinalFiles();
-    course_.Clear();
-    if (!options_.quiet) PrintSummary();
-    return interrupted_ == 0 ? kExitDone : kExitInterrupted;
+    try {
+      Analyse();
+      if (options_.volumeFraction) {
+        StepsToVolume();
+      } else {
+        Steps();
+      }
+    } catch (const Failure& failure) {
+      GiveUp(failure);
+      return summary_.exitStatus;
+    }
+    Finish();
+    return summary_.exitStatus;
   }
 
  private:
-  /// Runs one stage; what it throws becomes a failure that names the stage.
-  template <class Stage>
-  static void Named(const std::string& name, Stage&& stage) {
-    try {
-      stage();
-    } catch (const RunTimeError& error) {
-      const bool file = error.Kind() == ErrorKind::kFile;
-      throw Failure{
-          file ? kExitUsageOrFile : kExitRunTimeError,
-          name + ": " + error.what() + (error.Advice().empty() ? "" : " " + error.Advice())};
-    } catch (const ModelFileError& error) {
-      throw Failure{kExitUsageOrFile, name + ": " + error.what()};
-    } catch (const FileWriteError& error) {
-      throw Failure{kExitUsageOrFile, name + ": " + error.what()};
-    } catch (const std::bad_alloc&) {
-      throw Failure{kExitRunTimeError, name + ": out of memory"};
-    }
-  }
-
-  /// Only --save may replace the model, and no output another.
-  void RefuseDoubleNames() const {
-    std::error_code error;
-    const auto whole = [&error](const fs::path& path) {
-      return fs::weakly_canonical(fs::absolute(path, error), error);
-    };
-    std::vector<fs::path> named = {whole(options_.model)};
-    for (const fs::path* file :
-         {&options_.history, &options_.image, &options_.cells, &options_.nodes, &options_.save}) {
-      if (file->empty()) continue;
-      const fs::path name = whole(*file);
-      const bool inPlace = file == &options_.save && name == named.front();
-      if (!inPlace && std::find(named.begin(), named.end(), name) != named.end()) {
-        throw Failure{kExitUsageOrFile, file->string() + ": two files of one name"};
-      }
-      named.push_back(name);
-    }
-  }
-
-  /// A folder that is missing shows at once, not after an hour of steps.
-  void PrepareFolders() {
-    std::error_code error;
-    for (const fs::path* file :
-         {&options_.history, &options_.save, &options_.image, &options_.cells, &options_.nodes}) {
-      const fs::path folder = file->parent_path();
-      if (!folder.empty() && !fs::is_directory(folder, error)) {
-        throw Failure{kExitUsageOrFile, file->string() + ": the folder does not exist"};
-      }
-    }
-    if (options_.frames.empty()) return;
-    fs::create_directories(options_.frames, error);
-    if (!fs::is_directory(options_.frames, error)) {
-      throw Failure{kExitUsageOrFile, options_.frames.string() + ": the folder cannot be made"};
-    }
-  }
-
   void Open() {
     Named(options_.model.string(), [&] {
-      OpenModelFile(model_, options_.model);
-      model_.DomainDefined = kTrue;
+      model_ = ModelFromText(InputText(options_.model));
+      model_.ModelFilePath = options_.model.string();
     });
+    if (options_.volumeFraction) {
+      model_.Epsilon = kSearchEpsilon;
+      model_.Lambda = kSearchLambda;
+    }
+    if (options_.stressTarget) model_.StressTarget = *options_.stressTarget;
+    if (options_.epsilon) model_.Epsilon = *options_.epsilon;
+    if (options_.lambda) model_.Lambda = *options_.lambda;
+    const bool paced = model_.Lambda > 0 && model_.Lambda <= 1;
+    if ((options_.untilSteady || options_.volumeFraction) && !paced) {
+      throw Failure{kExitUsageOrFile,
+                    fmt::format("--lambda: {} wants a Lambda above 0 and up to 1, not {}",
+                                options_.untilSteady ? "--until-steady" : "--volume-fraction",
+                                GeneralText(model_.Lambda))};
+    }
+  }
+
+  /// Does a part of the computation; a failure tells what can be done about it.
+  void Computed(const std::string& name, const std::function<void()>& part) {
     try {
-      if (options_.stressTarget) model_.StressTarget = StressTargetFromText(*options_.stressTarget);
-      if (options_.epsilon) model_.Epsilon = EpsilonFromText(*options_.epsilon);
-      if (options_.lambda) model_.Lambda = LambdaFromText(*options_.lambda);
-    } catch (const RunTimeError& error) {
-      throw Failure{kExitUsageOrFile, std::string("option value: ") + error.what()};
+      Named(name, part);
+    } catch (Failure& failure) {
+      if (failure.exitStatus == kExitRunTimeError) failure.message += Advice(model_);
+      throw;
     }
   }
 
   void Analyse() {
-    Named("stress analysis", [&] {
+    SolveReport report;
+    Computed("stress analysis", [&] {
       MarkActiveNodes(model_);
-      NoteSolve(StressAnalysis(model_), 0);
+      report = StressAnalysis(model_);
       if (!options_.history.empty()) history_.Start(model_, options_.history);
     });
-    ShowState(0);
+    recorder_.Analysed(model_, report);
   }
 
-  void Step(int step) {
-    Named(fmt::format("optimization step {} of {} (numbered {} in the history)", step,
-                      options_.steps, model_.StepCount),
-          [&] { NoteSolve(Optimization(model_, history_), step); });
-    ShowState(step);
+  void Step() {
+    SolveReport report;
+    const int step = summary_.steps + 1;
+    Computed(
+        fmt::format("optimization step {} (numbered {} in the history)", step, model_.StepCount),
+        [&] { report = Optimization(model_, history_); });
+    recorder_.Stepped(model_, report);
   }
 
-  void NoteSolve(const SolveReport& report, int step) {
-    lastSolve_ = report;
-    stepsDone_ = step;
-    if (!report.converged && unconverged_++ == 0) firstUnconverged_ = step;
-  }
+  bool GoesOn() const { return signal_ == 0; }
 
-  void ShowState(int step) {
-    course_.Show(model_, step);
-    if (options_.frames.empty()) return;
-    const fs::path frame = options_.frames / fmt::format("frame-{:05}.png", step);
-    Named(frame.string(), [&] { Picture(frame); });
-  }
-
-  void Picture(const fs::path& path) {
-    WritePicture(model_, options_.map, options_.width, options_.height, path);
-  }
-
-  void CloseHistory() {
-    if (model_.HistoryRecording == 0) return;
-    Named(options_.history.string(), [&] { history_.Close(model_); });
-  }
-
-  void WriteFinalFiles() {
-    const auto write = [](const fs::path& path, const auto& writer) {
-      if (!path.empty()) Named(path.string(), writer);
-    };
-    write(options_.save, [&] { SaveModelFile(model_, options_.save); });
-    write(options_.image, [&] { Picture(options_.image); });
-    write(options_.cells, [&] { ReplaceFile(options_.cells, CellTable(model_)); });
-    write(options_.nodes, [&] { ReplaceFile(options_.nodes, NodeTable(model_)); });
-  }
-
-  void PrintSummary() const {
-    fmt::print("steps        {}\n", stepsDone_);
-    fmt::print("equations    {}\n", lastSolve_.equations);
-    fmt::print("iterations   {}\n", lastSolve_.iterations);
-    fmt::print("residual     {}\n", ExponentText(lastSolve_.relativeResidual));
-    fmt::print("volume       {} mm^3\n", GeneralText(model_.Volume));
-    fmt::print("max stress   {} MPa\n", GeneralText(model_.MaxStress));
-    fmt::print("mean stress  {} MPa\n", GeneralText(model_.AvgStress));
-    fmt::print("min stress   {} MPa\n", GeneralText(model_.MinStress));
-    if (unconverged_ > 0) {
-      fmt::print("the solver did not converge in {} of {} solves, first {}\n", unconverged_,
-                 stepsDone_ + 1,
-                 firstUnconverged_ == 0 ? "in the stress analysis"
-                                        : fmt::format("at step {}", firstUnconverged_));
+  void Steps() {
+    const int most = options_.steps.value_or(options_.untilSteady ? kIntegerMax : 0);
+    while (summary_.steps < most && GoesOn() && !(options_.untilSteady && IsSteady())) Step();
+    if (!options_.untilSteady || !GoesOn()) return;
+    if (summary_.steadyFrom < 0) {
+      Note(fmt::format("not at rest after {} steps", summary_.steps));
+      wishReached_ = false;
+    } else if (summary_.cycle == 1) {
+      Note(fmt::format("at rest from step {} on", summary_.steadyFrom));
+    } else {
+      Note(fmt::format("from step {} on {} layouts take turns", summary_.steadyFrom,
+                       summary_.cycle));
     }
-    if (interrupted_ != 0) fmt::print("interrupted after step {}\n", stepsDone_);
+  }
+
+  /// Whether the last 7 / Lambda steps repeated one layout, or a few in turn.
+  bool IsSteady() {
+    const auto long_enough = static_cast<int>(std::ceil(7 / double{model_.Lambda} - 1e-4));
+    for (int cycle = 1; cycle <= OptimizationCourse::kLongestCycle; ++cycle) {
+      const int repeated = recorder_.Course().RepeatedSteps(cycle);
+      if (repeated < long_enough) continue;
+      summary_.cycle = cycle;
+      summary_.steadyFrom = summary_.steps - repeated;
+      return true;
+    }
+    return false;
+  }
+
+  /// Each stage is found on a copy, and then done with everything recorded.
+  void StepsToVolume() {
+    VolumeSearch search(model_, *options_.volumeFraction);
+    const auto goOn = [this](const Model& tried) {
+      recorder_.Progress().Show(tried, tried.StepCount,
+                                fmt::format("stage {}  target {} MPa  ", summary_.stages.size() + 1,
+                                            GeneralText(tried.StressTarget)));
+      return GoesOn();
+    };
+    std::optional<Stage> stage;
+    do {
+      Computed(fmt::format("stage {}", summary_.stages.size() + 1),
+               [&] { stage = search.Next(model_, goOn); });
+      if (stage) Do(*stage, search);
+    } while (stage && GoesOn());
+    wishReached_ = search.Reached();
+    if (GoesOn()) Note(SearchEnd(search));
+  }
+
+  void Do(const Stage& stage, const VolumeSearch& search) {
+    if (recorder_.RecordsSteps()) {
+      model_.StressTarget = stage.stressTarget;
+      recorder_.AnalysedAgain(model_, StressAnalysis(model_));
+      for (int step = 0; step < stage.steps && GoesOn(); ++step) Step();
+    } else {
+      model_ = search.Result();
+      recorder_.Took(stage.steps, search.LastSolve());
+    }
+    summary_.stages.push_back({stage, model_.Volume});
+  }
+
+  std::string SearchEnd(const VolumeSearch& search) const {
+    const std::string fraction = GeneralText(*options_.volumeFraction);
+    if (search.Reached()) {
+      return fmt::format("volume fraction {} reached in {} stages", fraction,
+                         summary_.stages.size());
+    }
+    const auto why = [&search] {
+      switch (search.LastOutcome()) {
+        case StageOutcome::kLoadsLost:
+          return "a load would lose its way to supports that hold it";
+        case StageOutcome::kNotConverged:
+          return "the solver would not converge";
+        case StageOutcome::kTooMuchAtOnce:
+          return "one step would take more than a fifth of the volume";
+        case StageOutcome::kTooLight:
+          return "the volume would fall below it";
+        case StageOutcome::kGood:
+        case StageOutcome::kStopped:
+          break;
+      }
+      return "no stress is above the target any more, nothing is left to take";
+    };
+    return fmt::format("volume fraction {} not reached: with a higher target {}", fraction, why());
+  }
+
+  void Note(const std::string& note) { summary_.notes.push_back(note); }
+
+  /// Tells what ended the run. The files of the end are not written; history, course and frames are
+  /// complete up to here.
+  void GiveUp(const Failure& failure) {
+    recorder_.Finish();
+    summary_.error = failure.message;
+    summary_.exitStatus = failure.exitStatus;
+    Complain(failure.message);
+    WriteJson();
+  }
+
+  void Finish() {
+    std::vector<std::string> faults = WriteFinalFiles(options_, model_);
+    try {
+      Named(options_.history.string(), [&] { history_.Close(model_); });
+    } catch (const Failure& failure) {
+      faults.push_back(failure.message);
+    }
+    faults.push_back(recorder_.Finish());
+    std::erase(faults, "");
+    for (const std::string& fault : faults) Complain(fault);
+    Judge(!faults.empty());
+    WriteJson();
+    PrintSummary();
+  }
+
+  void Judge(bool fileFailed) {
+    if (summary_.unconvergedSolves > 0) {
+      Note(fmt::format("the solver did not converge in {} of {} solves, first {}",
+                       summary_.unconvergedSolves, summary_.solves,
+                       summary_.firstUnconverged == 0
+                           ? "in the stress analysis"
+                           : fmt::format("at step {}", summary_.firstUnconverged)));
+    }
+    summary_.connected = LostLoads(model_).empty();
+    if (!summary_.connected) Note("a load has no way to supports that hold it");
+    if (signal_ != 0) Note(fmt::format("interrupted after step {}", summary_.steps));
+    if (!summary_.lastSolve.converged) {
+      Complain(
+          "the last solve did not converge: its displacements and stresses mean nothing; the "
+          "plate is not held, or has come apart");
+    }
+    summary_.exitStatus = fileFailed                      ? kExitUsageOrFile
+                          : signal_ != 0                  ? kExitSignal + signal_
+                          : !summary_.lastSolve.converged ? kExitNotConverged
+                          : !wishReached_                 ? kExitWishNotReached
+                                                          : kExitDone;
+  }
+
+  void WriteJson() {
+    if (options_.json.empty()) return;
+    Late(options_.json.string(), [&] {
+      WriteOutput(options_.json, SummaryJson(options_.model.string(), model_, summary_));
+    });
+  }
+
+  void PrintSummary() {
+    if (options_.quiet) return;
+    const bool taken = WritesToStandardOutput(options_);
+    Late(taken ? "standard error" : "standard output",
+         [&] { WriteNow(taken ? stderr : stdout, SummaryText(model_, summary_)); });
+  }
+
+  /// Writes something after everything else was judged.
+  void Late(const std::string& name, const std::function<void()>& write) {
+    try {
+      Named(name, write);
+    } catch (const Failure& failure) {
+      Complain(failure.message);
+      summary_.exitStatus = failure.exitStatus;
+    }
+  }
+
+  static void Complain(const std::string& message) {
+    std::fputs(("quillane-batch: " + message + "\n").c_str(), stderr);
   }
 
   const BatchOptions& options_;
-  const volatile std::sig_atomic_t& interrupted_;
+  const volatile std::sig_atomic_t& signal_;
   Model model_;
   History history_;
-  Course course_;
-  SolveReport lastSolve_;
-  int stepsDone_ = 0;
-  int unconverged_ = 0;
-  int firstUnconverged_ = 0;
+  RunSummary summary_;
+  CourseRecorder recorder_;
+  bool wishReached_ = true;
 };
+
+/// --check: a line a finding.
+int RunCheck(const BatchOptions& options) {
+  std::vector<Finding> findings;
+  Named(options.model.string(), [&] { findings = CheckModelText(InputText(options.model)); });
+  std::string text;
+  for (const auto& [line, reason] : findings) {
+    text += fmt::format("{}: {}{}\n", options.model.string(),
+                        line > 0 ? fmt::format("line {}: ", line) : "", reason);
+  }
+  if (findings.empty() && !options.quiet) text = options.model.string() + ": nothing looks wrong\n";
+  Named("standard output", [&] { WriteNow(stdout, text); });
+  return findings.empty() ? kExitDone : kExitFindings;
+}
 
 }  // namespace
 
-int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& interrupted) {
+int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& signal) {
   try {
-    return BatchRun(options, interrupted).Run();
+    return options.check ? RunCheck(options) : BatchRun(options, signal).Run();
   } catch (const Failure& failure) {
-    fmt::print(stderr, "quillane-batch: {}\n", failure.message);
+    std::fputs(("quillane-batch: " + failure.message + "\n").c_str(), stderr);
     return failure.exitStatus;
   }
 }

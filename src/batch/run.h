@@ -7,14 +7,9 @@
 
 namespace quillane {
 
-inline constexpr int kExitDone = 0;
-inline constexpr int kExitRunTimeError = 1;
-inline constexpr int kExitUsageOrFile = 2;
-inline constexpr int kExitInterrupted = 130;
-
 /// Runs what the options ask for and returns the exit status. Errors go to standard error, the
-/// summary to standard output. When `interrupted` becomes nonzero the run ends after the step at
-/// hand, with all its files written.
-int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& interrupted);
+/// summary to standard output (to standard error where an output goes there). When `signal` becomes
+/// nonzero, the run ends after the step at hand, with all its files written.
+int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& signal);
 
 }  // namespace quillane

@@ -1,22 +1,14 @@
-// Whether a stream is a terminal that a person looks at.
+// Whether a person looks at a stream, and how wide it is there.
 #pragma once
 
 #include <cstdio>
 
-#if defined(_WIN32)
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace quillane {
 
-inline bool IsTerminal(std::FILE* stream) {
-#if defined(_WIN32)
-  return _isatty(_fileno(stream)) != 0;
-#else
-  return isatty(fileno(stream)) != 0;
-#endif
-}
+/// Whether the stream is a terminal that can redraw a line.
+bool CanRedrawLines(std::FILE* stream);
+
+/// Characters in a line of the terminal; 80 where it does not tell.
+int TerminalWidth(std::FILE* stream);
 
 }  // namespace quillane

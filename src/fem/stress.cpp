@@ -11,7 +11,6 @@
 namespace quillane {
 namespace {
 
-using PlaneTensor = std::array<double, 3>;  // strain or stress: x, y, shear
 using StrainMatrix =
     std::array<std::array<double, 8>, 3>;  // rows as PlaneTensor, columns u1 v1 ...
 using ElasticityMatrix = std::array<std::array<double, 3>, 3>;
@@ -87,6 +86,24 @@ class ElementDisplacements {
   std::array<std::span<const Integer>, 4> nodes_;
 };
 
+/// The stress components (MPa) at the centre of an element, from its nodes' displacements.
+class CentreStress {
+ public:
+  CentreStress(const Model& model, Single elementSize, double youngModulus, double poissonRatio)
+      : strainMatrix_(StrainAtCentre(elementSize)),
+        elasticity_(PlaneStress(youngModulus, poissonRatio)),
+        displacements_(model) {}
+
+  PlaneTensor operator()(int element) const {
+    return Product(elasticity_, Product(strainMatrix_, displacements_(element)));
+  }
+
+ private:
+  StrainMatrix strainMatrix_;
+  ElasticityMatrix elasticity_;
+  ElementDisplacements displacements_;
+};
+
 }  // namespace
 
 void ScatterDisplacements(Model& model) {
@@ -100,9 +117,7 @@ void ScatterDisplacements(Model& model) {
 }
 
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio) {
-  const StrainMatrix b = StrainAtCentre(elementSize);
-  const ElasticityMatrix elasticity = PlaneStress(youngModulus, poissonRatio);
-  const ElementDisplacements displacements(model);
+  const CentreStress centreStress(model, elementSize, youngModulus, poissonRatio);
   model.MaxStress = 0.0;
   model.MinStress = 1.0e10;
   double sum = 0.0;
@@ -111,8 +126,8 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       model.CellStress(i, j) = 0.0;
       if (model.CellState(i, j) <= 0) continue;
-      const PlaneTensor strain = Product(b, displacements(ElementOfCell(model, i, j)));
-      const double stress = Finite(VonMises(Product(elasticity, strain)), "an element's stress");
+      const double stress =
+          Finite(VonMises(centreStress(ElementOfCell(model, i, j))), "an element's stress");
       model.CellStress(i, j) = stress;
       sum += stress;
       ++count;
@@ -122,6 +137,20 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
   }
   model.AvgStress = Finite(sum / count, "the mean stress",
                            "No cell holds material: add design or non-design cells (Shape).");
+}
+
+std::vector<PlaneTensor> ComponentStresses(const Model& model) {
+  const CentreStress centreStress(model, model.ElementSize, model.YoungModulus, model.PoissonRatio);
+  const int cells = ElementOfCell(model, model.CellRowCount, model.CellColumnCount);
+  std::vector<PlaneTensor> stresses(static_cast<std::size_t>(cells) + 1);
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      if (model.CellState(i, j) <= 0) continue;
+      const int element = ElementOfCell(model, i, j);
+      stresses[static_cast<std::size_t>(element)] = centreStress(element);
+    }
+  }
+  return stresses;
 }
 
 void DesignVolume(Model& model) {

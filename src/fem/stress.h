@@ -1,9 +1,15 @@
 // From the solution to displacements, stresses and volume.
 #pragma once
 
+#include <array>
+#include <vector>
+
 #include "model/model.h"
 
 namespace quillane {
+
+/// Strain or stress: x, y, shear.
+using PlaneTensor = std::array<double, 3>;
 
 /// Gives every node its displacement (mm) in NodeDisp; 0 where a component has no equation.
 void ScatterDisplacements(Model& model);
@@ -13,6 +19,11 @@ void ScatterDisplacements(Model& model);
 /// point) when no cell holds an element, when Poisson's ratio is 1 or -1, or when a stress is not
 /// finite; (subscript) when an element names a node outside the mesh.
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio);
+
+/// The components sigma_x, sigma_y and tau_xy (MPa) at the centre of every present element, from
+/// NodeDisp: [element], from 1 to the number of cells; 0 where there is no element. Throws
+/// RunTimeError as ElementStresses does for Poisson's ratio and nodes.
+std::vector<PlaneTensor> ComponentStresses(const Model& model);
 
 /// Volume (mm^3) of the cells that hold an element. Throws RunTimeError (floating point) where it
 /// is not finite.

@@ -185,6 +185,18 @@ void SaveModelFile(Model& model, const std::filesystem::path& path) {
   }
 }
 
+void ReadModel(Model& model, std::streambuf& input, const std::function<void()>& beforeChange) {
+  FieldReader in(input);
+  try {
+    const int gridLine = ReadHead(in, model, beforeChange);
+    SizeArrays(in, gridLine, model);
+    ReadGroups(in, model);
+    in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);
+  } catch (const std::ios_base::failure& failure) {
+    in.Fail("the file cannot be read: " + failure.code().message());
+  }
+}
+
 void OpenModelFile(Model& model, const std::filesystem::path& path,
                    const std::function<void()>& beforeChange) {
   model.ModelFilePath = path.string();
@@ -198,15 +210,7 @@ void OpenModelFile(Model& model, const std::filesystem::path& path,
   if (file.open(path, std::ios::in | std::ios::binary) == nullptr) {
     throw ModelFileError(0, "the file cannot be opened for reading");
   }
-  FieldReader in(file);
-  try {
-    const int gridLine = ReadHead(in, model, beforeChange);
-    SizeArrays(in, gridLine, model);
-    ReadGroups(in, model);
-    in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);
-  } catch (const std::ios_base::failure& failure) {
-    in.Fail("the file cannot be read: " + failure.code().message());
-  }
+  ReadModel(model, file, beforeChange);
 }
 
 }  // namespace quillane

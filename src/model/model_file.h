@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
+#include <streambuf>
 #include <string>
 
 #include "model/model.h"
@@ -30,10 +31,13 @@ std::string ModelFileText(const Model& model);
 /// leaves an old file whole.
 void SaveModelFile(Model& model, const std::filesystem::path& path);
 
-/// Reads a model file into the model and keeps path in ModelFilePath. The arrays of grid, mesh,
-/// supports, loads and results are re-created; nothing derived is recomputed from the file. A
-/// failure throws ModelFileError and leaves what was read so far in the model. beforeChange, where
-/// given, is called before the first value goes into the model.
+/// Reads the records of a model file into the model. The arrays of grid, mesh, supports, loads and
+/// results are re-created; nothing derived is recomputed, and what follows the last record is not
+/// looked at. A failure throws ModelFileError and leaves what was read so far in the model.
+/// beforeChange, where given, is called before the first value goes into the model.
+void ReadModel(Model& model, std::streambuf& input, const std::function<void()>& beforeChange = {});
+
+/// ReadModel from an ordinary file; keeps path in ModelFilePath. Throws as it does.
 void OpenModelFile(Model& model, const std::filesystem::path& path,
                    const std::function<void()>& beforeChange = {});
 

@@ -102,4 +102,13 @@ void ReplaceFile(const fs::path& path, std::string_view content) {
   }
 }
 
+void TryReplaceFile(const fs::path& path) {
+  std::error_code error;
+  const fs::path target = LinkTarget(path);
+  CheckTarget(target, fs::status(target, error));
+  fs::path fresh;
+  CreateNeighbour(target, fresh).reset();
+  fs::remove(fresh, error);
+}
+
 }  // namespace quillane

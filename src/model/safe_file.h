@@ -17,4 +17,8 @@ class FileWriteError : public std::runtime_error {
 /// file's permissions. A link is followed. Throws FileWriteError; then the old file stands.
 void ReplaceFile(const std::filesystem::path& path, std::string_view content);
 
+/// Tries whether ReplaceFile could write path, but for the room on the disk: name, folder,
+/// permission. Throws FileWriteError where it could not.
+void TryReplaceFile(const std::filesystem::path& path);
+
 }  // namespace quillane

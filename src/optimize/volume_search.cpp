@@ -26,8 +26,9 @@ Single Typeable(double target) {
 }  // namespace
 
 VolumeSearch::VolumeSearch(const Model& model, double share)
-    : startVolume_(model.Volume),
-      wish_(share * model.Volume),
+    : wish_(share * model.Volume),
+      tolerance_(kTolerance * model.Volume),
+      lastVolume_(model.Volume),
       lastTarget_(kFirstTarget * model.AvgStress / (1 + kFirstGrowth)),
       lowestTarget_(kLowestTarget * model.AvgStress),
       growth_(kFirstGrowth) {
@@ -40,24 +41,28 @@ int VolumeSearch::StepsOfAStage(Single lambda) {
 
 std::optional<Stage> VolumeSearch::Next(const Model& model, const GoOn& goOn) {
   while (!ended_) {
+    const Stage whole{Typeable(lastTarget_ * (1 + growth_)), StepsOfAStage(model.Lambda)};
+    const Stage stage = gaveUp_ ? *cutShort_ : whole;
     tried_ = model;
     tried_.HistoryRecording = 0;
-    const Stage stage{Typeable(lastTarget_ * (1 + growth_)), StepsOfAStage(model.Lambda)};
     outcome_ = Try(stage, goOn);
     if (outcome_ == StageOutcome::kGood) {
       Keep(stage);
       return stage;
     }
-    if (outcome_ == StageOutcome::kStopped || !TakeBack()) End(outcome_);
+    gaveUp_ = !TakeBack();
+    if (outcome_ == StageOutcome::kStopped || (gaveUp_ && !cutShort_)) End(outcome_);
   }
   return std::nullopt;
 }
 
 void VolumeSearch::Keep(const Stage& stage) {
   anyKept_ = true;
+  cutShort_.reset();
   lastTarget_ = double{stage.stressTarget};
-  reached_ = tried_.Volume <= wish_ + kTolerance * startVolume_;
-  if (reached_ || tried_.MaxStress <= lastTarget_) End(StageOutcome::kGood);
+  lastVolume_ = tried_.Volume;
+  const bool close = lastVolume_ <= wish_ + tolerance_ / 2;
+  if (close || tried_.MaxStress <= lastTarget_) End(StageOutcome::kGood);
 }
 
 /// Makes the next stage gentler; false where that has been tried enough.
@@ -72,6 +77,7 @@ bool VolumeSearch::TakeBack() {
 
 void VolumeSearch::End(StageOutcome outcome) {
   ended_ = true;
+  reached_ = lastVolume_ <= wish_ + tolerance_;
   outcome_ = outcome;
 }
 
@@ -82,24 +88,24 @@ StageOutcome VolumeSearch::Try(const Stage& stage, const GoOn& goOn) {
     const StageOutcome outcome = TryStep();
     if (outcome != StageOutcome::kGood) return outcome;
     if (!goOn(tried_)) return StageOutcome::kStopped;
+    const bool close = std::fabs(tried_.Volume - wish_) <= tolerance_;
+    if (close && !cutShort_) cutShort_ = Stage{stage.stressTarget, step + 1};
   }
-  const bool tooLight = tried_.Volume < wish_ - kTolerance * startVolume_;
-  return tooLight ? StageOutcome::kTooLight : StageOutcome::kGood;
+  return tried_.Volume < wish_ - tolerance_ ? StageOutcome::kTooLight : StageOutcome::kGood;
 }
 
 StageOutcome VolumeSearch::TryStep() {
   const double before = tried_.Volume;
-  SolveReport report;
   try {
     History history;
-    report = Optimization(tried_, history);
+    solve_ = Optimization(tried_, history);
   } catch (const RunTimeError& error) {
     // So fails a plate from which the last way of a load, or the last cell, has gone.
     if (error.Kind() != ErrorKind::kFloatingPoint) throw;
     return StageOutcome::kLoadsLost;
   }
   if (!LostLoads(tried_).empty()) return StageOutcome::kLoadsLost;
-  if (!report.converged) return StageOutcome::kNotConverged;
+  if (!solve_.converged) return StageOutcome::kNotConverged;
   return tried_.Volume < (1 - kLargestLoss) * before ? StageOutcome::kTooMuchAtOnce
                                                      : StageOutcome::kGood;
 }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "fem/solver.h"
 #include "model/model.h"
 
 namespace quillane {
@@ -28,11 +29,14 @@ enum class StageOutcome {
 /// target for the whole course would dissolve a full domain; what a low target leaves is worked
 /// harder and bears a higher one. So the target begins at a quarter of the mean stress and grows by
 /// a tenth each stage; a stage that breaks the plate is dropped and tried again with half the
-/// growth. Every step is that of Optimization, so the stages found give the same course anywhere.
+/// growth. Where even the gentlest stage goes past the wish or breaks on its way, one is cut short
+/// as it passes the wish. Every step is that of Optimization, so the stages found give the same
+/// course anywhere.
 class VolumeSearch {
  public:
-  /// Volumes this far from the wish, as a share of the volume at the start, still meet it.
-  static constexpr double kTolerance = 0.01;
+  /// Volumes this far from the wish, as a share of the volume at the start, still meet it. A search
+  /// that comes from above goes on to half of it as long as it can.
+  static constexpr double kTolerance = 0.02;
 
   /// model: analysed. share: of its volume, above 0 and below 1.
   VolumeSearch(const Model& model, double share);
@@ -47,6 +51,9 @@ class VolumeSearch {
 
   /// The model as the stage that Next found leaves it.
   const Model& Result() const { return tried_; }
+
+  /// The solve of its last step.
+  const SolveReport& LastSolve() const { return solve_; }
 
   bool Reached() const { return reached_; }
 
@@ -64,16 +71,20 @@ class VolumeSearch {
   bool TakeBack();
   void End(StageOutcome outcome);
 
-  double startVolume_;   ///< mm^3
-  double wish_;          ///< mm^3
-  double lastTarget_;    ///< of the last stage kept, MPa
-  double lowestTarget_;  ///< MPa
-  double growth_;        ///< of the target, to the next stage
+  double wish_;                    ///< mm^3
+  double tolerance_;               ///< mm^3
+  double lastVolume_;              ///< of the last stage kept, mm^3
+  double lastTarget_;              ///< of the last stage kept, MPa
+  double lowestTarget_;            ///< MPa
+  double growth_;                  ///< of the target, to the next stage
+  std::optional<Stage> cutShort_;  ///< how the next stage would pass the wish
+  bool gaveUp_ = false;            ///< on whole stages
   bool anyKept_ = false;
   bool reached_ = false;
   bool ended_ = false;
   StageOutcome outcome_ = StageOutcome::kGood;
   Model tried_;
+  SolveReport solve_;
 };
 
 }  // namespace quillane

@@ -1,10 +1,12 @@
 // One terminal line that moves.
-#include "batch/course.h"
+#include "batch/progress_line.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 
+#include "batch/terminal.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -30,25 +32,32 @@ std::string TimeLeft(double elapsed, int done, int steps) {
 
 }  // namespace
 
-Course::Course(std::FILE* terminal, bool shown, int steps)
-    : terminal_(terminal), shown_(shown), steps_(steps) {}
+ProgressLine::ProgressLine(std::FILE* terminal, bool shown, int steps)
+    : terminal_(terminal), shown_(shown && CanRedrawLines(terminal)), steps_(steps) {}
 
-void Course::Show(const Model& model, int done) {
+void ProgressLine::Show(const Model& model, int done, const std::string& prefix) {
+  if (done == 0) startVolume_ = model.Volume;
   if (!shown_) return;
   const auto now = std::chrono::steady_clock::now();
   if (done != steps_ && done != 0 && Seconds(now - lastDrawn_).count() < 0.05) return;
   lastDrawn_ = now;
-  fmt::print(terminal_, "\r\x1b[K{} step {}/{}  volume {} mm^3  max {} MPa  mean {} MPa  {}",
-             Bar(done, steps_), done, steps_, ExponentText(model.Volume),
-             ExponentText(model.MaxStress), ExponentText(model.AvgStress),
-             TimeLeft(Seconds(now - start_).count(), done, steps_));
+  const double percent = startVolume_ > 0 ? 100 * model.Volume / startVolume_ : 0;
+  std::string line = steps_ < 0
+                         ? fmt::format("{}step {}", prefix, done)
+                         : fmt::format("{} {}step {}/{}", Bar(done, steps_), prefix, done, steps_);
+  line += fmt::format("  {:.1f} % of the volume", percent);
+  if (steps_ > 0) line += "  " + TimeLeft(Seconds(now - start_).count(), done, steps_);
+  line += fmt::format("  max {} MPa", ExponentText(model.MaxStress));
+  // A line that fills the last column would wrap.
+  line.resize(std::min(line.size(), static_cast<std::size_t>(TerminalWidth(terminal_)) - 1));
+  std::fputs(("\r\x1b[K" + line).c_str(), terminal_);
   std::fflush(terminal_);
   lineDrawn_ = true;
 }
 
-void Course::Clear() {
+void ProgressLine::Clear() {
   if (!lineDrawn_) return;
-  fmt::print(terminal_, "\r\x1b[K");
+  std::fputs("\r\x1b[K", terminal_);
   std::fflush(terminal_);
   lineDrawn_ = false;
 }

@@ -1,0 +1,99 @@
+// Step by step into table, frames and terminal.
+#include "batch/course_recorder.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "batch/failure.h"
+#include "batch/outputs.h"
+#include "batch/tables.h"
+
+namespace quillane {
+namespace {
+
+int LeaveOpen(std::FILE*) { return 0; }
+
+std::unique_ptr<std::FILE, int (*)(std::FILE*)> OpenTable(const std::filesystem::path& path) {
+  if (path.empty()) return {nullptr, LeaveOpen};
+  if (path == "-") return {stdout, LeaveOpen};
+  std::FILE* const file = std::fopen(path.string().c_str(), "wb");
+  if (file == nullptr) throw Failure{kExitUsageOrFile, path.string() + ": " + std::strerror(errno)};
+  return {file, std::fclose};
+}
+
+}  // namespace
+
+CourseRecorder::CourseRecorder(const BatchOptions& options, RunSummary& summary, int steps)
+    : options_(options),
+      summary_(summary),
+      progress_(stderr, !options.quiet, steps),
+      table_(nullptr, LeaveOpen) {}
+
+void CourseRecorder::Analysed(const Model& model, const SolveReport& report) {
+  table_ = OpenTable(options_.course);
+  WriteLine(CourseHeader());
+  summary_.startVolume = model.Volume;
+  AnalysedAgain(model, report);
+  Show(model, report);
+}
+
+void CourseRecorder::AnalysedAgain(const Model& model, const SolveReport& report) {
+  course_.Begin(model, report);
+  Count(report);
+}
+
+void CourseRecorder::Stepped(const Model& model, const SolveReport& report) {
+  ++summary_.steps;
+  course_.Add(model, report);
+  Count(report);
+  Show(model, report);
+}
+
+void CourseRecorder::Took(int steps, const SolveReport& report) {
+  summary_.steps += steps;
+  summary_.solves += steps + 1;
+  summary_.lastSolve = report;
+}
+
+bool CourseRecorder::RecordsSteps() const {
+  return !options_.history.empty() || !options_.course.empty() || !options_.frames.empty();
+}
+
+void CourseRecorder::Count(const SolveReport& report) {
+  summary_.lastSolve = report;
+  ++summary_.solves;
+  if (!report.converged && summary_.unconvergedSolves++ == 0) {
+    summary_.firstUnconverged = summary_.steps;
+  }
+}
+
+void CourseRecorder::Show(const Model& model, const SolveReport& report) {
+  const int step = summary_.steps;
+  progress_.Show(model, step);
+  if (table_) WriteLine(CourseLine(model, report, step, course_.CellsChanged()));
+  if (options_.frames.empty()) return;
+  const std::filesystem::path frame = FramePath(options_.frames, step);
+  Named(frame.string(), [&] {
+    ReplaceFile(frame, PictureFile(model, options_.map, options_.width, options_.height));
+  });
+}
+
+void CourseRecorder::WriteLine(const std::string& line) {
+  if (!table_ || !tableFault_.empty()) return;
+  try {
+    WriteNow(table_.get(), line);
+  } catch (const FileWriteError& error) {
+    tableFault_ = options_.course.string() + ": " + error.what();
+  }
+}
+
+std::string CourseRecorder::Finish() {
+  progress_.Clear();
+  const bool closed = !table_ || table_.get_deleter()(table_.release()) == 0;
+  if (!closed && tableFault_.empty()) {
+    tableFault_ = options_.course.string() + ": it could not be written to its end";
+  }
+  return tableFault_;
+}
+
+}  // namespace quillane

@@ -1,0 +1,53 @@
+// Reading a model from wherever it comes.
+#include "batch/model_input.h"
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "model/model_file.h"
+
+namespace quillane {
+namespace {
+
+constexpr std::size_t kLongestInput = std::size_t{64} << 20;  ///< bytes; a full grid needs four MiB
+
+std::string AllOf(std::streambuf& input) {
+  std::string text;
+  char piece[65536];
+  for (std::streamsize count = 1; count > 0 && text.size() <= kLongestInput;) {
+    try {
+      count = input.sgetn(piece, sizeof piece);
+    } catch (const std::ios_base::failure& failure) {
+      throw ModelFileError(0, "the file cannot be read: " + failure.code().message());
+    }
+    text.append(piece, static_cast<std::size_t>(count));
+  }
+  if (text.size() > kLongestInput) throw ModelFileError(0, "the file is longer than any model");
+  return text;
+}
+
+}  // namespace
+
+std::string InputText(const std::filesystem::path& path) {
+  if (path == "-") return AllOf(*std::cin.rdbuf());
+  std::error_code error;
+  const auto status = std::filesystem::status(path, error);
+  if (!std::filesystem::exists(status)) throw ModelFileError(0, "no such file");
+  if (std::filesystem::is_directory(status)) throw ModelFileError(0, "this is a folder");
+  std::filebuf file;
+  if (file.open(path, std::ios::in | std::ios::binary) == nullptr) {
+    throw ModelFileError(0, "the file cannot be opened for reading");
+  }
+  return AllOf(file);
+}
+
+Model ModelFromText(const std::string& text) {
+  Model model;
+  std::stringbuf input(text, std::ios::in);
+  ReadModel(model, input);
+  model.DomainDefined = kTrue;
+  return model;
+}
+
+}  // namespace quillane

@@ -1,0 +1,18 @@
+// The model a batch run starts from.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// The text of a file or pipe, or of standard input where path is "-". Throws ModelFileError where
+/// it cannot be read or is longer than any model.
+std::string InputText(const std::filesystem::path& path);
+
+/// The model of such a text. Throws ModelFileError.
+Model ModelFromText(const std::string& text);
+
+}  // namespace quillane

@@ -1,0 +1,103 @@
+// Strict reading of option values.
+#include "batch/option_values.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+#include "model/numbers.h"
+#include "model/run_time_error.h"
+
+namespace quillane {
+namespace {
+
+constexpr int kSmallestPicture = 2;  // canvas and legend of a pixel each
+constexpr int kLargestPicture = 16384;
+
+[[noreturn]] void Refuse(const std::string& option, std::string_view wanted,
+                         std::string_view text) {
+  throw CLI::ValidationError(option, fmt::format("wants {}, not \"{}\"", wanted, text));
+}
+
+/// The whole text as a number; a sign may stand before it, nothing after it.
+template <class T>
+std::optional<T> Whole(std::string_view text) {
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  T value{};
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || rest != end) return std::nullopt;
+  return value;
+}
+
+std::optional<double> Finite(std::string_view text) {
+  const std::optional<double> value = Whole<double>(text);
+  return value && std::isfinite(*value) ? value : std::nullopt;
+}
+
+/// The two parts of a text around a separator; the second is empty where there is none.
+std::pair<std::string_view, std::string_view> Halves(std::string_view text, char separator) {
+  const std::size_t at = text.find(separator);
+  if (at == std::string_view::npos) return {text, {}};
+  return {text.substr(0, at), text.substr(at + 1)};
+}
+
+}  // namespace
+
+double DecimalNumber(const std::string& option, std::string_view text) {
+  const std::optional<double> value = Finite(text);
+  if (!value) Refuse(option, "a decimal number such as 24.5", text);
+  return *value;
+}
+
+Single SingleNumber(const std::string& option, std::string_view text) {
+  try {
+    return ToSingle(DecimalNumber(option, text), "the value");
+  } catch (const RunTimeError&) {
+    Refuse(option, "a number of single precision", text);
+  }
+}
+
+int WholeNumber(const std::string& option, std::string_view text, int lowest, int highest) {
+  const std::optional<int> value = Whole<int>(text);
+  if (!value || *value < lowest || *value > highest) {
+    Refuse(option, fmt::format("a whole number from {} to {}", lowest, highest), text);
+  }
+  return *value;
+}
+
+double Share(const std::string& option, std::string_view text) {
+  const std::optional<double> value = Finite(text);
+  if (!value || *value <= 0 || *value >= 1) {
+    Refuse(option, "a number between 0 and 1, such as 0.5", text);
+  }
+  return *value;
+}
+
+std::pair<int, int> PixelSize(const std::string& option, std::string_view text) {
+  const auto [first, second] = Halves(text, 'x');
+  const std::optional<int> width = Whole<int>(first), height = Whole<int>(second);
+  const auto usable = [](std::optional<int> size) {
+    return size && *size >= kSmallestPicture && *size <= kLargestPicture;
+  };
+  if (!usable(width) || !usable(height)) {
+    Refuse(option,
+           fmt::format("WIDTHxHEIGHT, each from {} to {}", kSmallestPicture, kLargestPicture),
+           text);
+  }
+  return {*width, *height};
+}
+
+std::pair<double, double> NumberRange(const std::string& option, std::string_view text) {
+  const auto [first, second] = Halves(text, ',');
+  const std::optional<double> low = Finite(first), high = Finite(second);
+  if (!low || !high || *low >= *high) {
+    Refuse(option, "MIN,MAX with MIN below MAX, such as 0,120", text);
+  }
+  return {*low, *high};
+}
+
+}  // namespace quillane

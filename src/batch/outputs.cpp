@@ -1,0 +1,127 @@
+// Output names tried, and output written.
+#include "batch/outputs.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "batch/failure.h"
+#include "model/safe_file.h"
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The outputs that are one file each, wanted or not.
+std::array<const fs::path*, 7> OutputFiles(const BatchOptions& options) {
+  return {&options.history, &options.course, &options.json, &options.save,
+          &options.cells,   &options.nodes,  &options.image};
+}
+
+/// A pipe or a device: it is written into, never replaced.
+bool IsStream(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  return fs::is_fifo(status) || fs::is_character_file(status) || fs::is_socket(status);
+}
+
+fs::path Whole(const fs::path& path) {
+  std::error_code error;
+  return fs::weakly_canonical(fs::absolute(path, error), error);
+}
+
+bool IsFrameName(const fs::path& name) {
+  const std::string text = name.string();
+  return text.starts_with("frame-") && text.ends_with(".png");
+}
+
+/// Only --save may replace the model, and no output another.
+void RefuseDoubleNames(const BatchOptions& options) {
+  std::vector<fs::path> named = {Whole(options.model)};
+  const bool withFrames = !options.frames.empty();
+  for (const fs::path* file : OutputFiles(options)) {
+    if (file->empty()) continue;
+    const fs::path name = *file == "-" ? *file : Whole(*file);
+    const bool inPlace = file == &options.save && name == named.front();
+    const bool taken = std::find(named.begin(), named.end(), name) != named.end();
+    if (taken && !inPlace && !IsStream(*file)) {
+      throw Failure{kExitUsageOrFile, *file == "-"
+                                          ? "only one output can go to standard output"
+                                          : file->string() + ": two files of one name"};
+    }
+    if (withFrames && name.parent_path() == Whole(options.frames) && IsFrameName(name.filename())) {
+      throw Failure{kExitUsageOrFile, file->string() + ": this is the name of a frame"};
+    }
+    named.push_back(name);
+  }
+}
+
+/// Frames of another, longer run would become the end of this one's film.
+void PrepareFrames(const fs::path& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (!fs::is_directory(folder, error)) {
+    throw Failure{kExitUsageOrFile, folder.string() + ": the folder cannot be made"};
+  }
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+    if (!IsFrameName(entry.path().filename())) continue;
+    throw Failure{kExitUsageOrFile,
+                  fmt::format("{}: the folder holds frames already, such as {}; take a new one",
+                              folder.string(), entry.path().filename().string())};
+  }
+  TryReplaceFile(FramePath(folder, 0));
+}
+
+}  // namespace
+
+bool WritesToStandardOutput(const BatchOptions& options) {
+  const auto files = OutputFiles(options);
+  return std::any_of(files.begin(), files.end(), [](const fs::path* file) { return *file == "-"; });
+}
+
+void TryOutputs(const BatchOptions& options) {
+  RefuseDoubleNames(options);
+  const fs::path* tried = &options.frames;
+  try {
+    if (!options.frames.empty()) PrepareFrames(options.frames);
+    for (const fs::path* file : OutputFiles(options)) {
+      tried = file;
+      if (!file->empty() && *file != "-" && !IsStream(*file)) TryReplaceFile(*file);
+    }
+  } catch (const FileWriteError& error) {
+    throw Failure{kExitUsageOrFile, tried->string() + ": " + error.what()};
+  }
+}
+
+fs::path FramePath(const fs::path& folder, int step) {
+  return folder / fmt::format("frame-{:05}.png", step);
+}
+
+void WriteOutput(const fs::path& path, std::string_view content) {
+  if (path == "-") {
+    WriteNow(stdout, content);
+  } else if (IsStream(path)) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
+        std::fopen(path.string().c_str(), "wb"), std::fclose);
+    if (!stream) throw FileWriteError(std::strerror(errno));
+    WriteNow(stream.get(), content);
+  } else {
+    ReplaceFile(path, content);
+  }
+}
+
+void WriteNow(std::FILE* stream, std::string_view content) {
+  const std::size_t written = std::fwrite(content.data(), 1, content.size(), stream);
+  if (written != content.size() || std::fflush(stream) != 0) {
+    throw FileWriteError(std::string("it cannot be written to: ") + std::strerror(errno));
+  }
+}
+
+}  // namespace quillane

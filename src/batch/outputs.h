@@ -1,0 +1,29 @@
+// Where the outputs of a batch run go.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "batch/options.h"
+
+namespace quillane {
+
+/// Whether some output goes to standard output.
+bool WritesToStandardOutput(const BatchOptions& options);
+
+/// Tries every output before the run: name, folder, permission; makes the folder of the frames.
+/// Throws Failure where one cannot be written, where two bear one name, where one that is not
+/// --save bears the model's, or where the frames would mix with others.
+void TryOutputs(const BatchOptions& options);
+
+/// The picture of a step, from 0.
+std::filesystem::path FramePath(const std::filesystem::path& folder, int step);
+
+/// Replaces the file of this name by one with this content; writes into a pipe or device; "-" is
+/// standard output. Throws FileWriteError.
+void WriteOutput(const std::filesystem::path& path, std::string_view content);
+
+/// Writes to an open stream and empties its buffer. Throws FileWriteError.
+void WriteNow(std::FILE* stream, std::string_view content);
+
+}  // namespace quillane

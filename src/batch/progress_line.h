@@ -1,0 +1,38 @@
+// The progress of a batch run, shown in one line of a terminal.
+#pragma once
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// Draws step, volume, a progress bar and the time left over one terminal line.
+class ProgressLine {
+ public:
+  /// shown: whether to print at all. steps: how many will follow the analysis, -1 where nobody
+  /// knows.
+  ProgressLine(std::FILE* terminal, bool shown, int steps);
+  ~ProgressLine() { Clear(); }
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+
+  /// Shows the state after `done` steps. prefix: what comes before, such as a stage.
+  void Show(const Model& model, int done, const std::string& prefix = {});
+
+  /// Wipes the line, so that other output starts on a clean one.
+  void Clear();
+
+ private:
+  std::FILE* terminal_;
+  bool shown_;
+  bool lineDrawn_ = false;
+  int steps_;
+  double startVolume_ = 0;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  std::chrono::steady_clock::time_point lastDrawn_{};
+};
+
+}  // namespace quillane

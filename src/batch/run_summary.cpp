@@ -1,0 +1,105 @@
+// The summary as lines and as JSON.
+#include "batch/run_summary.h"
+
+#include <fmt/format.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <iterator>
+
+#include "model/number_text.h"
+
+namespace quillane {
+namespace {
+
+/// A Single as a person would write it: 0.05, not 0.0500000007.
+double Plain(Single value) { return QString::fromStdString(GeneralText(value)).toDouble(); }
+
+double VolumeFraction(const Model& model, const RunSummary& summary) {
+  return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;
+}
+
+QJsonArray StageArray(const RunSummary& summary) {
+  QJsonArray stages;
+  for (const auto& [stage, volume] : summary.stages) {
+    stages.append(QJsonObject{
+        {"stressTarget", Plain(stage.stressTarget)}, {"steps", stage.steps}, {"volume", volume}});
+  }
+  return stages;
+}
+
+}  // namespace
+
+std::string SummaryText(const Model& model, const RunSummary& summary) {
+  std::string text;
+  const auto line = [&text](const char* name, const std::string& value) {
+    fmt::format_to(std::back_inserter(text), "{:<14} {}\n", name, value);
+  };
+  line("steps", std::to_string(summary.steps));
+  line("stress target", GeneralText(model.StressTarget) + " MPa");
+  line("Epsilon", GeneralText(int{model.Epsilon}));
+  line("Lambda", GeneralText(model.Lambda));
+  line("equations", std::to_string(summary.lastSolve.equations));
+  line("iterations", std::to_string(summary.lastSolve.iterations));
+  line("residual", ExponentText(summary.lastSolve.relativeResidual));
+  line("true residual", ExponentText(summary.lastSolve.trueResidual));
+  line("volume", GeneralText(model.Volume) + " mm^3");
+  line("fraction",
+       fmt::format("{:.4f} of the volume at the start", VolumeFraction(model, summary)));
+  line("max stress", GeneralText(model.MaxStress) + " MPa");
+  line("mean stress", GeneralText(model.AvgStress) + " MPa");
+  line("min stress", GeneralText(model.MinStress) + " MPa");
+  if (!summary.stages.empty()) text += "\nstage  target (MPa)  steps  fraction\n";
+  int number = 0;
+  for (const auto& [stage, volume] : summary.stages) {
+    fmt::format_to(std::back_inserter(text), "{:>5}  {:>12}  {:>5}  {:>8.4f}\n", ++number,
+                   GeneralText(stage.stressTarget), stage.steps, volume / summary.startVolume);
+  }
+  for (const std::string& note : summary.notes) text += note + "\n";
+  return text;
+}
+
+std::string SummaryJson(const std::string& modelName, const Model& model,
+                        const RunSummary& summary) {
+  QJsonObject object{
+      {"model", QString::fromStdString(modelName)},
+      {"version", QUILLANE_VERSION},
+      {"exitStatus", summary.exitStatus},
+      {"steps", summary.steps},
+      {"stressTarget", Plain(model.StressTarget)},
+      {"epsilon", model.Epsilon},
+      {"lambda", Plain(model.Lambda)},
+      {"rows", model.CellRowCount},
+      {"columns", model.CellColumnCount},
+      {"elementSize", Plain(model.ElementSize)},
+      {"youngModulus", model.YoungModulus},
+      {"poissonRatio", model.PoissonRatio},
+      {"thickness", model.Thickness},
+      {"equations", summary.lastSolve.equations},
+      {"iterations", summary.lastSolve.iterations},
+      {"residual", summary.lastSolve.relativeResidual},
+      {"trueResidual", summary.lastSolve.trueResidual},
+      {"converged", summary.lastSolve.converged},
+      {"solves", summary.solves},
+      {"unconvergedSolves", summary.unconvergedSolves},
+      {"connected", summary.connected},
+      {"startVolume", summary.startVolume},
+      {"volume", model.Volume},
+      {"volumeFraction", VolumeFraction(model, summary)},
+      {"maxStress", model.MaxStress},
+      {"meanStress", model.AvgStress},
+      {"minStress", model.MinStress},
+  };
+  if (summary.unconvergedSolves > 0) object["firstUnconvergedStep"] = summary.firstUnconverged;
+  if (summary.steadyFrom >= 0) object["steadyFromStep"] = summary.steadyFrom;
+  if (summary.steadyFrom >= 0) object["cycle"] = summary.cycle;
+  if (!summary.stages.empty()) object["stages"] = StageArray(summary);
+  if (!summary.error.empty()) object["error"] = QString::fromStdString(summary.error);
+  QJsonArray notes;
+  for (const std::string& note : summary.notes) notes.append(QString::fromStdString(note));
+  object["notes"] = notes;
+  return QJsonDocument(object).toJson().toStdString();
+}
+
+}  // namespace quillane

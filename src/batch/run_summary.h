@@ -1,0 +1,41 @@
+// What a batch run tells at its end.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "fem/solver.h"
+#include "model/model.h"
+#include "optimize/volume_search.h"
+
+namespace quillane {
+
+struct RunSummary {
+  struct KeptStage {
+    Stage stage;
+    double volume = 0;  ///< after it, mm^3
+  };
+
+  int steps = 0;
+  double startVolume = 0;  ///< mm^3
+  SolveReport lastSolve;
+  int solves = 0;
+  int unconvergedSolves = 0;
+  int firstUnconverged = 0;  ///< step, 0 for the analysis
+  bool connected = true;     ///< every load has a way to supports that hold it
+  int steadyFrom = -1;       ///< the first step of the layouts that repeat; -1: none was looked for
+  int cycle = 0;             ///< how many layouts take turns there
+  std::vector<KeptStage> stages;
+  std::vector<std::string> notes;  ///< how it ended, a line each
+  std::string error;               ///< what ended the run before its end
+  int exitStatus = 0;
+};
+
+/// The lines for standard output.
+std::string SummaryText(const Model& model, const RunSummary& summary);
+
+/// The same and all values used, as one JSON object. modelName: as given on the command line.
+std::string SummaryJson(const std::string& modelName, const Model& model,
+                        const RunSummary& summary);
+
+}  // namespace quillane

@@ -1,0 +1,150 @@
+// Runs of a study: to a volume, to rest, into tables, through pipes, ended by signals.
+#include <signal.h>
+#include <unistd.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <sstream>
+
+#include "batch/program.h"
+#include "fem/mesh.h"
+#include "optimize/optimization_step.h"
+#include "optimize/volume_search.h"
+
+namespace quillane {
+namespace {
+
+class Study : public Batch {
+ protected:
+  QJsonObject Json(const std::string& name) {
+    return QJsonDocument::fromJson(QByteArray::fromStdString(ReadFile(folder_ / name))).object();
+  }
+
+  /// The last line of a table.
+  std::string LastLine(const std::string& name) {
+    std::string text = ReadFile(folder_ / name);
+    text.pop_back();
+    return text.substr(text.rfind('\n') + 1);
+  }
+};
+
+TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
+  Model wide = test::Cantilever(10, 20);
+  SaveModelFile(wide, folder_ / "wide.model");
+  ASSERT_EQ(Run("wide.model --volume-fraction 0.5 --lambda 0.2 --save a.model --json a.json"), 0)
+      << err_;
+  EXPECT_TRUE(Contains(out_, "volume fraction 0.5 reached in ")) << out_;
+  const QJsonObject summary = Json("a.json");
+  EXPECT_NEAR(summary["volumeFraction"].toDouble(), 0.5, VolumeSearch::kTolerance + 1e-9);
+  EXPECT_EQ(summary["epsilon"].toInt(), 5);
+  EXPECT_EQ(summary["lambda"].toDouble(), 0.2);
+  EXPECT_TRUE(summary["connected"].toBool() && summary["converged"].toBool());
+  ASSERT_EQ(Run("wide.model --volume-fraction 0.5 --lambda 0.2 --save b.model --course c.csv "
+                "--history h.tmp"),
+            0);
+  EXPECT_EQ(ReadFile(folder_ / "a.model"), ReadFile(folder_ / "b.model"));
+  const int steps = summary["steps"].toInt();
+  const std::string course = ReadFile(folder_ / "c.csv"), history = ReadFile(folder_ / "h.tmp");
+  EXPECT_EQ(std::count(course.begin(), course.end(), '\n'), steps + 2);
+  EXPECT_EQ(std::count(history.begin(), history.end(), '\n'), steps + 2);
+  EXPECT_TRUE(LastLine("c.csv").starts_with(std::to_string(steps) + ",")) << LastLine("c.csv");
+  EXPECT_TRUE(LastLine("c.csv").ends_with(",1,1"));
+
+  EXPECT_EQ(Run("plate.model --volume-fraction 0.02 --lambda 0.2"), 4);
+  EXPECT_TRUE(Contains(out_, "volume fraction 0.02 not reached: with a higher target ")) << out_;
+}
+
+TEST_F(Study, RestEndsTheRunAndADissolvedPlateIsMarked) {
+  ASSERT_EQ(Run("plate.model --until-steady --lambda 0.2 --json j.json --course c.csv"), 0) << err_;
+  const QJsonObject rest = Json("j.json");
+  const int from = rest["steadyFromStep"].toInt(-1), steps = rest["steps"].toInt();
+  EXPECT_EQ(steps, from + 35) << "7 / Lambda";
+  EXPECT_TRUE(Contains(out_, "at rest from step " + std::to_string(from) + " on")) << out_;
+  std::istringstream course(ReadFile(folder_ / "c.csv"));
+  std::string line;
+  std::getline(course, line);
+  for (int step = 0; std::getline(course, line); ++step) {
+    int at = -1, changed = -1;
+    EXPECT_EQ(std::sscanf(line.c_str(), "%d,%*f,%*f,%d", &at, &changed), 2);
+    EXPECT_EQ(at, step);
+    if (step >= from) {
+      EXPECT_EQ(changed > 0, step == from && from > 0) << line;
+    }
+  }
+  EXPECT_EQ(Run("plate.model --until-steady --steps 4 --lambda 0.2"), 4);
+  EXPECT_TRUE(Contains(out_, "not at rest after 4 steps"));
+
+  model_.CellState(3, 12) = model_.CellState(4, 12) = kCellNonDesign;
+  SaveModelFile(model_, folder_ / "tip.model");
+  EXPECT_EQ(Run("tip.model --steps 30 --stress-target 20 --json j.json"), 3) << err_;
+  EXPECT_FALSE(Json("j.json")["connected"].toBool(true));
+  EXPECT_EQ(Run("plate.model --steps 30 --epsilon 30 --json j.json"), 1);
+  EXPECT_TRUE(Contains(Json("j.json")["error"].toString().toStdString(), "optimization step 1"));
+}
+
+TEST_F(Study, PipesServeAsModelAndOutput) {
+  ASSERT_EQ(Run("plate.model --steps 3 --cells c.csv --nodes n.csv --save e.model --quiet"), 0);
+  const std::string program = "'" QUILLANE_BATCH "' ";
+  ASSERT_EQ(Shell("(cat plate.model | " + program + "- --steps 3 --cells -)"), 0);
+  EXPECT_EQ(out_, ReadFile(folder_ / "c.csv"));
+  EXPECT_TRUE(Contains(err_, "volume ")) << "the summary steps aside";
+  ASSERT_EQ(Shell("(" + program + "plate.model --steps 3 --save - --quiet | " + program +
+                  "- --quiet --save -)"),
+            0);
+  EXPECT_EQ(out_, ReadFile(folder_ / "e.model"));
+  ASSERT_EQ(Shell("mkfifo p && (cat p > got & " + program +
+                  "plate.model --steps 3 --quiet --nodes p; wait)"),
+            0);
+  EXPECT_EQ(ReadFile(folder_ / "got"), ReadFile(folder_ / "n.csv"));
+  EXPECT_TRUE(std::filesystem::is_fifo(folder_ / "p"));
+}
+
+TEST_F(Study, OneOutputThatFailsDoesNotKeepTheOthers) {
+  EXPECT_EQ(Run("plate.model --cells /dev/full --nodes n.csv --save e.model --json j.json"), 2);
+  EXPECT_TRUE(Contains(err_, "/dev/full: it cannot be written to")) << err_;
+  EXPECT_TRUE(Contains(out_, "volume "));
+  for (const char* name : {"n.csv", "e.model"}) {
+    EXPECT_TRUE(std::filesystem::exists(folder_ / name)) << name;
+  }
+  EXPECT_EQ(Json("j.json")["exitStatus"].toInt(), 2);
+  const std::string program = "('" QUILLANE_BATCH "' plate.model --history h.tmp ";
+  for (const char* stream : {">/dev/full)", ">&-)"}) {
+    EXPECT_EQ(Shell(program + stream), 2) << stream;
+    EXPECT_TRUE(Contains(err_, "standard output: it cannot be written to")) << err_;
+    EXPECT_TRUE(ReadFile(folder_ / "h.tmp").starts_with("Iteration, Max, Avg, Min\r\n0,"));
+  }
+  ASSERT_EQ(Run("plate.model --steps 1 --frames f --quiet"), 0);
+  EXPECT_EQ(Run("plate.model --frames f --quiet"), 2);
+  EXPECT_TRUE(Contains(err_, "f: the folder holds frames already, such as frame-0000"));
+}
+
+TEST_F(Study, ASignalEndsTheRunWithEveryFileComplete) {
+  const std::pair<int, int> cases[] = {{SIGHUP, 129}, {SIGINT, 130}, {SIGTERM, 143}};
+  for (const auto& [number, status] : cases) {
+    std::filesystem::remove(folder_ / "c.csv");
+    const pid_t child = fork();
+    if (child == 0) {
+      std::filesystem::current_path(folder_.Path());
+      execl(QUILLANE_BATCH, QUILLANE_BATCH, "plate.model", "--steps", "32767", "--quiet",
+            "--course", "c.csv", "--history", "h.tmp", "--save", "end.model", "--json", "j.json",
+            nullptr);
+      _exit(99);
+    }
+    for (int wait = 0; wait < 2000 && ReadFile(folder_ / "c.csv").size() < 4000; ++wait)
+      usleep(10000);
+    kill(child, number);
+    int ended = 0;
+    waitpid(child, &ended, 0);
+    ASSERT_TRUE(WIFEXITED(ended));
+    EXPECT_EQ(WEXITSTATUS(ended), status);
+    const std::string steps = std::to_string(Json("j.json")["steps"].toInt());
+    EXPECT_EQ(LastLine("c.csv").substr(0, steps.size() + 1), steps + ",");
+    EXPECT_TRUE(ReadFile(folder_ / "h.tmp").ends_with("\r\n"));
+    Model end;
+    EXPECT_NO_THROW(OpenModelFile(end, folder_ / "end.model"));
+  }
+}
+
+}  // namespace
+}  // namespace quillane
