@@ -1,4 +1,3 @@
-// Canvas drawing, layer by layer.
 #include "display/canvas_drawing.h"
 
 #include "display/palette.h"

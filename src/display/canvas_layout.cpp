@@ -1,4 +1,3 @@
-// Layout of the client area.
 #include "display/canvas_layout.h"
 
 #include <algorithm>

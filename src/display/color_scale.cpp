@@ -1,4 +1,3 @@
-// Colour table and legend.
 #include "display/color_scale.h"
 
 #include "display/palette.h"

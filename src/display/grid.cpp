@@ -1,4 +1,3 @@
-// Axes and element grid.
 #include "display/grid.h"
 
 #include "display/palette.h"

@@ -1,4 +1,3 @@
-// Read-outs of nodes and cells.
 #include "display/read_outs.h"
 
 #include "model/grid_pick.h"

@@ -1,4 +1,3 @@
-// Stress and potential maps.
 #include "display/result_maps.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// The view and its user scale.
 #include "display/view.h"
 
 #include "model/numbers.h"

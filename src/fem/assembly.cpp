@@ -1,4 +1,3 @@
-// Assembly of the square stiffness matrix and its compression into the row store.
 #include "fem/assembly.h"
 
 #include "fem/mesh.h"

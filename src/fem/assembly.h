@@ -17,7 +17,7 @@ void AssembleLoads(Model& model);
 /// Copies the strictly upper triangle of stiffness rows 1..n, without the entries that are exactly
 /// zero, into the row store (columns ascending, slots from 1) and its diagonal apart; clears
 /// solution. Throws RunTimeError (subscript) for a row of more entries than slots. capacity and
-/// load are accepted for the calling order's sake and not used.
+/// load are taken, as by every procedure on the row store, and left alone on purpose.
 void CompressStiffness(Integer n, Integer capacity, Array1<Integer>& upperCount,
                        Array2<Integer>& upperColumn, Array2<Double>& upperValue,
                        Array1<Double>& diagonalValue, const CouplingMatrix& stiffness,

@@ -1,4 +1,3 @@
-// Mesh layout and equation numbering.
 #include "fem/mesh.h"
 
 #include <algorithm>
@@ -56,7 +55,7 @@ void NumberElements(Model& model) {
       const auto numbers = model.DofNumber.Column(d, model.NodeCount);
       const auto dofs = model.ElementDofs.Column(2 * k - 2 + d, model.ElementCount);
       for (std::size_t e = 1; e < dofs.size(); ++e) {
-        const auto node = static_cast<std::size_t>(nodes[e]);  // a negative one is large
+        const auto node = static_cast<std::size_t>(nodes[e]);  // a negative number becomes huge
         dofs[e] = node < numbers.size() ? numbers[node] : model.DofNumber(nodes[e], d);
       }
     }

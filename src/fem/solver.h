@@ -51,7 +51,7 @@ void IncompleteCholesky(Integer n, Integer capacity, const Array1<Integer>& lowe
                         const Array1<Double>& diagonalValue, Array2<Double>& factorLower,
                         Array1<Double>& factorInvDiag, double tolerance);
 
-/// The iteration itself; arguments as SolveEquations.
+/// The iteration itself; arguments as SolveEquations. transposeFill is left alone on purpose.
 SolveReport PreconditionedCG(Integer n, Integer capacity, const Array1<Integer>& upperCount,
                              const Array1<Integer>& lowerCount, const Array2<Integer>& upperColumn,
                              const Array2<Integer>& lowerColumn, const Array2<Double>& upperValue,

@@ -1,4 +1,3 @@
-// Displacements, von Mises stresses and volume.
 #include "fem/stress.h"
 
 #include <array>
@@ -15,7 +14,7 @@ using StrainMatrix =
     std::array<std::array<double, 8>, 3>;  // rows as PlaneTensor, columns u1 v1 ...
 using ElasticityMatrix = std::array<std::array<double, 3>, 3>;
 
-/// PlaneTensor-displacement matrix of the bilinear square of edge a at its centre (1/mm).
+/// From displacements to the strain at the centre of the bilinear square of edge a (1/mm).
 StrainMatrix StrainAtCentre(Single a) {
   const double edge = double{a};
   const double x = double{a / 2.0F};
@@ -73,7 +72,7 @@ class ElementDisplacements {
     std::array<double, 8> d;
     for (std::size_t k = 0; k < 4; ++k) {
       const int number = e < nodes_[k].size() ? nodes_[k][e] : model_.ElementNodes(element, 1);
-      const auto node = static_cast<std::size_t>(number);  // a negative one is large
+      const auto node = static_cast<std::size_t>(number);  // a negative number becomes huge
       d[2 * k] = node < u_.size() ? u_[node] : model_.NodeDisp(number, 1);
       d[2 * k + 1] = node < v_.size() ? v_[node] : model_.NodeDisp(number, 2);
     }

@@ -15,9 +15,10 @@ using PlaneTensor = std::array<double, 3>;
 void ScatterDisplacements(Model& model);
 
 /// Writes the von Mises stress (MPa) at the centre of every present element into CellStress, 0 into
-/// the other cells, and their largest, smallest and mean value. Throws RunTimeError (floating
-/// point) when no cell holds an element, when Poisson's ratio is 1 or -1, or when a stress is not
-/// finite; (subscript) when an element names a node outside the mesh.
+/// the other cells, and their largest, smallest and mean value. On purpose the largest is at least
+/// 0 and the smallest at most 1E+10. Throws RunTimeError (floating point) when no cell holds an
+/// element, when Poisson's ratio is 1 or -1, or when a stress is not finite; (subscript) when an
+/// element names a node outside the mesh.
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio);
 
 /// The components sigma_x, sigma_y and tau_xy (MPa) at the centre of every present element, from

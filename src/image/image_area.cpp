@@ -1,4 +1,3 @@
-// Drawing on a QImage in device pixels.
 #include "image/image_area.h"
 
 #include <QFontInfo>

@@ -1,4 +1,3 @@
-// Stamps of slanted lines.
 #include "image/line_stamps.h"
 
 #include <QPainter>

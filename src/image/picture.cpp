@@ -1,4 +1,3 @@
-// Pictures for the command line.
 #include "image/picture.h"
 
 #include <QPainter>

@@ -1,4 +1,3 @@
-// Snapping of presses to the grid and to the design domain.
 #include "model/grid_pick.h"
 
 #include <cmath>

@@ -1,4 +1,3 @@
-// The end of a program whose own guarantee does not hold.
 #include "model/invariant.h"
 
 #include <cstdio>

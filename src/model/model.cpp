@@ -1,4 +1,3 @@
-// Sizing of the model's grid arrays.
 #include "model/model.h"
 
 #include <algorithm>

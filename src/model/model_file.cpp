@@ -1,4 +1,3 @@
-// Writer and reader of the model file, in one and the same order of records.
 #include "model/model_file.h"
 
 #include <fstream>

@@ -1,4 +1,3 @@
-// Conversions between the model's number types.
 #include "model/numbers.h"
 
 #include <string>

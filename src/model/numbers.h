@@ -1,4 +1,4 @@
-// Conversions between the model's number types and the checks that stand for arithmetic traps.
+// Conversions between the model's number types, and checks in place of arithmetic traps.
 #pragma once
 
 #include <cmath>

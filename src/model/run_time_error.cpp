@@ -1,4 +1,3 @@
-// Wording of run-time errors.
 #include "model/run_time_error.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-// A statement of the numeric core that could not be carried out.
+// The error of a statement of the numeric core that could not be carried out.
 #pragma once
 
 #include <exception>

@@ -1,4 +1,3 @@
-// Replacing a file by a complete new one.
 #include "model/safe_file.h"
 
 #include <cerrno>

@@ -1,4 +1,3 @@
-// Writing of the history file.
 #include "optimize/history.h"
 
 #include <string>

@@ -1,4 +1,3 @@
-// The two commands that move an optimization on.
 #include "optimize/optimization_step.h"
 
 #include "fem/mesh.h"

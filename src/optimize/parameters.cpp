@@ -1,4 +1,3 @@
-// Optimization parameters from typed text.
 #include "optimize/parameters.h"
 
 #include "model/number_text.h"

@@ -1,4 +1,3 @@
-// The potential rule, sweep by sweep.
 #include "optimize/potential.h"
 
 #include "model/numbers.h"
