@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,29 @@ class RecordingArea : public DrawingArea {
   int Count(Shape shape, Color color) const {
     return static_cast<int>(std::ranges::count_if(
         calls, [&](const DrawCall& call) { return call.shape == shape && call.color == color; }));
+  }
+
+  /// Whether a line was drawn from one point to the other, in this direction.
+  bool HasLine(Color color, int width, double x1, double y1, double x2, double y2) const {
+    return std::ranges::any_of(calls, [&](const DrawCall& call) {
+      const auto near = [](double a, double b) { return std::fabs(a - b) < 1e-4; };
+      return call.shape == Shape::kLine && call.color == color && call.width == width &&
+             near(call.x1, x1) && near(call.y1, y1) && near(call.x2, x2) && near(call.y2, y2);
+    });
+  }
+
+  /// The text that starts at y; the colour of the filled box whose lower edge is at y.
+  std::string TextAt(double y) const {
+    std::string texts;
+    for (const DrawCall& call : calls) {
+      if (call.shape == Shape::kText && call.y1 == y) texts += call.text;
+    }
+    return texts;
+  }
+  Color FillAt(double y) const {
+    const auto fill = std::ranges::find_if(
+        calls, [y](const DrawCall& call) { return call.shape == Shape::kFill && call.y1 == y; });
+    return fill == calls.end() ? Color{} : fill->color;
   }
 
   /// The colours in the order of their first use, of boxes filled only or of all.

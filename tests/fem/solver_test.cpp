@@ -126,6 +126,19 @@ TEST(Solver, SmallPivotsAreReplacedByTheTolerance) {
   }
 }
 
+TEST(Solver, AResidualEqualToTheBoundCountsAsConverged) {
+  Model model = test::Plate(1, 1);
+  std::ranges::fill(model.NodeFreedom.Raw(), kTrue);
+  model.NodeFreedom(1, 1) = 0;  // one equation, 2 u = 4, solved without a rounding
+  model.YoungModulus = 4, model.PoissonRatio = 0;
+  model.NodeLoad(1, 1) = 4;
+  AssembleEquations(model);
+  const SolveReport report = SolveAssembledEquations(model, 0);
+  EXPECT_TRUE(report.converged);
+  EXPECT_EQ(report.iterations, 1);
+  EXPECT_EQ(model.SolutionVector(1), 2);
+}
+
 TEST(Solver, RefusesAStoreThatLeavesItsSlotsOrEquations) {
   const struct {
     Integer count, column;

@@ -49,6 +49,19 @@ TEST(ImageArea, BoxesLeaveNoGapAndLinesAreSharpAtAnyPixelRatio) {
   }
 }
 
+TEST(ImageArea, AnEdgeInTheMiddleOfAPixelFallsOnItsUpperEnd) {
+  ImageArea area;
+  area.Resize(10, 10, 1);
+  area.SetScale({0, 0, 10, 10});  // pixels
+  area.SetColor(kRed);
+  area.FillBox(2.5, 2.4995, 5.4, 4.49);  // a thousandth below the middle counts as the middle
+  for (int y = 0; y < 10; ++y) {
+    for (int x = 0; x < 10; ++x) {
+      EXPECT_EQ(area.Image().pixel(x, y) == Rgb(kRed), x >= 3 && x < 5 && y == 3) << x << ' ' << y;
+    }
+  }
+}
+
 TEST(ImageArea, SlantedLinesAreThePaintersWhereverTheyLie) {
   for (const int width : {1, 2, 3}) {
     ImageArea area;
