@@ -59,9 +59,9 @@ CanvasLayout LayOutClientArea(int width, int height, LabelFont font) {
   layout.canvasHeight = Pixels(units.canvasHeight * unit);
   layout.labelTop = Pixels(units.labelTop * unit);
   layout.labelHeight = static_cast<int>(std::ceil(kLabelHeight * unit));
-  layout.upDateWidth = Pixels(kUpDateWidth * unit);
+  layout.upDateWidth = Pixels(std::min(kUpDateWidth * unit, 1.0 * width));
   layout.mouseXYLeft = Pixels(kMouseXYLeft * unit);
-  layout.mouseXYWidth = Pixels(kMouseXYWidth * unit);
+  layout.mouseXYWidth = Pixels(std::min(kMouseXYWidth * unit, 1.0 * width - layout.mouseXYLeft));
   return layout;
 }
 

@@ -1,5 +1,6 @@
 #include "model/model_file.h"
 
+#include <algorithm>
 #include <fstream>
 #include <ios>
 
@@ -139,6 +140,21 @@ void ReadGroups(FieldReader& in, Model& model) {
   }
 }
 
+/// Refuses counts that no file gives back, as a failed opening can leave them. Without a domain all
+/// are 0.
+void CheckCounts(const Model& model) {
+  const auto [least, most] =
+      std::minmax({model.CellRowCount, model.CellColumnCount, model.NodeCount, model.ElementCount});
+  if (least == 0 && most == 0) return;
+  if (model.CellRowCount < 1 || model.CellColumnCount < 1 || least < 0) {
+    throw RunTimeError(ErrorKind::kSubscript,
+                       "the grid's " + GeneralText(int{model.CellRowCount}) + " rows and " +
+                           GeneralText(int{model.CellColumnCount}) + " columns, " +
+                           GeneralText(int{model.NodeCount}) + " nodes and " +
+                           GeneralText(int{model.ElementCount}) + " elements are no mesh");
+  }
+}
+
 }  // namespace
 
 ModelFileError::ModelFileError(int line, const std::string& reason)
@@ -146,6 +162,7 @@ ModelFileError::ModelFileError(int line, const std::string& reason)
       line_(line) {}
 
 std::string ModelFileText(const Model& model) {
+  CheckCounts(model);
   std::string text;
   WriteRecord(text, model.DomainWidth, model.ElementSize, model.OriginFracX, model.OriginFracY);
   WriteRecord(text, model.CellRowCount, model.CellColumnCount);

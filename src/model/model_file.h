@@ -24,7 +24,8 @@ class ModelFileError : public std::runtime_error {
 
 /// The records of a model file: one line of comma-separated numbers each, ended by CR LF, in the
 /// order view, grid size, domain corners, material, mesh size, cells, nodes, elements, supports,
-/// loads, optimization parameters. Throws RunTimeError where the arrays do not match the counts.
+/// loads, optimization parameters. Throws RunTimeError where the arrays do not match the counts
+/// or the counts are none of a mesh.
 std::string ModelFileText(const Model& model);
 
 /// Writes the model to path and keeps path in ModelFilePath. A failure throws ModelFileError and

@@ -27,8 +27,15 @@ void CanvasView::FitAndShowModel() {
   ShowModel();
 }
 
+void CanvasView::CheckView() const {
+  const UserScale scale = CanvasScale(model_);
+  if (scale.right > scale.left && scale.top > scale.bottom) return;
+  throw RunTimeError(ErrorKind::kFloatingPoint, "the width of the area shown is not above 0 mm");
+}
+
 void CanvasView::ShowModel() {
   showsCorner_ = false;
+  CheckView();
   MarkActiveNodes(model_);
   DrawCanvas(picCanvas->Drawing(), model_);
   DrawColorBar(picColorBar->Drawing(), colorTable_, kStressTitle);
@@ -36,6 +43,7 @@ void CanvasView::ShowModel() {
 }
 
 void CanvasView::ShowMap(Integer displayMode) {
+  CheckView();
   if (displayMode == kShowStress) {
     DrawStressMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
     showsCorner_ = false;
@@ -47,6 +55,7 @@ void CanvasView::ShowMap(Integer displayMode) {
 }
 
 void CanvasView::Clear() {
+  CheckView();
   picCanvasClear(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
   showsCorner_ = false;
 }

@@ -42,6 +42,9 @@ class CanvasView {
   bool ShowsCorner() const { return showsCorner_; }
 
  private:
+  /// Throws for a view that shows no part of the plane.
+  void CheckView() const;
+
   Model& model_;
   const EditState& edits_;
   ColorTable colorTable_;

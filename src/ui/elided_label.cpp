@@ -7,6 +7,11 @@
 #include <QToolTip>
 
 namespace quillane {
+namespace {
+
+constexpr double kSmallestShare = 0.6;  // of the font's size; below that text is shortened
+
+}  // namespace
 
 ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent) {
   setObjectName(name);
@@ -26,13 +31,26 @@ bool ElidedLabel::event(QEvent* event) {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  painter.setFont(ShownFont());
   painter.setPen(palette().color(foregroundRole()));
   painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    ShownText());
 }
 
 QString ElidedLabel::ShownText() const {
-  return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+  return QFontMetrics(ShownFont()).elidedText(text(), Qt::ElideRight, contentsRect().width());
+}
+
+QFont ElidedLabel::ShownFont() const {
+  QFont shown = font();
+  const int wholeSize = QFontInfo(shown).pixelSize();
+  const auto fits = [&] {
+    return QFontMetrics(shown).horizontalAdvance(text()) <= contentsRect().width();
+  };
+  for (int size = wholeSize; !fits() && size > wholeSize * kSmallestShare;) {
+    shown.setPixelSize(--size);
+  }
+  return shown;
 }
 
 }  // namespace quillane

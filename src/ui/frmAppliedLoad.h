@@ -6,7 +6,7 @@
 namespace quillane {
 
 /// "Applied Load": loading it ends the editing mode, OK stores the force and, where chosen, lets
-/// presses apply it.
+/// presses apply it. Typing a force chooses that.
 class frmAppliedLoad : public Form {
   Q_OBJECT
 

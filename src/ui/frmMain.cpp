@@ -3,6 +3,7 @@
 
 #include <QCloseEvent>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTimer>
 
 #include "model/number_text.h"
@@ -20,6 +21,12 @@ constexpr double kStartWidth = 8085;
 constexpr double kStartHeight = 5880;
 constexpr double kLeastWidth = 7800;
 constexpr double kLeastHeight = 3000;
+
+/// What a window manager may put around the window: its title and two edges.
+QSize RoomOfFrame(const QWidget& window) {
+  const int line = window.fontMetrics().height();
+  return {line, 3 * line};
+}
 
 LabelFont FontOf(const QWidget* label) {
   const QFontMetricsF metrics(label->font());
@@ -41,9 +48,11 @@ frmMain::frmMain()
   BuildMenus();
   ConnectEvents();
   const double unit = LayoutUnit(1, 1, FontOf(lblUpDate));
-  client_->setMinimumSize((QSizeF(kLeastWidth, kLeastHeight) * unit).toSize());
-  const QSize client = (QSizeF(kStartWidth, kStartHeight) * unit).toSize();
-  resize(client.width(), client.height() + menuBar()->sizeHint().height());
+  const int menuHeight = menuBar()->sizeHint().height();
+  const QSize room = screen()->availableSize() - RoomOfFrame(*this) - QSize(0, menuHeight);
+  client_->setMinimumSize((QSizeF(kLeastWidth, kLeastHeight) * unit).toSize().boundedTo(room));
+  const QSize client = (QSizeF(kStartWidth, kStartHeight) * unit).toSize().boundedTo(room);
+  resize(client.width(), client.height() + menuHeight);
   Guarded(this, &frmMain::Form_Load)();
 }
 

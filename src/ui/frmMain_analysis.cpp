@@ -48,7 +48,7 @@ void frmMain::Optimization() {
 }
 
 void frmMain::ShowStep() {
-  view_->ShowMap(model_.DisplayMode);
+  ShowMap();
   SetUpDateCaption(VolumeCaption(model_) + QStringLiteral("     ") +
                    QString::fromStdString(GeneralText(int{model_.StepCount})) +
                    QStringLiteral("step"));

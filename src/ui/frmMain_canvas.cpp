@@ -36,9 +36,12 @@ void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
       QApplication::beep();
       ShowModel();
       break;
-    case PressResult::kOriginMoved:
     case PressResult::kEdited:
       ShowModel();
+      break;
+    case PressResult::kOriginMoved:
+      ShowModel();
+      picCanvas_MouseMove(0, 0, 0, 0);  // the mouse is at the new origin
       break;
     case PressResult::kReadLoad:
       ShowReadOut(loadValue(model_, X, Y), kNodeOutside);

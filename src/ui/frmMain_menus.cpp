@@ -1,5 +1,8 @@
 // The menu bar of the main window and the commands that only open a dialog.
 #include <QMenuBar>
+#include <QProxyStyle>
+#include <QShortcut>
+#include <QStyleOption>
 
 #include "ui/frmAppliedLoad.h"
 #include "ui/frmController.h"
@@ -30,6 +33,22 @@ QMenu* AddMenu(QMenuBar* bar, const char* name, const char* caption) {
   return menu;
 }
 
+/// Shows the item that the keyboard is on, which a style may show only while its menu is open.
+class MenuBarStyle : public QProxyStyle {
+ public:
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element != CE_MenuBarItem || item == nullptr || !(item->state & State_Selected) ||
+        !widget->isActiveWindow()) {
+      return QProxyStyle::drawControl(element, option, painter, widget);
+    }
+    QStyleOptionMenuItem shown = *item;
+    shown.state |= State_Sunken;
+    QProxyStyle::drawControl(element, &shown, painter, widget);
+  }
+};
+
 void AddSeparator(QMenu* menu, const char* name) {
   menu->addSeparator()->setObjectName(QLatin1String(name));
 }
@@ -47,6 +66,9 @@ void frmMain::BuildMenus() {
   };
   QMenuBar* bar = menuBar();
   bar->setNativeMenuBar(false);
+  auto* style = new MenuBarStyle;
+  style->setParent(bar);
+  bar->setStyle(style);
   QMenu* file = AddMenu(bar, "mnuFile", "File");
   add(file, "mnuOpen", "Open model", &frmMain::mnuOpen_Click);
   add(file, "mnuSave", "Save model", &frmMain::mnuSave_Click);
@@ -75,6 +97,10 @@ void frmMain::BuildMenus() {
 
   add(bar, "mnuStressAnalysis", "FEA", &frmMain::mnuStressAnalysis_Click);
   mnuOptimization = add(bar, "mnuOptimization", "Optimization", &frmMain::mnuOptimization_Click);
+
+  const auto* key = new QShortcut(Qt::Key_F10, this);
+  connect(key, &QShortcut::activated, bar,
+          [bar, file] { bar->setActiveAction(file->menuAction()); });
 }
 
 void frmMain::SetResultMenusEnabled(bool enabled) {

@@ -41,7 +41,9 @@ TEST(CanvasLayout, EveryScreenFitsAndNoLabelIsClipped) {
     for (const auto& [width, height] : kSizes) {
       const CanvasLayout layout = LayOutClientArea(width, height, font);
       EXPECT_GE(layout.labelHeight, font.lineHeight) << width << " x " << height;
-      EXPECT_GE(layout.upDateWidth, 60 * font.averageWidth - 1);
+      EXPECT_GE(layout.upDateWidth, std::min(60 * font.averageWidth - 1, 1.0 * width));
+      EXPECT_LE(layout.upDateWidth, std::max(width, 1));
+      EXPECT_LE(layout.mouseXYWidth, std::max(width - layout.mouseXYLeft, 1));
       EXPECT_GE(std::min({layout.canvasWidth, layout.canvasHeight, layout.colorBarWidth}), 1);
       EXPECT_EQ(layout.canvasWidth + layout.colorBarWidth, std::max(width, 2));
       EXPECT_LE(layout.labelTop, std::max(height - layout.labelHeight, 1));

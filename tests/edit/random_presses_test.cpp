@@ -46,7 +46,7 @@ class RandomPresses : public testing::Test {
   void CheckFile(bool couldBeSaved) {
     const std::optional<std::string> text = TextOfModel();
     ASSERT_EQ(text.has_value(), couldBeSaved);
-    if (!text || model_.CellRowCount < 1 || model_.CellColumnCount < 1) return;
+    if (!text) return;
     test::WriteFile(path_, *text);
     Model again;
     OpenModelFile(again, path_);

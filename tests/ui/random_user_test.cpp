@@ -55,16 +55,37 @@ class RandomUser : public Window {
     const QList<QAction*> items = main->findChildren<QAction*>();
     QAction* item = items[static_cast<int>(Below(static_cast<std::size_t>(items.size())))];
     if (item->objectName() != "mnuExit" && item->menu() == nullptr) item->trigger();
+    robot.Forget();
+  }
+
+  /// Saving works and opening gives the same model back, or saving is refused with a reason.
+  void CheckFile() {
+    if (!Fill("mnuSave", {{"txtFileName", "kept.model"}}, "cmdSave")) {
+      EXPECT_NE(robot.Details(), "");
+      EXPECT_FALSE(std::filesystem::exists("kept.model"));
+      return;
+    }
+    const std::string saved = ReadFile(folder / "kept.model");
+    std::filesystem::remove("kept.model");
+    if (model().CellRowCount == 0) return;  // before the first domain there is nothing to open
+    WriteFile(folder / "again.model", saved);
+    Model again;
+    OpenModelFile(again, folder / "again.model");
+    EXPECT_EQ(ModelFileText(again), saved);
   }
 
   void Act() {
     const unsigned kind = Below(20);
     if (kind == 0) {
       WriteFile(folder / "bad.model", Damaged(ModelFileText(RandomPlate(Below(50))), random_));
+      if (!Fill("mnuOpen", {{"txtFileName", "bad.model"}}, "cmdOpen")) ++failedOpenings;
     }
     if (kind == 1)
       main->resize(1 + static_cast<int>(Below(1500)), 1 + static_cast<int>(Below(900)));
-    if (kind == 2) Show(RandomPlate(Below(1000)));
+    if (kind == 2) {
+      WriteFile(folder / "whole.model", ModelFileText(RandomPlate(Below(1000))));
+      Fill("mnuOpen", {{"txtFileName", "whole.model"}}, "cmdOpen");
+    }
     if (kind == 3) Menu("mnuStressAnalysis");
     if (kind >= 4 && kind < 8) AnyCommand();
     if (kind >= 8 && kind < 11 && IsEnabled("mnuOptimization")) {
@@ -72,26 +93,29 @@ class RandomUser : public Window {
       ++steps;
     }
     if (kind >= 11) PressAnywhere();
+    if (ended == -1 && Below(10) == 0) CheckFile();
     QCoreApplication::processEvents();
   }
 
-  int steps = 0;
+  int steps = 0, failedOpenings = 0;
 
  private:
   std::mt19937 random_{20};
 };
 
-TEST_F(RandomUser, EndsInNothingButItsOwnReports) {
+TEST_F(RandomUser, NeverLosesTheModelAndEndsInNothingButItsOwnReports) {
   const int actions = qEnvironmentVariableIntValue("QUILLANE_TEST_ACTIONS");
   for (int action = 0; action < (actions > 0 ? actions : 400); ++action) {
     Act();
     ASSERT_EQ(QApplication::overrideCursor(), nullptr);
     ASSERT_EQ(QApplication::activeModalWidget(), nullptr);
+    ASSERT_FALSE(HasFailure()) << "action " << action;
     if (ended == -1) continue;
     ASSERT_EQ(ended, 1);
     Restart();
   }
   EXPECT_GT(steps, 0);
+  EXPECT_GT(failedOpenings, 0);
 }
 
 }  // namespace

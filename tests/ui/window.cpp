@@ -34,6 +34,7 @@ void Robot::Look() {
   if (dialog == nullptr || !dialog->isVisible() || dialog == answered_) return;
   if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
     boxes_.push_back((box->windowTitle() + ": " + box->text()).toStdString());
+    details_ = box->informativeText().toStdString();
     dialog->accept();
   } else if (answers_.empty()) {
     dialog->reject();
@@ -76,6 +77,7 @@ bool Window::In(const char* menu, const Robot::Answer& work) {
     if (!closed) dialog.reject();
   });
   Menu(menu);
+  robot.Forget();
   return closed;
 }
 

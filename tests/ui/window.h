@@ -29,15 +29,20 @@ class Robot : public QObject {
   Robot();
   using Answer = std::function<void(QDialog&)>;
   void Next(Answer answer) { answers_.push_back(std::move(answer)); }
+  /// Drops the answers that no dialog came for.
+  void Forget() { answers_.clear(); }
 
   /// "title: text" of the message boxes since the last call.
   Texts Boxes() { return std::exchange(boxes_, {}); }
+  /// What stood below the text of the last message box.
+  std::string Details() const { return details_; }
 
  private:
   void Look();
 
   std::deque<Answer> answers_;
   Texts boxes_;
+  std::string details_;
   QWidget* answered_ = nullptr;
 };
 
