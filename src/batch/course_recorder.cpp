@@ -73,9 +73,7 @@ void CourseRecorder::Show(const Model& model, const SolveReport& report) {
   if (table_) WriteLine(CourseLine(model, report, step, course_.CellsChanged()));
   if (options_.frames.empty()) return;
   const std::filesystem::path frame = FramePath(options_.frames, step);
-  Named(frame.string(), [&] {
-    ReplaceFile(frame, PictureFile(model, options_.map, options_.width, options_.height));
-  });
+  Named(frame.string(), [&] { ReplaceFile(frame, PictureFile(options_, model, summary_)); });
 }
 
 void CourseRecorder::WriteLine(const std::string& line) {

@@ -7,7 +7,8 @@
 
 namespace quillane {
 
-std::vector<std::string> WriteFinalFiles(const BatchOptions& options, const Model& model) {
+std::vector<std::string> WriteFinalFiles(const BatchOptions& options, const Model& model,
+                                         const RunSummary& summary) {
   std::vector<std::string> faults;
   const auto write = [&faults](const std::filesystem::path& path, const auto& content) {
     if (path.empty()) return;
@@ -20,8 +21,7 @@ std::vector<std::string> WriteFinalFiles(const BatchOptions& options, const Mode
   write(options.save, [&] { return ModelFileText(model); });
   write(options.cells, [&] { return CellTable(model); });
   write(options.nodes, [&] { return NodeTable(model); });
-  write(options.image,
-        [&] { return PictureFile(model, options.map, options.width, options.height); });
+  write(options.image, [&] { return PictureFile(options, model, summary); });
   return faults;
 }
 

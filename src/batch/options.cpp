@@ -67,6 +67,10 @@ class CommandLine {
     return app_.add_option_function<std::string>(name, read, help)->type_name(type)->group(group_);
   }
 
+  CLI::Option* AddFlag(const char* name, bool& flag, const char* help) {
+    return app_.add_flag(name, flag, help)->group(group_);
+  }
+
   void AddFile(const char* name, std::filesystem::path& path, const char* type, const char* help) {
     app_.add_option(name, path, help)->check(NameFault)->type_name(type)->group(group_);
   }
@@ -82,9 +86,8 @@ class CommandLine {
                       [this](const std::string& text) {
                         options_.steps = WholeNumber("--steps", text, 0, kIntegerMax);
                       });
-    auto* steady = app_.add_flag("--until-steady", options_.untilSteady,
-                                 "step until the layout rests; --steps N: at most N")
-                       ->group(group_);
+    auto* steady = AddFlag("--until-steady", options_.untilSteady,
+                           "step until the layout rests; --steps N: at most N");
     auto* fraction = Add("--volume-fraction", "F",
                          "raise the stress target in stages until this share of the volume is "
                          "left, for example 0.5; Epsilon 5 and Lambda 0.1 unless given",
@@ -120,10 +123,20 @@ class CommandLine {
     AddFile("--image", options_.image, "FILE.png", "the final picture with its legend, as PNG");
     AddFile("--frames", options_.frames, "DIR", "a picture of the analysis and of every step");
     Add("--map", "KIND", "what they show: stress (default), potential or model",
-        [this](const std::string& text) { options_.map = Kind("--map", text); });
+        [this](const std::string& text) { options_.picture.kind = Kind("--map", text); });
     Add("--size", "WxH", "pixels (default 1200x800)", [this](const std::string& text) {
-      std::tie(options_.width, options_.height) = PixelSize("--size", text);
+      std::tie(options_.picture.width, options_.picture.height) = PixelSize("--size", text);
     });
+    Add("--range", "MIN,MAX", "the colours' range in place of the smallest and largest value",
+        [this](const std::string& text) {
+          const auto [smallest, largest] = NumberRange("--range", text);
+          options_.picture.style.range = {smallest, largest};
+        });
+    AddFlag("--fit", options_.picture.fitDomain, "frame the design domain, not the model's view");
+    AddFlag("--label", options_.label, "write step and volume into them");
+    app_.add_flag_callback(
+            "--no-grid", [this] { options_.picture.style.grid = false; }, "without axes and grid")
+        ->group(group_);
   }
 
   BatchOptions& options_;

@@ -23,8 +23,8 @@ struct BatchOptions {
   std::optional<Single> lambda;
 
   std::filesystem::path history, course, json, save, cells, nodes, image, frames;
-  PictureKind map = PictureKind::kStress;
-  int width = 1200, height = 800;  ///< of pictures, pixels
+  PictureOptions picture;
+  bool label = false;  ///< write step and volume into the pictures
   bool quiet = false;
 };
 

@@ -52,9 +52,8 @@ void RefuseDoubleNames(const BatchOptions& options) {
     const bool inPlace = file == &options.save && name == named.front();
     const bool taken = std::find(named.begin(), named.end(), name) != named.end();
     if (taken && !inPlace && !IsStream(*file)) {
-      throw Failure{kExitUsageOrFile, *file == "-"
-                                          ? "only one output can go to standard output"
-                                          : file->string() + ": two files of one name"};
+      throw Failure{kExitUsageOrFile, *file == "-" ? "only one output can go to standard output"
+                                                   : file->string() + ": two files of one name"};
     }
     if (withFrames && name.parent_path() == Whole(options.frames) && IsFrameName(name.filename())) {
       throw Failure{kExitUsageOrFile, file->string() + ": this is the name of a frame"};

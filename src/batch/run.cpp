@@ -208,7 +208,7 @@ class BatchRun {
   }
 
   void Finish() {
-    std::vector<std::string> faults = WriteFinalFiles(options_, model_);
+    std::vector<std::string> faults = WriteFinalFiles(options_, model_, summary_);
     try {
       Named(options_.history.string(), [&] { history_.Close(model_); });
     } catch (const Failure& failure) {

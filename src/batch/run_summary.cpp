@@ -16,10 +16,6 @@ namespace {
 /// A Single as a person would write it: 0.05, not 0.0500000007.
 double Plain(Single value) { return QString::fromStdString(GeneralText(value)).toDouble(); }
 
-double VolumeFraction(const Model& model, const RunSummary& summary) {
-  return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;
-}
-
 QJsonArray StageArray(const RunSummary& summary) {
   QJsonArray stages;
   for (const auto& [stage, volume] : summary.stages) {
@@ -30,6 +26,10 @@ QJsonArray StageArray(const RunSummary& summary) {
 }
 
 }  // namespace
+
+double VolumeFraction(const Model& model, const RunSummary& summary) {
+  return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;
+}
 
 std::string SummaryText(const Model& model, const RunSummary& summary) {
   std::string text;

@@ -31,6 +31,9 @@ struct RunSummary {
   int exitStatus = 0;
 };
 
+/// The volume as a share of that at the start.
+double VolumeFraction(const Model& model, const RunSummary& summary);
+
 /// The lines for standard output.
 std::string SummaryText(const Model& model, const RunSummary& summary);
 

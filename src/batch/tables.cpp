@@ -51,10 +51,16 @@ std::string CourseLine(const Model& model, const SolveReport& report, int step, 
                      report.converged, LostLoads(model).empty());
 }
 
-std::string PictureFile(const Model& model, PictureKind kind, int width, int height) {
-  const QImage picture = RenderPicture(model, kind, width, height);
+std::string PictureFile(const BatchOptions& options, const Model& model,
+                        const RunSummary& summary) {
+  PictureOptions picture = options.picture;
+  if (options.label) {
+    picture.label = fmt::format("step {}   volume {:.1f} %", summary.steps,
+                                100 * VolumeFraction(model, summary));
+  }
+  const QImage image = RenderPicture(model, picture);
   QBuffer png;
-  if (picture.isNull() || !picture.save(&png, "PNG")) {
+  if (image.isNull() || !image.save(&png, "PNG")) {
     throw FileWriteError("the picture cannot be made");
   }
   return png.data().toStdString();

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "fem/solver.h"
-#include "image/picture.h"
+#include "batch/options.h"
+#include "batch/run_summary.h"
 #include "model/model.h"
 
 namespace quillane {
@@ -22,8 +22,8 @@ std::string CourseHeader();
 /// The line of a step, 0 for the analysis.
 std::string CourseLine(const Model& model, const SolveReport& report, int step, int cellsChanged);
 
-/// The picture with its legend, as PNG. Throws FileWriteError; RunTimeError where the model cannot
-/// be drawn.
-std::string PictureFile(const Model& model, PictureKind kind, int width, int height);
+/// The picture with its legend, as PNG; its label, where wanted, names step and volume. Throws
+/// FileWriteError; RunTimeError where the model cannot be drawn.
+std::string PictureFile(const BatchOptions& options, const Model& model, const RunSummary& summary);
 
 }  // namespace quillane

@@ -39,34 +39,42 @@ void DrawFramedElement(DrawingArea& picCanvas, const Model& model, int element, 
   picCanvas.DrawBox(box.x1, box.y1, box.x2, box.y2);
 }
 
-void DrawCells(DrawingArea& picCanvas, const Model& model, Integer state, Color fill) {
+void DrawCells(DrawingArea& picCanvas, const Model& model, Integer state, Color fill,
+               const DrawingStyle& style) {
   int element = 0;
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       ++element;
-      if (model.CellState(i, j) == state) DrawFramedElement(picCanvas, model, element, fill);
+      if (model.CellState(i, j) != state) continue;
+      if (style.grid) {
+        DrawFramedElement(picCanvas, model, element, fill);
+      } else {
+        picCanvas.SetColor(fill);
+        FillElement(picCanvas, model, element);
+      }
     }
   }
 }
 
 }  // namespace
 
-void DrawCanvas(DrawingArea& picCanvas, const Model& model) {
+void DrawCanvas(DrawingArea& picCanvas, const Model& model, const DrawingStyle& style) {
   ClearCanvas(picCanvas, model, kBackground);
   DrawDomainBox(picCanvas, model);
-  DrawCells(picCanvas, model, kCellDesign, kLightGreen);
-  DrawCells(picCanvas, model, kCellNonDesign, kLightCyan);
-  DrawCells(picCanvas, model, kCellCutOut, kBackground);
+  DrawCells(picCanvas, model, kCellDesign, kLightGreen, style);
+  DrawCells(picCanvas, model, kCellNonDesign, kLightCyan, style);
+  DrawCells(picCanvas, model, kCellCutOut, kBackground, style);
   DrawLoads(picCanvas, model);
   DrawSupports(picCanvas, model);
-  drawGrid(picCanvas, model);
+  if (style.grid) drawGrid(picCanvas, model);
 }
 
-void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background) {
+void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background,
+                     const DrawingStyle& style) {
   ClearCanvas(picCanvas, model, background);
   DrawDomainBox(picCanvas, model);
-  DrawCells(picCanvas, model, kCellCutOut, kBackground);
-  drawGrid(picCanvas, model);
+  DrawCells(picCanvas, model, kCellCutOut, kBackground, style);
+  if (style.grid) drawGrid(picCanvas, model);
 }
 
 void FillElement(DrawingArea& picCanvas, const Model& model, int element) {

@@ -3,6 +3,7 @@
 
 #include "display/color_scale.h"
 #include "display/drawing_area.h"
+#include "display/drawing_style.h"
 #include "display/grid.h"
 #include "display/symbols.h"
 #include "model/model.h"
@@ -12,11 +13,12 @@ namespace quillane {
 /// Redraws the canvas from the model: background, design domain, cells by state, loads, supports,
 /// axes and grid, in the scale of the model's view. Throws RunTimeError: overflow where the grid
 /// has too many lines, subscript where the mesh does not fit the grid.
-void DrawCanvas(DrawingArea& picCanvas, const Model& model);
+void DrawCanvas(DrawingArea& picCanvas, const Model& model, const DrawingStyle& style = {});
 
 /// Redraws what a result map lies on: the canvas drawing on a background of its own, without
 /// material, loads and supports. Throws as DrawCanvas.
-void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background);
+void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background,
+                     const DrawingStyle& style = {});
 
 /// Fills the square of an element, from 1, in the drawing colour, from its first to its third node.
 /// Throws RunTimeError (subscript) where there is no such element or node.

@@ -17,13 +17,8 @@ namespace {
 /// Upper ends of the levels, ascending; [level - 1].
 using LevelLimits = std::array<Single, kLevelCount>;
 
-struct Extremes {
-  double smallest = 0;
-  double largest = 0;
-};
-
 /// The first limit is the smallest value itself, the last one the largest, 15 equal widths between.
-LevelLimits LimitsBetween(Extremes extremes) {
+LevelLimits LimitsBetween(ValueRange extremes) {
   const Single width =
       ToSingle((extremes.largest - extremes.smallest) / 15, "The width of a level");
   LevelLimits limits{};
@@ -54,13 +49,14 @@ void DrawLegend(DrawingArea& picColorBar, const ColorTable& table, std::string_v
 }
 
 void FillCells(DrawingArea& picCanvas, const Model& model, const Array2<Double>& values,
-               const LevelLimits& limits, const ColorTable& table) {
+               const LevelLimits& limits, const ColorTable& table, const DrawingStyle& style) {
   int element = 0;
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       ++element;
       if (model.CellState(i, j) <= 0) continue;
-      const Single value = ToSingle(values(i, j), "The value of a cell");
+      const Single given = ToSingle(values(i, j), "The value of a cell");
+      const Single value = style.range ? std::min(given, limits.back()) : given;
       picCanvas.SetColor(LevelColor(table, LevelOf(limits, value)));
       FillElement(picCanvas, model, element);
     }
@@ -69,17 +65,17 @@ void FillCells(DrawingArea& picCanvas, const Model& model, const Array2<Double>&
 
 void DrawMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
              const ColorTable& table, std::string_view title, const Array2<Double>& values,
-             Extremes extremes) {
-  const LevelLimits limits = LimitsBetween(extremes);
-  DrawEmptyDomain(picCanvas, model, kWhite);
+             ValueRange extremes, const DrawingStyle& style) {
+  const LevelLimits limits = LimitsBetween(style.range.value_or(extremes));
+  DrawEmptyDomain(picCanvas, model, kWhite, style);
   DrawLegend(picColorBar, table, title, limits);
-  FillCells(picCanvas, model, values, limits, table);
+  FillCells(picCanvas, model, values, limits, table, style);
   DrawLoads(picCanvas, model);
   DrawSupports(picCanvas, model);
 }
 
-Extremes ExtremesOf(const Model& model, const Array2<Double>& values) {
-  Extremes extremes;
+ValueRange ExtremesOf(const Model& model, const Array2<Double>& values) {
+  ValueRange extremes;
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       extremes.smallest = std::min(extremes.smallest, values(i, j));
@@ -92,15 +88,15 @@ Extremes ExtremesOf(const Model& model, const Array2<Double>& values) {
 }  // namespace
 
 void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                   const ColorTable& table) {
+                   const ColorTable& table, const DrawingStyle& style) {
   DrawMap(picCanvas, picColorBar, model, table, kStressTitle, model.CellStress,
-          {model.MinStress, model.MaxStress});
+          {model.MinStress, model.MaxStress}, style);
 }
 
 void DrawNeuronMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                   const ColorTable& table) {
+                   const ColorTable& table, const DrawingStyle& style) {
   DrawMap(picCanvas, picColorBar, model, table, kPotentialTitle, model.Potential,
-          ExtremesOf(model, model.Potential));
+          ExtremesOf(model, model.Potential), style);
 }
 
 }  // namespace quillane

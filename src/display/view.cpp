@@ -1,5 +1,8 @@
 #include "display/view.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "model/numbers.h"
 
 namespace quillane {
@@ -12,6 +15,19 @@ void FitView(Model& model, double canvasWidth, double canvasHeight) {
   model.ViewTop =
       ToSingle(static_cast<double>(model.OriginFracY) * static_cast<double>(model.DomainHeight),
                "The top edge of the view");
+}
+
+void FrameDomain(Model& model, double canvasWidth, double canvasHeight) {
+  constexpr double kRoom = 1.15;
+  const double width = std::fabs(double{model.DomainX2} - double{model.DomainX1});
+  const double height = std::fabs(double{model.DomainY2} - double{model.DomainY1});
+  const double aspect = canvasHeight / canvasWidth;
+  const double shown = kRoom * std::max(width, height / aspect);
+  const double right = (double{model.DomainX1} + double{model.DomainX2} + shown) / 2;
+  const double top = (double{model.DomainY1} + double{model.DomainY2} + shown * aspect) / 2;
+  model.DomainWidth = ToSingle(shown, "The width of the area shown");
+  model.OriginFracX = ToSingle(right / shown, "The origin's place in the view");
+  model.OriginFracY = ToSingle(top / (shown * aspect), "The origin's place in the view");
 }
 
 UserScale CanvasScale(const Model& model) {

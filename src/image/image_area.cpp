@@ -43,12 +43,17 @@ ImageArea::ImageArea() { Resize(1, 1, 1); }
 ImageArea::~ImageArea() = default;
 
 void ImageArea::Resize(int width, int height, double devicePixelRatio) {
-  const double deviceWidth = std::max(1.0, std::round(std::max(width, 1) * devicePixelRatio));
-  const double deviceHeight = std::max(1.0, std::round(std::max(height, 1) * devicePixelRatio));
+  const auto pixels = [devicePixelRatio](int length) {
+    const double exact = std::round(std::max(length, 1) * devicePixelRatio);
+    return static_cast<int>(std::clamp(exact, 1.0, kLongestSide + 1));
+  };
+  ResizePixels(pixels(width), pixels(height), devicePixelRatio);
+}
+
+void ImageArea::ResizePixels(int width, int height, double devicePixelRatio) {
   QImage fresh;
-  if (deviceWidth <= kLongestSide && deviceHeight <= kLongestSide) {
-    fresh =
-        QImage(static_cast<int>(deviceWidth), static_cast<int>(deviceHeight), QImage::Format_RGB32);
+  if (width <= kLongestSide && height <= kLongestSide) {
+    fresh = QImage(width, height, QImage::Format_RGB32);
   }
   if (fresh.isNull()) {
     throw RunTimeError(ErrorKind::kOutOfMemory, "a picture of " + std::to_string(width) + " x " +

@@ -25,6 +25,9 @@ class ImageArea final : public DrawingArea {
   /// as 1. Throws RunTimeError (out of memory) for a picture too large to hold.
   void Resize(int width, int height, double devicePixelRatio);
 
+  /// The same of width x height device pixels, each at least 1.
+  void ResizePixels(int width, int height, double devicePixelRatio);
+
   /// The picture so far, its device pixel ratio set.
   const QImage& Image() const;
 

@@ -2,16 +2,26 @@
 #pragma once
 
 #include <QImage>
+#include <string>
 
+#include "display/drawing_style.h"
 #include "model/model.h"
 
 namespace quillane {
 
 enum class PictureKind { kModel, kStress, kPotential };
 
-/// What the window's canvas and legend show of the model, in width x height pixels. Needs a
-/// QGuiApplication. Throws RunTimeError: out of memory for a picture too large to hold, and as
-/// DrawCanvas and the result maps.
-QImage RenderPicture(const Model& model, PictureKind kind, int width, int height);
+struct PictureOptions {
+  PictureKind kind = PictureKind::kStress;
+  int width = 1200, height = 800;  ///< pixels
+  bool fitDomain = false;          ///< frame the design domain instead of the model's view
+  DrawingStyle style;
+  std::string label;  ///< a line in the upper left corner
+};
+
+/// What the window's canvas and legend show of the model. Lines, symbols and text grow with a
+/// picture of more than 1200 x 800 pixels. Needs a QGuiApplication. Throws RunTimeError: out of
+/// memory for a picture too large to hold, and as DrawCanvas and the result maps.
+QImage RenderPicture(const Model& model, const PictureOptions& options);
 
 }  // namespace quillane

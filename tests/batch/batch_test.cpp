@@ -66,7 +66,11 @@ TEST_F(Batch, LeavesPicturesOfTheAskedSize) {
     EXPECT_EQ(Run("plate.model --quiet --image i.png --map " + kind), 0);
     pictures.insert(ReadFile(folder_ / "i.png"));
   }
-  EXPECT_EQ(pictures.size(), 3U);
+  for (const char* look : {"--fit", "--no-grid", "--range 0,9", "--label"}) {
+    EXPECT_EQ(Run(std::string("plate.model --quiet --image i.png ") + look), 0) << err_;
+    pictures.insert(ReadFile(folder_ / "i.png"));
+  }
+  EXPECT_EQ(pictures.size(), 7U) << "every look is another picture";
 }
 
 TEST_F(Batch, TellsWhatDidNotConverge) {
@@ -116,6 +120,7 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"plate.model --history ./plate.model", 2, "./plate.model: two files of one name"},
       {"plate.model --cells a --save ../\"${PWD##*/}\"/a", 2, "a: two files of one name"},
       {"plate.model --size 0x100", 2, "--size"},
+      {"plate.model --range 9,0", 2, "--range: wants MIN,MAX"},
       {"plate.model --steps 0x10", 2, "--steps: wants a whole number"},
       {"plate.model --stress-target ''", 2, "--stress-target: wants a decimal number"},
       {"plate.model --stress-target 24,5", 2, "--stress-target"},

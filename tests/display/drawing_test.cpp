@@ -137,9 +137,10 @@ TEST(CanvasDrawing, WhatCannotBeDrawnIsARunTimeError) {
 const ColorTable kTable = MakeColorTable();
 
 struct Map {
-  explicit Map(Model model, decltype(&DrawStressMap) draw = DrawStressMap) {
+  explicit Map(Model model, decltype(&DrawStressMap) draw = DrawStressMap,
+               const DrawingStyle& style = {}) {
     FitView(model, 800, 600);
-    draw(canvas, legend, model, kTable);
+    draw(canvas, legend, model, kTable, style);
   }
 
   RecordingArea canvas, legend;
@@ -198,6 +199,33 @@ TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
   EXPECT_EQ(potentials.legend.TextAt(1), "0.00E+00");
   EXPECT_EQ(potentials.legend.TextAt(16), "7.50E+00") << "the empty cell counts for the scale";
   EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(kTable, 9)), 1) << "4 = 8 * 0.5";
+}
+
+TEST(ResultMaps, ARangeOfItsOwnHoldsWhateverTheValues) {
+  Model model = test::Plate(1, 3);
+  model.CellStress(1, 1) = 5, model.CellStress(1, 2) = 30, model.CellStress(1, 3) = 90;
+  model.MinStress = 5, model.MaxStress = 90;
+  const Map map(model, DrawStressMap, {.grid = false, .range = ValueRange{10, 40}});
+  EXPECT_EQ(map.legend.TextAt(1) + map.legend.TextAt(16), "1.00E+014.00E+01");
+  for (const int level : {1, 11, 16}) {
+    EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(kTable, level)), 1) << level;
+  }
+  EXPECT_EQ(map.canvas.Count(Shape::kLine, kRed) + map.canvas.Count(Shape::kLine, kCyan), 0);
+}
+
+TEST(View, FramesTheDomainWhereverItLies) {
+  for (const auto& [rows, columns] : {std::pair{2, 10}, std::pair{10, 2}}) {
+    Model model = test::Plate(rows, columns);
+    model.DomainX1 += 5000, model.DomainX2 += 5000, model.DomainY1 -= 900, model.DomainY2 -= 900;
+    FrameDomain(model, 800, 600);
+    FitView(model, 800, 600);
+    const UserScale scale = CanvasScale(model);
+    const double across = scale.right - scale.left, up = scale.top - scale.bottom;
+    EXPECT_NEAR(across / up, 800.0 / 600, 1e-4);
+    EXPECT_NEAR(std::max(columns * 100 / across, rows * 100 / up), 1 / 1.15, 1e-4);
+    EXPECT_NEAR(scale.left + scale.right, 10000 + columns * 100, 1);
+    EXPECT_NEAR(scale.bottom + scale.top, -1800 + rows * 100, 1);
+  }
 }
 
 TEST(ResultMaps, ColoursLieOverTheGridAndUnderTheSymbols) {
