@@ -17,7 +17,7 @@ QString Since(const Model& model, int steps) {
 QString LayoutLine(const Model& model, const OptimizationCourse& course) {
   if (model.StepCount == 0) return QStringLiteral("No step since the FEA.");
   if (const int steps = course.RepeatedSteps(); steps > 0) {
-    return QStringLiteral("The layout is the same since %1.").arg(Since(model, steps));
+    return QStringLiteral("The layout has not changed since %1.").arg(Since(model, steps));
   }
   for (int cycle = 2; cycle <= OptimizationCourse::kLongestCycle; ++cycle) {
     if (course.RepeatedSteps(cycle) >= cycle) {
@@ -40,7 +40,7 @@ QString CourseText(const Model& model, const EditState& edits, const Optimizatio
                .arg(model.MaxStress, 0, 'g', 4);
   lines += LayoutLine(model, course);
   if (const int solves = course.UnconvergedSolves(); solves > 0) {
-    lines += QStringLiteral("The solver fails since %1:").arg(Since(model, solves - 1));
+    lines += QStringLiteral("The solver has not converged since %1:").arg(Since(model, solves - 1));
     lines += QStringLiteral("open the last saved model, lower the target.");
   }
   if (edits.changedSinceAnalysis) lines += QStringLiteral("Changed by hand since the last FEA.");

@@ -34,7 +34,8 @@ QString NotConvergedText(const SolveReport& report) {
              "応力解析が収束しませんでした。\n"
              "表示された結果は正しくない可能性があります。\n"
              "拘束条件を確認してください。\n\n"
-             "The analysis did not converge (%1 iterations, |f - K u| / |f| = %2).\n"
+             "The analysis did not converge: after %1 iterations\n"
+             "|f - K u| / |f| is %2.\n"
              "The results shown may be wrong.\n"
              "Check that the plate is held against moving and turning.")
       .arg(report.iterations)

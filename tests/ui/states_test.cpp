@@ -168,7 +168,7 @@ TEST_F(States, TheDialogTellsHowTheStepsGo) {
             "Volume: 100.0% of that at the last FEA\n" + stresses + "\nNo step since the FEA.");
   const Array2<Integer> analysed = model().CellState;
   main->Optimization();
-  EXPECT_NE(CourseText().find("\nThe layout is the same since the FEA."), std::string::npos);
+  EXPECT_NE(CourseText().find("\nThe layout has not changed since the FEA."), std::string::npos);
   while (std::ranges::equal(model().CellState.Raw(), analysed.Raw())) main->Optimization();
   const std::string after = CourseText();
   EXPECT_NE(after.find("\nCells changed in the last step: "), std::string::npos) << after;

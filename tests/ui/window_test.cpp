@@ -115,10 +115,11 @@ TEST_F(Window, AnAnalysisThatFailsIsReportedAndTheWindowStays) {
   EXPECT_TRUE(IsEnabled("mnuOptimization")) << "the results stand";
   In("mnuOptimization", [](QDialog& dialog) {
     const auto* course = dialog.findChild<QLabel*>("lblCourse");
-    EXPECT_TRUE(course->text().contains("The solver fails since the FEA"));
+    EXPECT_TRUE(course->text().contains("The solver has not converged since the FEA"));
     const QSize size = dialog.size();
     Click(dialog, "cmdManual");
-    EXPECT_TRUE(course->text().contains("The solver fails since the FEA")) << "nor does the step";
+    EXPECT_TRUE(course->text().contains("The solver has not converged since the FEA"))
+        << "nor does the step";
     EXPECT_EQ(dialog.size(), size);
   });
   EXPECT_EQ(ended, -1);
