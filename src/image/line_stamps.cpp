@@ -46,12 +46,13 @@ LineStamps::Stamp LineStamps::Paint(QPoint step, int width, QRgb color) {
     const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
     for (int x = 0; x + kBlock <= image.width(); ++x) {
       if (row[x] == 0) continue;
-      Block& block = stamp.blocks.emplace_back(x - first.x(), y - first.y());
+      Block block{.x = x - first.x(), .y = y - first.y()};
       std::memcpy(block.added.data(), row + x, block.added.size());
       for (std::size_t i = 0; i < block.kept.size(); ++i) {
         block.kept[i] = static_cast<std::uint8_t>(255 - qAlpha(row[x + static_cast<int>(i) / 4]));
       }
       stamp.box |= QRect(block.x, block.y, kBlock, 1);
+      stamp.blocks.push_back(block);
       x += kBlock - 1;
     }
   }
