@@ -8,7 +8,6 @@
 #include <cstdlib>
 
 #include "model/numbers.h"
-#include "model/run_time_error.h"
 
 namespace quillane {
 namespace {
@@ -142,12 +141,6 @@ std::optional<double> LeadingNumber(std::string_view text) {
   double value = 0.0;
   if (!Convert(text.substr(0, length), value)) return std::nullopt;
   return value;
-}
-
-double LeadingNumber(std::string_view text, const char* what) {
-  const std::optional<double> value = LeadingNumber(text);
-  if (value) return *value;
-  throw RunTimeError(ErrorKind::kOverflow, std::string(what) + " is too large a number");
 }
 
 FieldFault ParseField(std::string_view field, Integer& value) {

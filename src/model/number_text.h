@@ -27,9 +27,6 @@ std::string WholeText(double value);
 /// passes the range of a Double.
 std::optional<double> LeadingNumber(std::string_view text);
 
-/// Likewise, but throws RunTimeError (overflow) naming `what` when it passes the range.
-double LeadingNumber(std::string_view text, const char* what);
-
 /// A whole field read as a number of the given type; blanks around it are allowed.
 enum class FieldFault { kNone, kEmpty, kNotANumber, kOutOfRange };
 FieldFault ParseField(std::string_view field, Integer& value);

@@ -43,9 +43,9 @@ TEST(NumberText, LeadingNumberOfTypedText) {
                {"1e3", 1000}, {"1e+", 1},    {"1E-2y", 0.01},
                {"-.", 0},     {"--1", 0},    {"1,5", 1},
                {"inf", 0},    {"1e-400", 0}, {"0.0000000e999999999999", 0}};
-  for (const auto& c : cases) EXPECT_EQ(LeadingNumber(c.text, "a number"), c.value) << c.text;
-  EXPECT_THROW(LeadingNumber("1e400", "a number"), RunTimeError);
-  EXPECT_THROW(LeadingNumber("1e99999999999999999999", "a number"), RunTimeError);
+  for (const auto& c : cases) EXPECT_EQ(LeadingNumber(c.text), c.value) << c.text;
+  EXPECT_EQ(LeadingNumber("1e400"), std::nullopt);
+  EXPECT_EQ(LeadingNumber("1e99999999999999999999"), std::nullopt);
 }
 
 TEST(Numbers, ConversionsRoundHalvesToEvenAndRefuseOverflow) {
