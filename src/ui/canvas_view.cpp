@@ -34,23 +34,22 @@ void CanvasView::CheckView() const {
 }
 
 void CanvasView::ShowModel() {
-  showsCorner_ = false;
-  CheckView();
   MarkActiveNodes(model_);
+  CheckView();
   DrawCanvas(picCanvas->Drawing(), model_);
   DrawColorBar(picColorBar->Drawing(), colorTable_, kStressTitle);
-  if (HoldsCorner(model_, edits_)) MarkCorner();
+  MarkCorner();
 }
 
 void CanvasView::ShowMap(Integer displayMode) {
   CheckView();
   if (displayMode == kShowStress) {
     DrawStressMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
-    showsCorner_ = false;
+    MarkCorner();
   }
   if (displayMode == kShowPotential) {
     DrawNeuronMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
-    showsCorner_ = false;
+    MarkCorner();
   }
 }
 
@@ -68,6 +67,8 @@ void CanvasView::ShowNothing() {
 }
 
 void CanvasView::MarkCorner() {
+  showsCorner_ = HoldsCorner(model_, edits_);
+  if (!showsCorner_) return;
   if (edits_.cornerMode == kModeDomain) {
     MarkDomainCorner(picCanvas->Drawing(), model_, static_cast<double>(edits_.cornerX),
                      static_cast<double>(edits_.cornerY));
@@ -75,7 +76,6 @@ void CanvasView::MarkCorner() {
     HighlightCell(picCanvas->Drawing(), model_,
                   ElementOfCell(model_, edits_.cornerCell.row, edits_.cornerCell.column));
   }
-  showsCorner_ = true;
 }
 
 }  // namespace quillane

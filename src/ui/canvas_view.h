@@ -27,7 +27,8 @@ class CanvasView {
   /// Marks the active nodes and draws the model, a held corner with it, beside a bare legend.
   void ShowModel();
 
-  /// Draws the map of the given DisplayMode with its legend; nothing for other codes.
+  /// Draws the map of the given DisplayMode with its legend, a held corner with it; nothing for
+  /// other codes.
   void ShowMap(Integer displayMode);
 
   /// Wipes both: background, axes and grid, bare legend.
@@ -36,7 +37,7 @@ class CanvasView {
   /// An empty canvas beside a bare legend; never throws RunTimeError.
   void ShowNothing();
 
-  /// Marks the held corner on what is drawn.
+  /// Marks the corner, where one is held, on what is drawn.
   void MarkCorner();
   /// The drawing bears a corner's mark.
   bool ShowsCorner() const { return showsCorner_; }

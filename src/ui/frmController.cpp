@@ -6,7 +6,6 @@
 
 #include "edit/settings.h"
 #include "model/number_text.h"
-#include "optimize/parameters.h"
 #include "ui/error_text.h"
 
 namespace quillane {
@@ -39,7 +38,9 @@ void frmController::cmdOK_Click() {
     QLineEdit* const boxes[] = {txtDpStress, txtDpEpsilon, txtDpLambda};
     return Refuse(boxes[*refused], TooLargeText());
   }
-  Main().SetUpDateCaption(QString::fromStdString(ParameterSummary(model)));
+  Main().SetUpDateCaption(QString::fromStdString(
+      "Stress Target = " + GeneralText(model.StressTarget) + "MPa   Epsilon = " +
+      GeneralText(int{model.Epsilon}) + "   Lambda = " + GeneralText(model.Lambda)));
   Unload();
 }
 

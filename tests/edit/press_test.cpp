@@ -1,11 +1,10 @@
-// Presses that meet a half-made edit or a grid that does not fit.
+// Presses where the grid has nothing for them.
 #include "edit/press.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "edit/settings.h"
 #include "model/model_file.h"
 #include "support/plates.h"
 
@@ -13,34 +12,6 @@ namespace quillane {
 namespace {
 
 using enum PressResult;
-
-TEST(Press, AHeldCornerIsDroppedByWhateverEndsItsMode) {
-  const std::pair<Integer, PressResult> modes[] = {{kModeDomain, kNewDomain},
-                                                   {kModeDesign, kEdited}};
-  for (const auto& [mode, done] : modes) {
-    Model model = test::Plate(4, 4, 100, kCellEmpty);
-    EditState state;
-    const std::string before = ModelFileText(model);
-    ASSERT_TRUE(BeginMode(model, mode));
-    EXPECT_EQ(Press(model, state, 10, 10), kFirstCorner);
-    EXPECT_TRUE(HoldsCorner(model, state));
-    const auto elsewhere = [&] { model.EditMode = kModeNothing; };  // a dialog, a step
-    const auto another = [&] { BeginMode(model, kModeCutOut); };
-    const auto again = [&] { BeginMode(model, mode); };
-    for (const std::function<void()>& end :
-         {std::function<void()>(elsewhere), std::function<void()>(another),
-          std::function<void()>(again)}) {
-      end();
-      EXPECT_FALSE(HoldsCorner(model, state));
-      EXPECT_EQ(ModelFileText(model), before);
-      BeginMode(model, mode);
-      EXPECT_EQ(Press(model, state, 310, 310), kFirstCorner) << "a first press again";
-    }
-    EXPECT_FALSE(state.changedSinceAnalysis);
-    EXPECT_EQ(Press(model, state, 110, 110), done);
-    EXPECT_TRUE(state.changedSinceAnalysis);
-  }
-}
 
 TEST(Press, WhatTheGridDoesNotHaveIsRefusedAsAValue) {
   constexpr Single kInfinite = std::numeric_limits<Single>::infinity();
@@ -73,18 +44,6 @@ TEST(Press, WhatTheGridDoesNotHaveIsRefusedAsAValue) {
   BeginMode(mixture, kModeDesign);
   EXPECT_EQ(Press(mixture, state, 350, 10), kFirstCorner);
   EXPECT_EQ(Press(mixture, state, 10, 210), kElementOutside);
-}
-
-TEST(Settings, TellWhetherTheMaterialChanged) {
-  Model model;
-  EditState state;
-  EXPECT_EQ(SetMaterial(model, state, "210000", "1", "0.3"), std::nullopt);
-  EXPECT_FALSE(state.changedSinceAnalysis);
-  EXPECT_EQ(SetMaterial(model, state, "7e4", "1", "1e999"), 2);
-  EXPECT_EQ(model.YoungModulus, 210000);
-  EXPECT_FALSE(state.changedSinceAnalysis);
-  EXPECT_EQ(SetMaterial(model, state, "7e4", "1", "0.3"), std::nullopt);
-  EXPECT_TRUE(state.changedSinceAnalysis);
 }
 
 }  // namespace

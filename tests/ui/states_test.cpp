@@ -81,8 +81,12 @@ TEST_F(States, AHalfMadeEditLeavesTheModelAndGoesWithItsMode) {
       EXPECT_EQ(Text(), before);
     }
   }
+  ChooseIn("mnuImageIndicator", "optStressValue");
+  const QImage map = Picture();
   ChooseIn("mnuShape", "optDesignDomain");
   Press(350, 350);
+  ChooseIn("mnuImageIndicator", "optStressValue");
+  EXPECT_NE(Picture(), map);
   EXPECT_TRUE(Open("other.model"));
   Press(50, 50);
   EXPECT_EQ(model().EditMode, kModeNothing);
@@ -150,7 +154,7 @@ TEST_F(States, AModelThatCannotBeDrawnSaysSoOnceAndShowsNothing) {
     PressAt(30, 30);
     EXPECT_TRUE(CanvasIsEmpty());
     EXPECT_EQ(BoxesInTime().size(), 0U) << "one box for one reason";
-    for (const char* menu : {"mnuImageIndicator", "mnuClear"}) Fill(menu, {});
+    for (const char* menu : {"mnuStressAnalysis", "mnuImageIndicator", "mnuClear"}) Fill(menu, {});
     BoxesInTime();
     EXPECT_EQ(ended, -1);
   }
