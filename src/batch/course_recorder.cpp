@@ -7,6 +7,7 @@
 #include "batch/failure.h"
 #include "batch/outputs.h"
 #include "batch/tables.h"
+#include "export/vtu.h"
 
 namespace quillane {
 namespace {
@@ -71,9 +72,18 @@ void CourseRecorder::Show(const Model& model, const SolveReport& report) {
   const int step = summary_.steps;
   progress_.Show(model, step);
   if (table_) WriteLine(CourseLine(model, report, step, course_.CellsChanged()));
-  if (options_.frames.empty()) return;
-  const std::filesystem::path frame = FramePath(options_.frames, step);
-  Named(frame.string(), [&] { ReplaceFile(frame, PictureFile(options_, model, summary_)); });
+  if (!options_.frames.empty()) WriteFrames(model);
+}
+
+void CourseRecorder::WriteFrames(const Model& model) {
+  const auto write = [&](const char* suffix, const auto& content) {
+    const std::filesystem::path frame = FramePath(options_.frames, summary_.steps, suffix);
+    Named(frame.string(), [&] { ReplaceFile(frame, content()); });
+    return frame.filename().string();
+  };
+  write(".png", [&] { return PictureFile(options_, model, summary_); });
+  if (options_.vtu.empty()) return;
+  fields_.push_back(write(".vtu", [&] { return VtuText(model); }));
 }
 
 void CourseRecorder::WriteLine(const std::string& line) {
@@ -85,13 +95,22 @@ void CourseRecorder::WriteLine(const std::string& line) {
   }
 }
 
-std::string CourseRecorder::Finish() {
+std::vector<std::string> CourseRecorder::Finish() {
   progress_.Clear();
+  std::vector<std::string> faults;
   const bool closed = !table_ || table_.get_deleter()(table_.release()) == 0;
   if (!closed && tableFault_.empty()) {
     tableFault_ = options_.course.string() + ": it could not be written to its end";
   }
-  return tableFault_;
+  if (!tableFault_.empty()) faults.push_back(tableFault_);
+  if (fields_.empty()) return faults;
+  const std::filesystem::path series = SeriesPath(options_.frames);
+  try {
+    Named(series.string(), [&] { ReplaceFile(series, PvdText(fields_)); });
+  } catch (const Failure& failure) {
+    faults.push_back(failure.message);
+  }
+  return faults;
 }
 
 }  // namespace quillane

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "batch/options.h"
 #include "batch/progress_line.h"
@@ -35,12 +36,13 @@ class CourseRecorder {
   const OptimizationCourse& Course() const { return course_; }
   ProgressLine& Progress() { return progress_; }
 
-  /// Closes the table. What could not be written into it; empty where all was.
-  std::string Finish();
+  /// Closes the table and lists the fields of every step. What could not be written.
+  std::vector<std::string> Finish();
 
  private:
   void Count(const SolveReport& report);
   void Show(const Model& model, const SolveReport& report);
+  void WriteFrames(const Model& model);
   void WriteLine(const std::string& line);
 
   const BatchOptions& options_;
@@ -49,6 +51,7 @@ class CourseRecorder {
   ProgressLine progress_;
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> table_;
   std::string tableFault_;
+  std::vector<std::string> fields_;  ///< their files, by step
 };
 
 }  // namespace quillane

@@ -11,8 +11,9 @@
 namespace quillane {
 
 /// Writes every wanted file of the final model. One that fails does not keep the others from being
-/// written; returns what went wrong, a sentence each.
+/// written; returns what went wrong, a sentence each. What else is worth telling becomes a note of
+/// the summary.
 std::vector<std::string> WriteFinalFiles(const BatchOptions& options, const Model& model,
-                                         const RunSummary& summary);
+                                         RunSummary& summary);
 
 }  // namespace quillane

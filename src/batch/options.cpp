@@ -10,6 +10,7 @@
 
 #include "batch/failure.h"
 #include "batch/option_values.h"
+#include "export/outline_file.h"
 
 namespace quillane {
 namespace {
@@ -42,6 +43,7 @@ class CommandLine {
     AddCourse();
     AddOutputs();
     AddPictures();
+    AddExports();
   }
 
   /// Throws CLI::ParseError.
@@ -71,8 +73,9 @@ class CommandLine {
     return app_.add_flag(name, flag, help)->group(group_);
   }
 
-  void AddFile(const char* name, std::filesystem::path& path, const char* type, const char* help) {
-    app_.add_option(name, path, help)->check(NameFault)->type_name(type)->group(group_);
+  CLI::Option* AddFile(const char* name, std::filesystem::path& path, const char* type,
+                       const char* help) {
+    return app_.add_option(name, path, help)->check(NameFault)->type_name(type)->group(group_);
   }
 
   /// What is wrong with the path of a file; empty where nothing is.
@@ -137,6 +140,19 @@ class CommandLine {
     app_.add_flag_callback(
             "--no-grid", [this] { options_.picture.style.grid = false; }, "without axes and grid")
         ->group(group_);
+  }
+
+  void AddExports() {
+    group_ = "For other programs";
+    auto* outline =
+        AddFile("--outline", options_.outline, "FILE",
+                "the edge of the material in mm; FILE ends in .svg, .dxf or .stl")
+            ->check([](const std::string& path) {
+              return OutlineFormatOf(path) ? "" : "wants .svg, .dxf or .stl, not " + path;
+            });
+    AddFlag("--smooth", options_.smooth, "smooth that edge")->needs(outline);
+    AddFile("--vtu", options_.vtu, "FILE.vtu",
+            "the plate and its fields; with --frames also those of every step");
   }
 
   BatchOptions& options_;

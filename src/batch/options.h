@@ -22,7 +22,8 @@ struct BatchOptions {
   std::optional<Integer> epsilon;
   std::optional<Single> lambda;
 
-  std::filesystem::path history, course, json, save, cells, nodes, image, frames;
+  std::filesystem::path history, course, json, save, cells, nodes, image, frames, outline, vtu;
+  bool smooth = false;  ///< the outline
   PictureOptions picture;
   bool label = false;  ///< write step and volume into the pictures
   bool quiet = false;

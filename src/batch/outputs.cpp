@@ -20,9 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 
 /// The outputs that are one file each, wanted or not.
-std::array<const fs::path*, 7> OutputFiles(const BatchOptions& options) {
-  return {&options.history, &options.course, &options.json, &options.save,
-          &options.cells,   &options.nodes,  &options.image};
+std::array<const fs::path*, 9> OutputFiles(const BatchOptions& options) {
+  return {&options.history, &options.course, &options.json,    &options.save, &options.cells,
+          &options.nodes,   &options.image,  &options.outline, &options.vtu};
 }
 
 /// A pipe or a device: it is written into, never replaced.
@@ -39,7 +39,8 @@ fs::path Whole(const fs::path& path) {
 
 bool IsFrameName(const fs::path& name) {
   const std::string text = name.string();
-  return text.starts_with("frame-") && text.ends_with(".png");
+  return name == SeriesPath({}) ||
+         (text.starts_with("frame-") && (text.ends_with(".png") || text.ends_with(".vtu")));
 }
 
 /// Only --save may replace the model, and no output another.
@@ -75,7 +76,7 @@ void PrepareFrames(const fs::path& folder) {
                   fmt::format("{}: the folder holds frames already, such as {}; take a new one",
                               folder.string(), entry.path().filename().string())};
   }
-  TryReplaceFile(FramePath(folder, 0));
+  TryReplaceFile(FramePath(folder, 0, ".png"));
 }
 
 }  // namespace
@@ -99,9 +100,11 @@ void TryOutputs(const BatchOptions& options) {
   }
 }
 
-fs::path FramePath(const fs::path& folder, int step) {
-  return folder / fmt::format("frame-{:05}.png", step);
+fs::path FramePath(const fs::path& folder, int step, const char* suffix) {
+  return folder / fmt::format("frame-{:05}{}", step, suffix);
 }
+
+fs::path SeriesPath(const fs::path& folder) { return folder / "frames.pvd"; }
 
 void WriteOutput(const fs::path& path, std::string_view content) {
   if (path == "-") {

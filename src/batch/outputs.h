@@ -16,8 +16,11 @@ bool WritesToStandardOutput(const BatchOptions& options);
 /// --save bears the model's, or where the frames would mix with others.
 void TryOutputs(const BatchOptions& options);
 
-/// The picture of a step, from 0.
-std::filesystem::path FramePath(const std::filesystem::path& folder, int step);
+/// The file of a step, from 0; suffix: ".png" for its picture, ".vtu" for its fields.
+std::filesystem::path FramePath(const std::filesystem::path& folder, int step, const char* suffix);
+
+/// The file that lists the fields of every step.
+std::filesystem::path SeriesPath(const std::filesystem::path& folder);
 
 /// Replaces the file of this name by one with this content; writes into a pipe or device; "-" is
 /// standard output. Throws FileWriteError.

@@ -18,6 +18,7 @@
 #include "batch/outputs.h"
 #include "batch/run_summary.h"
 #include "batch/tables.h"
+#include "export/outline_file.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "model/number_text.h"
@@ -64,6 +65,7 @@ class BatchRun {
       model_ = ModelFromText(InputText(options_.model));
       model_.ModelFilePath = options_.model.string();
     });
+    TryOutline();
     if (options_.volumeFraction) {
       model_.Epsilon = kSearchEpsilon;
       model_.Lambda = kSearchLambda;
@@ -78,6 +80,13 @@ class BatchRun {
                                 options_.untilSteady ? "--until-steady" : "--volume-fraction",
                                 GeneralText(model_.Lambda))};
     }
+  }
+
+  /// What has no outline now will have none after an hour of steps.
+  void TryOutline() {
+    if (options_.outline.empty()) return;
+    Named(options_.outline.string(),
+          [&] { MakeOutlineFile(*OutlineFormatOf(options_.outline), model_, false); });
   }
 
   /// Does a part of the computation; a failure tells what can be done about it.
@@ -214,8 +223,7 @@ class BatchRun {
     } catch (const Failure& failure) {
       faults.push_back(failure.message);
     }
-    faults.push_back(recorder_.Finish());
-    std::erase(faults, "");
+    for (const std::string& fault : recorder_.Finish()) faults.push_back(fault);
     for (const std::string& fault : faults) Complain(fault);
     Judge(!faults.empty());
     WriteJson();

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "export/dxf.h"
+#include "export/smoothing.h"
 #include "export/stl.h"
 #include "export/svg.h"
 
@@ -30,6 +31,12 @@ std::string OutlineText(OutlineFormat format, const Shape& shape, double thickne
       return StlText(shape, thickness);
   }
   return {};
+}
+
+OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model, bool smooth) {
+  const Shape traced = TraceShape(model);
+  const Shape& shape = smooth ? Smoothed(traced, model) : traced;
+  return {OutlineText(format, shape, model.Thickness), Area(shape) / Area(traced) - 1};
 }
 
 }  // namespace quillane

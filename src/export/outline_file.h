@@ -18,4 +18,13 @@ std::optional<OutlineFormat> OutlineFormatOf(const std::filesystem::path& path);
 /// of the format does.
 std::string OutlineText(OutlineFormat format, const Shape& shape, double thickness);
 
+struct OutlineFile {
+  std::string text;
+  double areaChange = 0;  ///< by smoothing, as a part of the area
+};
+
+/// The file of a model's shape as it stands. Throws FileWriteError where the model has none or the
+/// format cannot hold it.
+OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model, bool smooth);
+
 }  // namespace quillane

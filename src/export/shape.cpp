@@ -1,4 +1,3 @@
-// Walking round the cells with material.
 #include "export/shape.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// The low-pass filter of the loops, and the limits it works within.
 #include "export/smoothing.h"
 
 #include <algorithm>

@@ -69,16 +69,19 @@ struct Cell {
   int row, column, element;
 };
 
-/// The cells with material, their nodes, and by node its index among these.
+/// The cells with material, their nodes, and the four corners of each cell as indices among these.
 struct Quads {
   explicit Quads(const Model& model) {
+    std::unordered_map<int, int> indexOfNode;
     for (int i = 1; i <= model.CellRowCount; ++i) {
       for (int j = 1; j <= model.CellColumnCount; ++j) {
         if (!HasMaterial(model, i, j)) continue;
         cells.push_back({i, j, (i - 1) * model.CellColumnCount + j});
         for (int k = 1; k <= 4; ++k) {
           const int n = model.ElementNodes(cells.back().element, k);
-          if (pointOfNode.try_emplace(n, static_cast<int>(nodes.size())).second) nodes.push_back(n);
+          const auto [known, fresh] = indexOfNode.try_emplace(n, static_cast<int>(nodes.size()));
+          if (fresh) nodes.push_back(n);
+          corners.push_back(known->second);
         }
       }
     }
@@ -86,7 +89,7 @@ struct Quads {
 
   std::vector<Cell> cells;
   std::vector<int> nodes;
-  std::unordered_map<int, int> pointOfNode;
+  std::vector<int> corners;
 };
 
 void WriteNodes(VtkFile& file, const Model& model, const std::vector<int>& nodes) {
@@ -118,8 +121,7 @@ void WriteCells(VtkFile& file, const Model& model, const Quads& quads) {
              [&](Cell c, int) { return model.Potential(c.row, c.column); });
   file.End();
   file.Begin("Cells");
-  file.Array("connectivity", "Int32", 4, cells,
-             [&](Cell c, int k) { return quads.pointOfNode.at(model.ElementNodes(c.element, k)); });
+  file.Array("connectivity", "Int32", 1, quads.corners, [](int corner, int) { return corner; });
   file.Array("offsets", "Int32", 1, cells, [end = 0](Cell, int) mutable { return end += 4; });
   file.Array("types", "UInt8", 1, cells, [](Cell, int) { return kQuad; });
   file.End();

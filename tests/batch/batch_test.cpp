@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "batch/program.h"
+#include "export/outline_file.h"
 #include "optimize/optimization_step.h"
 
 namespace quillane {
@@ -73,6 +74,18 @@ TEST_F(Batch, LeavesPicturesOfTheAskedSize) {
   EXPECT_EQ(pictures.size(), 7U) << "every look is another picture";
 }
 
+TEST_F(Batch, WritesShapeAndFieldsForOtherPrograms) {
+  ASSERT_EQ(Run("plate.model --steps 2 --save e.model --outline e.stl --smooth --vtu e.vtu "
+                "--frames f"),
+            0);
+  EXPECT_TRUE(Contains(out_, "smoothing changed the area by "));
+  Model end;
+  OpenModelFile(end, folder_ / "e.model");
+  EXPECT_EQ(ReadFile(folder_ / "e.stl"), MakeOutlineFile(OutlineFormat::kStl, end, true).text);
+  EXPECT_EQ(ReadFile(folder_ / "e.vtu"), ReadFile(folder_ / "f/frame-00002.vtu"));
+  EXPECT_TRUE(Contains(ReadFile(folder_ / "f/frames.pvd"), "timestep=\"2\""));
+}
+
 TEST_F(Batch, TellsWhatDidNotConverge) {
   model_.NodeFreedom.ReDim({0, model_.NodeCount}, {1, 2});
   SaveModelFile(model_, folder_ / "loose.model");
@@ -104,6 +117,9 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
   Model unloaded = model_;
   for (double& force : unloaded.NodeLoad.Raw()) force = 0;
   SaveModelFile(unloaded, folder_ / "unloaded.model");
+  Model bare = model_;
+  for (Integer& cell : bare.CellState.Raw()) cell = kCellEmpty;
+  SaveModelFile(bare, folder_ / "bare.model");
   const struct {
     const char* arguments;
     int status;
@@ -136,6 +152,11 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"plate.model --frames f --image f/frame-00001.png", 2, "this is the name of a frame"},
       {"plate.model --save none/x.model", 2, "none/x.model: the folder does not exist"},
       {"plate.model --history .", 2, ".: the path names a folder"},
+      {"plate.model --frames f --vtu f/frame-00001.vtu", 2, "this is the name of a frame"},
+      {"plate.model --outline a.pdf", 2, "--outline: wants .svg, .dxf or .stl, not a.pdf"},
+      {"plate.model --outline none/a.svg", 2, "none/a.svg: the folder does not exist"},
+      {"plate.model --smooth", 2, "--smooth requires --outline"},
+      {"bare.model --outline a.svg", 2, "a.svg: the plate has no material"},
       {"plate.model --cells none/c.csv", 2, "none/c.csv: the folder does not exist"},
       {"plate.model --frames plate.model", 2, "the folder cannot be made"},
       {"unloaded.model", 1, "stress analysis: Floating-point error"},
@@ -153,11 +174,15 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
 
 TEST_F(Batch, AFailingStepLeavesWhatWasWrittenComplete) {
   EXPECT_EQ(
-      Run("plate.model --epsilon 9 --stress-target 1000 --steps 50 --history h.tmp --frames f"), 1);
+      Run("plate.model --epsilon 9 --stress-target 1000 --steps 50 --history h.tmp --frames f "
+          "--vtu end.vtu --outline end.svg"),
+      1);
   const std::string history = ReadFile(folder_ / "h.tmp");
   EXPECT_TRUE(history.ends_with("\r\n"));
   EXPECT_EQ(std::count(history.begin(), history.end(), '\n'), 2) << history;
   EXPECT_TRUE(ReadFile(folder_ / "f/frame-00000.png").ends_with("IEND\xae\x42\x60\x82"));
+  EXPECT_TRUE(Contains(ReadFile(folder_ / "f/frames.pvd"), "frame-00000.vtu"));
+  for (const char* name : {"end.vtu", "end.svg"}) EXPECT_FALSE(exists(folder_ / name)) << name;
 }
 
 }  // namespace
