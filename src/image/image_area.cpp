@@ -29,9 +29,7 @@ constexpr double kSnapBias = 1.0 / 1024;
 /// The pixel boundary nearest to a device position, not further out than the margin.
 int Snap(double position, int size) {
   const double near = std::min(std::max(position, -kMargin), size + kMargin);
-  const double pixel = near + 0.5 + kSnapBias;
-  const int whole = static_cast<int>(pixel);
-  return whole > pixel ? whole - 1 : whole;  // std::floor takes three times as long
+  return static_cast<int>(std::floor(near + 0.5 + kSnapBias));
 }
 
 bool IsPoint(QPointF point) { return !std::isnan(point.x()) && !std::isnan(point.y()); }
