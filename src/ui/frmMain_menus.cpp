@@ -39,8 +39,7 @@ class MenuBarStyle : public QProxyStyle {
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
     const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-    if (element != CE_MenuBarItem || item == nullptr || !(item->state & State_Selected) ||
-        !widget->isActiveWindow()) {
+    if (element != CE_MenuBarItem || item == nullptr || !(item->state & State_Selected)) {
       return QProxyStyle::drawControl(element, option, painter, widget);
     }
     QStyleOptionMenuItem shown = *item;

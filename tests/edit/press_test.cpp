@@ -1,4 +1,4 @@
-// Presses where the grid has nothing for them.
+// Presses at the bounds of what a grid can be.
 #include "edit/press.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +44,27 @@ TEST(Press, WhatTheGridDoesNotHaveIsRefusedAsAValue) {
   BeginMode(mixture, kModeDesign);
   EXPECT_EQ(Press(mixture, state, 350, 10), kFirstCorner);
   EXPECT_EQ(Press(mixture, state, 10, 210), kElementOutside);
+}
+
+TEST(Press, ADomainHasAtMostAsManyNodesAsAnIntegerCounts) {
+  const struct {
+    Single columns, rows, size;
+    PressResult result;
+  } rows[] = {{216, 150, 100, kNewDomain},  // 32767 nodes
+              {255, 127, 100, kImpossibleDomain},
+              {10, -10, 100, kNewDomain},
+              {10, 0, 100, kImpossibleDomain},
+              {10, 10, 0.01F, kImpossibleDomain}};  // more columns than an Integer counts
+  for (const auto& row : rows) {
+    Model model;
+    EditState state;
+    model.ElementSize = row.size;
+    BeginMode(model, kModeDomain);
+    EXPECT_EQ(Press(model, state, 0, 0), kFirstCorner);
+    EXPECT_EQ(Press(model, state, 100 * row.columns, 100 * row.rows), row.result);
+    EXPECT_EQ(model.DomainDefined != 0, row.result == kNewDomain);
+    EXPECT_EQ(model.ClickCount, 0);
+  }
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTreeWidget>
 #include <set>
@@ -26,14 +28,22 @@ TEST_F(Window, LeavingADialogStoresNothing) {
                                                    {"mnuOpen", kModeStress},
                                                    {"mnuImageIndicator", kModeStress},
                                                    {"mnuSave", kModeStress}};
-  for (const auto& [menu, mode] : modes) {
-    model().EditMode = kModeStress;
-    EXPECT_TRUE(In(menu, [](QDialog& dialog) {
-      for (auto* box : dialog.findChildren<QLineEdit*>()) box->setText("77");
-      for (auto* option : dialog.findChildren<QAbstractButton*>()) option->setChecked(true);
-      QTest::keyClick(&dialog, Qt::Key_Escape);
-    }));
-    EXPECT_EQ(model().EditMode, mode) << menu;
+  for (const bool byButton : {false, true}) {
+    for (const auto& [menu, mode] : modes) {
+      model().EditMode = kModeStress;
+      EXPECT_TRUE(In(menu, [byButton](QDialog& dialog) {
+        for (auto* box : dialog.findChildren<QLineEdit*>()) box->setText("77");
+        for (auto* option : dialog.findChildren<QRadioButton*>()) option->setChecked(true);
+        if (byButton) {
+          dialog.findChildren<QAbstractButton*>(QRegularExpression("cmd(Exit|Cancel)"))
+              .first()
+              ->click();
+        } else {
+          QTest::keyClick(&dialog, Qt::Key_Escape);
+        }
+      }));
+      EXPECT_EQ(model().EditMode, mode) << menu;
+    }
   }
   EXPECT_EQ(Text(), before);
   EXPECT_EQ(model().LoadFx, 3);

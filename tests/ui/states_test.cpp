@@ -24,15 +24,6 @@ class States : public Window {
     Menu("mnuStressAnalysis");
   }
 
-  /// A cantilever that loses some material at each step.
-  static Model Slimming() {
-    Model plate = Cantilever(6, 12);
-    plate.StressTarget = 4;
-    plate.Epsilon = 3;
-    plate.Lambda = 0.2F;
-    return plate;
-  }
-
   bool Open(const char* name) { return Fill("mnuOpen", {{"txtFileName", name}}, "cmdOpen"); }
   QImage Legend() { return main->findChild<PictureWidget*>("picColorBar")->Image().copy(); }
   bool CanvasIsEmpty() {

@@ -26,6 +26,14 @@ void Click(QWidget& dialog, const char* button) {
   dialog.findChild<QAbstractButton*>(button)->click();
 }
 
+Model Slimming() {
+  Model plate = Cantilever(6, 12);
+  plate.StressTarget = 4;
+  plate.Epsilon = 3;
+  plate.Lambda = 0.2F;
+  return plate;
+}
+
 Robot::Robot() { QTimer::singleShot(0, this, &Robot::Look); }
 
 void Robot::Look() {

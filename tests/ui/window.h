@@ -46,6 +46,9 @@ class Robot : public QObject {
   QWidget* answered_ = nullptr;
 };
 
+/// A short cantilever that loses some material at each step.
+Model Slimming();
+
 /// The tests' working directory is a scratch folder of their own.
 class Window : public testing::Test {
  protected:

@@ -75,15 +75,10 @@ TEST_F(Window, ThePictureIsCopiedAndSurvivesRepaintsUntilTheProgramEndsAtOnce) {
   EXPECT_EQ(ended, 0);
 }
 
-/// A short cantilever that has been analysed and loses some material at each step.
 class Analysis : public Window {
  protected:
   Analysis() {
-    Model plate = Cantilever(6, 12);
-    plate.StressTarget = 4;
-    plate.Epsilon = 3;
-    plate.Lambda = 0.2F;
-    Show(plate);
+    Show(Slimming());
     Menu("mnuStressAnalysis");
   }
 };
