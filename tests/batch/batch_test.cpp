@@ -15,7 +15,7 @@ namespace quillane {
 namespace {
 
 TEST_F(Batch, WritesTheSameCourseAndTheSameNumbersAsTheEngine) {
-  ASSERT_EQ(Run("plate.model --steps 4 --epsilon 02 --lambda .15 --history h.tmp --save e.model "
+  ASSERT_EQ(Run("plate.model --steps 4 --epsilon 02 --lambda +.15 --history h.tmp --save e.model "
                 "--cells c.csv --nodes n.csv"),
             0);
   EXPECT_EQ(err_, "");

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+#include "batch/model_input.h"
 #include "batch/program.h"
 
 namespace quillane {
@@ -58,6 +59,7 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsHardlyMeant) {
          for (Integer& c : m.CellState.Raw()) c = 0;
        },
        7, "no cell holds"},
+      {"equations", [](Model& m) { m = test::Cantilever(127, 254); }, 2, "number of equations"},
   };
   for (const auto& c : cases) {
     Model model = test::Cantilever(2, 3);
@@ -76,6 +78,7 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsHardlyMeant) {
 
 TEST(ModelCheck, ReadsTheTextItself) {
   const std::string valid = ModelFileText(test::Cantilever(2, 3));
+  EXPECT_EQ(ModelFromText(valid).DomainDefined, kTrue) << "pictures show the domain";
   EXPECT_TRUE(CheckModelText(valid + "\r\n  \n").empty()) << "blank lines do no harm";
   std::vector<Finding> findings = CheckModelText(valid + "9,9\r\n");
   ASSERT_EQ(findings.size(), 1U);
