@@ -57,12 +57,15 @@ TEST(CanvasDrawing, DrawsCellsStateByStateAndTheGridLast) {
   model.CellState(1, 2) = kCellNonDesign;
   model.CellState(2, 1) = kCellEmpty;
   model.NodeFreedom(1, 1) = 1;
+  model.NodeLoad(1, 2) = 1;
   RecordingArea canvas;
   DrawCanvas(canvas, model);
   EXPECT_EQ(canvas.calls.front().color, kBackground);
   EXPECT_EQ(canvas.Colors(true), (std::vector{kWhite, kLightGreen, kLightCyan, kBackground}));
   EXPECT_EQ(canvas.Count(Shape::kOutline, kCyan), 3) << "the cut-out cell keeps its outline";
   EXPECT_EQ(canvas.Count(Shape::kLine, kCyan), 10 + 10 + 8 + 8) << "7.5 rounds to 8";
+  EXPECT_EQ(canvas.Count(Shape::kLine, kMagenta), 8) << "the first node's arrow and dot";
+  EXPECT_EQ(canvas.Count(Shape::kLine, kBlue), 4);
   EXPECT_EQ(canvas.calls.back().color, kCyan) << "the grid lies over the supports";
 }
 
