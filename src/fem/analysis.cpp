@@ -1,24 +1,40 @@
 // The finite-element chain, step by step.
 #include "fem/analysis.h"
 
-#include <optional>
-
 #include "fem/assembly.h"
 #include "fem/element_stiffness.h"
-#include "fem/grid_solver.h"
 #include "fem/mesh.h"
 #include "fem/residual.h"
 #include "fem/stress.h"
+#include "fem/wave_solver.h"
 
 namespace quillane {
+
+namespace {
+
+/// Stiffness and row store of the numbered components.
+void AssembleRows(Model& m) {
+  AssembleStiffness(m);
+  CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
+                    m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
+}
+
+/// Solves the numbered and loaded equations by the form that serves.
+SolveReport Solve(Model& model) {
+  model.SolutionVector.ReDim(0, model.EquationCount);
+  if (const auto report = SolveOnWaves(model, kSolverTolerance)) return *report;
+  CreateEquationArrays(model);
+  AssembleRows(model);
+  return SolveAssembledEquations(model, kSolverTolerance);
+}
+
+}  // namespace
 
 void AssembleEquations(Model& m) {
   CalcElementStiffness(m);
   NumberEquations(m);
-  AssembleStiffness(m);
   AssembleLoads(m);
-  CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
-                    m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
+  AssembleRows(m);
 }
 
 SolveReport SolveAssembledEquations(Model& m, double tolerance) {
@@ -32,14 +48,11 @@ SolveReport SolveAssembledEquations(Model& m, double tolerance) {
 SolveReport SolveStructure(Model& model) {
   CalcElementStiffness(model);
   NumberComponents(model);
-  std::optional<SolveReport> report = SolveOnGrid(model, kSolverTolerance);
-  if (!report) {
-    AssembleEquations(model);
-    report = SolveAssembledEquations(model, kSolverTolerance);
-  }
-  report->trueResidual = TrueResidual(model);
-  report->converged = report->converged && report->trueResidual <= kTrueResidualBound;
-  return *report;
+  AssembleLoads(model);
+  SolveReport report = Solve(model);
+  report.trueResidual = TrueResidual(model);
+  report.converged = report.converged && report.trueResidual <= kTrueResidualBound;
+  return report;
 }
 
 SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {

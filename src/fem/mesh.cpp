@@ -7,25 +7,6 @@
 namespace quillane {
 namespace {
 
-/// Re-creates, zero-filled, what assembly, compression and the solver write.
-void ReDimEquationSystem(Model& model) {
-  const int n = model.EquationCount;
-  model.StiffnessMatrix.ReDim(n);
-  for (auto* vector : {&model.DiagonalValue, &model.FactorInvDiag, &model.ResidualVector,
-                       &model.DirectionVector, &model.PrecondVector, &model.ProductVector}) {
-    vector->ReDim(0, n);
-  }
-  for (auto* counts : {&model.UpperCount, &model.LowerCount, &model.TransposeFill}) {
-    counts->ReDim(0, n);
-  }
-  const IndexRange slots{0, kRowCapacity};
-  for (auto* columns : {&model.UpperColumn, &model.LowerColumn}) columns->ReDim(slots, {0, n});
-  for (auto* values :
-       {&model.UpperValue, &model.LowerValue, &model.FactorUpper, &model.FactorLower}) {
-    values->ReDim(slots, {0, n});
-  }
-}
-
 /// Fills DofNumber and returns the number of equations.
 int NumberNodes(Model& model) {
   int count = 0;
@@ -118,12 +99,30 @@ void NumberComponents(Model& model) {
   model.EquationCount = static_cast<Integer>(count);
   NumberElements(model);
   model.LoadVector.ReDim(0, count);
-  model.SolutionVector.ReDim(0, count);
+}
+
+void CreateEquationArrays(Model& model) {
+  const int n = model.EquationCount;
+  model.SolutionVector.ReDim(0, n);
+  model.StiffnessMatrix.ReDim(n);
+  for (auto* vector : {&model.DiagonalValue, &model.FactorInvDiag, &model.ResidualVector,
+                       &model.DirectionVector, &model.PrecondVector, &model.ProductVector}) {
+    vector->ReDim(0, n);
+  }
+  for (auto* counts : {&model.UpperCount, &model.LowerCount, &model.TransposeFill}) {
+    counts->ReDim(0, n);
+  }
+  const IndexRange slots{0, kRowCapacity};
+  for (auto* columns : {&model.UpperColumn, &model.LowerColumn}) columns->ReDim(slots, {0, n});
+  for (auto* values :
+       {&model.UpperValue, &model.LowerValue, &model.FactorUpper, &model.FactorLower}) {
+    values->ReDim(slots, {0, n});
+  }
 }
 
 void NumberEquations(Model& model) {
   NumberComponents(model);
-  ReDimEquationSystem(model);
+  CreateEquationArrays(model);
 }
 
 }  // namespace quillane

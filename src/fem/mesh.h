@@ -21,13 +21,16 @@ void BuildMesh(Model& model, int rows, int columns);
 void MarkActiveNodes(Model& model);
 
 /// Gives every free component of an active node its equation number (ascending by node, x before
-/// y), fills ElementDofs, sets EquationCount and re-creates LoadVector and SolutionVector, which is
-/// all the grid solver needs. MarkActiveNodes must have run on the present CellState and supports.
-/// Throws RunTimeError (overflow) for more than 32767 equations.
+/// y), fills ElementDofs, sets EquationCount and re-creates LoadVector. MarkActiveNodes must have
+/// run on the present CellState and supports. Throws RunTimeError (overflow) for more than 32767
+/// equations.
 void NumberComponents(Model& model);
 
-/// NumberComponents, and re-creates zero-filled the arrays of the plain procedures. Conditions and
-/// errors as there.
+/// Re-creates, zero-filled, SolutionVector and the arrays of the plain procedures, for
+/// EquationCount equations.
+void CreateEquationArrays(Model& model);
+
+/// NumberComponents, then CreateEquationArrays. Conditions and errors as there.
 void NumberEquations(Model& model);
 
 }  // namespace quillane

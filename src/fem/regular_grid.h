@@ -1,4 +1,4 @@
-// Whether a model is what the grid solver can take.
+// Whether a model is what the fast solver can take.
 #pragma once
 
 #include "model/model.h"

@@ -7,6 +7,7 @@
 
 #include "model/arrays.h"
 #include "model/coupling_matrix.h"
+#include "model/solve_report.h"
 #include "model/types.h"
 
 namespace quillane {
@@ -108,9 +109,6 @@ struct Model {
   Array1<Double> PrecondVector{"PrecondVector"};      ///< (0..n) z, the preconditioned residual
   Array1<Double> ProductVector{"ProductVector"};      ///< (0..n) q = K p
   Array1<Integer> TransposeFill{"TransposeFill"};     ///< (0..n) counters of the transposition
-
-  /// Work space of the grid solver. Nothing in it outlives a solve but the allocation.
-  std::vector<std::byte> SolverSpace;
 
   // Results of the last analysis.
   Array2<Double> NodeDisp{"NodeDisp"};      ///< (0..nodes, 1..2) u, v, mm

@@ -1,4 +1,4 @@
-// The vector lengths the kernels of the grid solver are compiled for: one instruction set of each.
+// The vector lengths the fast solver is compiled for: one instruction set of each.
 #pragma once
 
 #include "hwy/detect_targets.h"

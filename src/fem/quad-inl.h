@@ -1,0 +1,166 @@
+// Arithmetic on the four lanes of a quad, in as many vectors of the processor as that takes.
+// Everything the fast solver needs of the vector library stands here, compiled once per instruction
+// set.
+#if defined(QUILLANE_FEM_QUAD_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef QUILLANE_FEM_QUAD_INL_H_
+#undef QUILLANE_FEM_QUAD_INL_H_
+#else
+#define QUILLANE_FEM_QUAD_INL_H_
+#endif
+
+#include "fem/wave_system.h"
+#include "hwy/highway.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace quillane {
+namespace HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Tag = hn::CappedTag<double, kLanes>;
+constexpr Tag kTag;
+constexpr std::size_t kWidth = hn::MaxLanes(kTag);
+constexpr std::size_t kParts = kLanes / kWidth;
+
+/// One number per lane. Sums and products are rounded one by one, never fused.
+struct Quad {
+  hn::Vec<Tag> part[kParts];
+};
+
+/// A quad whose part i is operation(i).
+template <class Operation>
+HWY_INLINE Quad Each(const Operation& operation) {
+  Quad quad;
+  for (std::size_t i = 0; i < kParts; ++i) quad.part[i] = operation(i);
+  return quad;
+}
+
+HWY_INLINE Quad operator+(const Quad& a, const Quad& b) {
+  return Each([&](std::size_t i) { return hn::Add(a.part[i], b.part[i]); });
+}
+HWY_INLINE Quad operator-(const Quad& a, const Quad& b) {
+  return Each([&](std::size_t i) { return hn::Sub(a.part[i], b.part[i]); });
+}
+HWY_INLINE Quad operator*(const Quad& a, const Quad& b) {
+  return Each([&](std::size_t i) { return hn::Mul(a.part[i], b.part[i]); });
+}
+HWY_INLINE Quad operator/(const Quad& a, const Quad& b) {
+  return Each([&](std::size_t i) { return hn::Div(a.part[i], b.part[i]); });
+}
+
+HWY_INLINE Quad All(double number) {
+  return Each([&](std::size_t) { return hn::Set(kTag, number); });
+}
+HWY_INLINE Quad Load(const LaneNumbers& from) {
+  return Each([&](std::size_t i) { return hn::Load(kTag, from.lane + i * kWidth); });
+}
+HWY_INLINE void Store(const Quad& quad, LaneNumbers& to) {
+  for (std::size_t i = 0; i < kParts; ++i) hn::Store(quad.part[i], kTag, to.lane + i * kWidth);
+}
+
+HWY_INLINE Quad Abs(const Quad& quad) {
+  return Each([&](std::size_t i) { return hn::Abs(quad.part[i]); });
+}
+
+/// `number` where the mask is not zero, else zero.
+HWY_INLINE Quad WhereNotZero(const Quad& mask, const Quad& number) {
+  return Each([&](std::size_t i) {
+    return hn::IfThenZeroElse(hn::Eq(mask.part[i], hn::Zero(kTag)), number.part[i]);
+  });
+}
+
+/// `least` where a number is at most that in size.
+HWY_INLINE Quad ReplaceSmall(const Quad& number, const Quad& least) {
+  return Each([&](std::size_t i) {
+    const auto isSmall = hn::Le(hn::Abs(number.part[i]), least.part[i]);
+    return hn::IfThenElse(isSmall, least.part[i], number.part[i]);
+  });
+}
+
+/// Four lanes in a row of the eight of `low` and then `high`, from lane kFrom of `low` (1 or 3).
+template <std::size_t kFrom>
+HWY_INLINE Quad Window(const LaneNumbers& low, const LaneNumbers& high) {
+#if HWY_TARGET == HWY_SCALAR
+  return Each([&](std::size_t i) {
+    const std::size_t place = i + kFrom;
+    return hn::Set(kTag, place < kLanes ? low.lane[place] : high.lane[place - kLanes]);
+  });
+#else
+  const Quad first = Load(low), last = Load(high);
+#if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86
+  const auto bits = [](const Quad& quad) { return _mm256_castpd_si256(quad.part[0].raw); };
+  return {{hn::Vec<Tag>{_mm256_castsi256_pd(_mm256_alignr_epi64(bits(last), bits(first), kFrom))}}};
+#elif HWY_TARGET <= HWY_AVX2 && HWY_ARCH_X86
+  const auto middle = hn::ConcatLowerUpper(kTag, last.part[0], first.part[0]);
+  return {{kFrom == 1 ? hn::CombineShiftRightBytes<sizeof(double)>(kTag, middle, first.part[0])
+                      : hn::CombineShiftRightBytes<sizeof(double)>(kTag, last.part[0], middle)}};
+#else
+  const auto part = [&](std::size_t i) { return i < 2 ? first.part[i] : last.part[i - 2]; };
+  return Each([&](std::size_t i) {
+    const std::size_t place = i + kFrom / 2;
+    return hn::CombineShiftRightBytes<sizeof(double)>(kTag, part(place + 1), part(place));
+  });
+#endif
+#endif
+}
+
+/// Numbers of the nodes one row below: the lanes of their own strip, one lane up, after lane 3 of
+/// the strip below.
+HWY_INLINE Quad FromBelow(const LaneNumbers& own, const LaneNumbers& below) {
+  return Window<3>(below, own);
+}
+
+/// Numbers of the nodes one row above: the lanes of their own strip, one lane down, before lane 0
+/// of the strip above.
+HWY_INLINE Quad FromAbove(const LaneNumbers& own, const LaneNumbers& above) {
+  return Window<1>(own, above);
+}
+
+/// Both components of the nodes of a quad.
+struct Nodes {
+  Quad u, v;
+};
+
+HWY_INLINE Nodes Load(const QuadNumbers& from) { return {Load(from.u), Load(from.v)}; }
+HWY_INLINE void Store(const Nodes& nodes, QuadNumbers& to) {
+  Store(nodes.u, to.u);
+  Store(nodes.v, to.v);
+}
+HWY_INLINE Nodes FromBelow(const QuadNumbers& own, const QuadNumbers& below) {
+  return {FromBelow(own.u, below.u), FromBelow(own.v, below.v)};
+}
+HWY_INLINE Nodes FromAbove(const QuadNumbers& own, const QuadNumbers& above) {
+  return {FromAbove(own.u, above.u), FromAbove(own.v, above.v)};
+}
+
+/// A number of each component of the nodes.
+HWY_INLINE Quad Component(const Nodes& nodes, int c) { return c == 0 ? nodes.u : nodes.v; }
+
+/// FullMaterial in every lane.
+struct FullQuads {
+  Quad diagonalU, diagonalV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
+
+  explicit FullQuads(const FullMaterial& full)
+      : diagonalU(All(full.diagonalU)),
+        diagonalV(All(full.diagonalV)),
+        cross(All(full.cross)),
+        lowerU(All(full.lowerU)),
+        lowerV(All(full.lowerV)),
+        leftU(All(full.leftU)),
+        leftV(All(full.leftV)),
+        ownU(All(full.ownU)),
+        ownV(All(full.ownV)) {}
+};
+
+/// The sum over lanes and components, in an order that no vector length changes.
+HWY_INLINE double Sum(const Nodes& nodes) {
+  LaneNumbers sum;
+  Store(nodes.u + nodes.v, sum);
+  return (sum.lane[0] + sum.lane[1]) + (sum.lane[2] + sum.lane[3]);
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace quillane
+HWY_AFTER_NAMESPACE();
+
+#endif

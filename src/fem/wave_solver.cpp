@@ -1,0 +1,58 @@
+// The same iteration as PreconditionedCG, pass by pass over the waves.
+#include "fem/wave_solver.h"
+
+#include <cmath>
+
+#include "fem/wave_passes.h"
+
+namespace quillane {
+namespace {
+
+double SquaredLoad(const Model& model) {
+  double sum = 0.0;
+  for (const double force : model.LoadVector.Raw().subspan(1)) sum += force * force;
+  return sum;
+}
+
+}  // namespace
+
+std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) {
+  const double loadSquared = SquaredLoad(model);
+  if (!std::isfinite(loadSquared)) return std::nullopt;
+  std::optional<WaveSystem> system = LayOutWaves(model);
+  if (!system || !Factorize(*system, tolerance)) return std::nullopt;
+
+  const int equations = model.EquationCount;
+  SolveReport report{.equations = equations};
+  double alpha = 0.0;
+  double beta = 0.0;
+  ForwardPass(*system, alpha);
+  double rho = BackwardPass(*system);
+  while (!report.converged && report.iterations < equations + 10) {
+    const double curvature = DirectionPass(*system, alpha, beta);
+    alpha = rho / curvature;
+    const double ratio = ForwardPass(*system, alpha) / loadSquared;
+    if (!std::isfinite(curvature) || !std::isfinite(alpha) || !std::isfinite(ratio)) {
+      return std::nullopt;
+    }
+    ++report.iterations;
+    report.relativeResidual = std::sqrt(ratio);
+    report.converged = ratio <= tolerance * tolerance;
+    if (report.converged) break;
+    const double rhoNext = BackwardPass(*system);
+    beta = rhoNext / rho;
+    rho = rhoNext;
+    if (!std::isfinite(rho) || !std::isfinite(beta)) return std::nullopt;
+  }
+
+  const auto solution = model.SolutionVector.Raw();
+  system->ForEachEquation(&WaveSystem::x, [&](int equation, double& number) {
+    solution[static_cast<std::size_t>(equation)] = number;
+  });
+  system->ForEachEquation(&WaveSystem::p, [&](int equation, double& number) {
+    solution[static_cast<std::size_t>(equation)] += alpha * number;
+  });
+  return report;
+}
+
+}  // namespace quillane

@@ -1,0 +1,17 @@
+// The solver at the speed of the machine, for the regular grid.
+#pragma once
+
+#include <optional>
+
+#include "fem/solver.h"
+
+namespace quillane {
+
+/// Solves the model's numbered equations, LoadVector in place, as AssembleStiffness,
+/// CompressStiffness and SolveEquations do but for the order of the three inner products, and
+/// without the row store; writes SolutionVector. Empty, SolutionVector as it was, where the mesh is
+/// no regular grid or a number stops being finite: the plain procedures then give the result or the
+/// error. Throws RunTimeError (out of memory).
+std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance);
+
+}  // namespace quillane

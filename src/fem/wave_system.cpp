@@ -1,0 +1,183 @@
+// From the model's cells and equation numbers to quads and their stiffness.
+#include "fem/wave_system.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <new>
+#include <unordered_map>
+#include <utility>
+
+#include "fem/regular_grid.h"
+#include "model/run_time_error.h"
+
+namespace quillane {
+namespace {
+
+/// Stiffness rows of one node: [neighbour][its component][component of the row].
+using NodeRows = std::array<std::array<std::array<double, 2>, 2>, kNeighbours>;
+
+/// Those rows for each of the 16 sets of present cells around the node.
+using RowsOfCells = std::array<NodeRows, 16>;
+
+/// Adds up each set's rows in the order of assembly, cells ascending.
+RowsOfCells SumStiffness(const double (&element)[9][9]) {
+  constexpr struct {
+    int code, row, column;  // the cell's lower left node, seen from the node
+    int local;              // the node's number in the cell
+  } kCells[] = {{kCellLowerLeft, -1, -1, 3},
+                {kCellLowerRight, -1, 0, 4},
+                {kCellUpperLeft, 0, -1, 2},
+                {kCellUpperRight, 0, 0, 1}};
+  constexpr int kNodeRow[] = {0, 0, 0, 1, 1};
+  constexpr int kNodeColumn[] = {0, 0, 1, 1, 0};
+  RowsOfCells rows{};
+  for (std::size_t set = 0; set < rows.size(); ++set) {
+    for (const auto& cell : kCells) {
+      if ((static_cast<int>(set) & cell.code) == 0) continue;
+      for (int other = 1; other <= 4; ++other) {
+        const int up = cell.row + kNodeRow[other];
+        const int right = cell.column + kNodeColumn[other];
+        auto& couplings = rows[set][static_cast<std::size_t>(3 * (up + 1) + right + 1)];
+        for (int d = 0; d < 2; ++d) {
+          for (int c = 0; c < 2; ++c) {
+            couplings[static_cast<std::size_t>(d)][static_cast<std::size_t>(c)] +=
+                element[2 * cell.local - 1 + c][2 * other - 1 + d];
+          }
+        }
+      }
+    }
+  }
+  return rows;
+}
+
+bool AllFinite(const RowsOfCells& rows) {
+  for (const NodeRows& node : rows) {
+    for (const auto& coupling : node) {
+      for (const auto& column : coupling) {
+        if (!std::isfinite(column[0]) || !std::isfinite(column[1])) return false;
+      }
+    }
+  }
+  return true;
+}
+
+std::vector<NodeCode> NodeCodes(const Model& model) {
+  const auto rows = static_cast<std::size_t>(model.CellRowCount);
+  const auto columns = static_cast<std::size_t>(model.CellColumnCount);
+  const std::size_t up = columns + 1;
+  std::vector<NodeCode> codes((rows + 1) * up, 0);
+  const Integer* state = model.CellState.Raw().data();
+  for (std::size_t j = 0; j < columns; ++j) {
+    for (std::size_t i = 0; i < rows; ++i, ++state) {
+      if (*state <= 0) continue;
+      NodeCode* const code = &codes[i * up + j];
+      code[0] |= kCellUpperRight;
+      code[1] |= kCellUpperLeft;
+      code[up] |= kCellLowerRight;
+      code[up + 1] |= kCellLowerLeft;
+    }
+  }
+  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
+  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
+  for (std::size_t node = 0; node < codes.size(); ++node) {
+    const bool hasU = numbersU[node + 1] != 0;
+    const bool hasV = numbersV[node + 1] != 0;
+    if (hasU) codes[node] |= kEquationU;
+    if (hasV) codes[node] |= kEquationV;
+    if (!hasU && !hasV) codes[node] = 0;
+  }
+  return codes;
+}
+
+constexpr std::uint32_t kFullCode = 15 + kEquationU + kEquationV;
+
+StiffnessPattern PatternOf(std::uint32_t codes, const RowsOfCells& rows) {
+  StiffnessPattern pattern{};
+  pattern.isFull = true;
+  for (int lane = 0; lane < kLanes; ++lane) {
+    const std::uint32_t code = codes >> (8 * lane) & 0xFF;
+    pattern.isFull = pattern.isFull && (code == 0 || code == kFullCode);
+    const NodeRows& couplings = rows[code % 16];
+    const auto fill = [&](std::size_t c, LaneNumbers QuadNumbers::*row) {
+      (pattern.equation.*row).lane[lane] = 1.0;
+      for (std::size_t n = 0; n < kNeighbours; ++n) {
+        for (std::size_t d = 0; d < 2; ++d) (pattern.k[n][d].*row).lane[lane] = couplings[n][d][c];
+      }
+    };
+    if ((code & kEquationU) != 0) fill(0, &QuadNumbers::u);
+    if ((code & kEquationV) != 0) fill(1, &QuadNumbers::v);
+  }
+  return pattern;
+}
+
+/// Empty where the rows have not the symmetry of the square cell, to the bit.
+std::optional<FullMaterial> FullRows(const NodeRows& k) {
+  const FullMaterial full{.diagonalU = k[kLowerLeft][0][0],
+                          .diagonalV = k[kLowerLeft][1][1],
+                          .cross = k[kLowerLeft][1][0],
+                          .lowerU = k[kLower][0][0],
+                          .lowerV = k[kLower][1][1],
+                          .leftU = k[kLeft][0][0],
+                          .leftV = k[kLeft][1][1],
+                          .ownU = k[kOwn][0][0],
+                          .ownV = k[kOwn][1][1]};
+  const auto isLike = [&k](int neighbour, double u, double v, double cross) {
+    const auto& [columnU, columnV] = k[static_cast<std::size_t>(neighbour)];
+    return columnU[0] == u && columnV[1] == v && columnU[1] == cross && columnV[0] == cross;
+  };
+  const bool isSquare =
+      isLike(kLowerLeft, full.diagonalU, full.diagonalV, full.cross) &&
+      isLike(kUpperRight, full.diagonalU, full.diagonalV, full.cross) &&
+      isLike(kLowerRight, full.diagonalU, full.diagonalV, -full.cross) &&
+      isLike(kUpperLeft, full.diagonalU, full.diagonalV, -full.cross) &&
+      isLike(kLower, full.lowerU, full.lowerV, 0.0) &&
+      isLike(kUpper, full.lowerU, full.lowerV, 0.0) && isLike(kLeft, full.leftU, full.leftV, 0.0) &&
+      isLike(kRight, full.leftU, full.leftV, 0.0) && isLike(kOwn, full.ownU, full.ownV, 0.0);
+  return isSquare ? std::optional(full) : std::nullopt;
+}
+
+void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
+  std::unordered_map<std::uint32_t, std::uint16_t> known;
+  system.patternOf.push_back(0);
+  system.patterns.push_back({});
+  for (int quad = 1; quad <= system.order.Quads(); ++quad) {
+    const std::uint32_t codes = system.order.Codes(quad);
+    const auto number = static_cast<std::uint16_t>(system.patterns.size());
+    const auto [place, isNew] = known.try_emplace(codes, number);
+    if (isNew) system.patterns.push_back(PatternOf(codes, rows));
+    system.patternOf.push_back(place->second);
+  }
+}
+
+}  // namespace
+
+std::optional<WaveSystem> LayOutWaves(const Model& model) try {
+  if (!IsRegularGrid(model)) return std::nullopt;
+  const RowsOfCells rowsOfCells = SumStiffness(model.ElementStiffness);
+  const std::optional<FullMaterial> full = FullRows(rowsOfCells.back());
+  if (!full || !AllFinite(rowsOfCells)) return std::nullopt;
+  const int rows = model.CellRowCount + 1;
+  const int columns = model.CellColumnCount + 1;
+  std::vector<NodeCode> codes = NodeCodes(model);
+  WaveSystem system{.order = WaveOrder(rows, columns, codes),
+                    .rows = rows,
+                    .columns = columns,
+                    .codes = std::move(codes),
+                    .full = *full};
+  MakePatterns(system, rowsOfCells);
+  const auto places = static_cast<std::size_t>(system.order.Quads()) + 1;
+  system.factor.resize(places);
+  system.rest.resize(places);
+  for (auto* flags : {&system.fullForward, &system.fullBackward}) flags->resize(places);
+  for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
+  const auto load = model.LoadVector.Raw();
+  system.ForEachEquation(&WaveSystem::r, [&load](int equation, double& number) {
+    number = load[static_cast<std::size_t>(equation)];
+  });
+  return system;
+} catch (const std::bad_alloc&) {
+  throw RunTimeError(ErrorKind::kOutOfMemory, "no memory for the equation system");
+}
+
+}  // namespace quillane

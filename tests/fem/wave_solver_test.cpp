@@ -1,0 +1,203 @@
+// The fast form of the solver against the plain procedures, at every vector length.
+#include "fem/wave_solver.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <optional>
+#include <random>
+#include <vector>
+
+#include "fem/analysis.h"
+#include "fem/assembly.h"
+#include "fem/element_stiffness.h"
+#include "fem/mesh.h"
+#include "fem/vector_targets.h"
+#include "hwy/targets.h"
+#include "model/run_time_error.h"
+#include "support/plates.h"
+#include "support/solver_forms.h"
+
+namespace quillane {
+namespace {
+
+void Mark(Model& model, int row1, int column1, int row2, int column2, Integer state) {
+  for (int i = row1; i <= row2; ++i) {
+    for (int j = column1; j <= column2; ++j) model.CellState(i, j) = state;
+  }
+  MarkActiveNodes(model);
+}
+
+/// Plates of every kind: full ones of all proportions, holes and islands, rollers, nothing held.
+std::vector<Model> Plates() {
+  std::vector<Model> plates;
+  const struct {
+    int rows, columns;
+  } kSizes[] = {{1, 1}, {1, 70}, {70, 1}, {3, 5}, {15, 15}, {4, 47}, {17, 3}, {40, 20}};
+  for (const auto& size : kSizes) {
+    plates.push_back(test::Cantilever(size.rows, size.columns));
+    plates.push_back(plates.back());
+    plates.back().PoissonRatio = 1.0 / 3.0;  // one more coupling vanishes, or almost
+  }
+  for (unsigned seed = 1; seed <= 25; ++seed) plates.push_back(test::RandomPlate(seed));
+  std::mt19937 random(7);
+  for (int run = 0; run < 5; ++run) {
+    Model model = test::Cantilever(33 + run, 50 - 9 * run);
+    for (Integer& state : model.CellState.Raw()) {
+      if (random() % 30 < static_cast<unsigned>(run)) state = kCellEmpty;
+    }
+    for (Integer& freedom : model.NodeFreedom.Raw()) {
+      if (random() % 50 == 0) freedom = 1;
+    }
+    for (double& load : model.NodeLoad.Raw()) load = static_cast<double>(random() % 201) - 100.0;
+    MarkActiveNodes(model);
+    plates.push_back(model);
+  }
+  Model islands = test::Cantilever(30, 50);
+  Mark(islands, 5, 10, 20, 17, kCellEmpty);
+  Mark(islands, 10, 12, 12, 14, kCellDesign);  // an island that nothing holds
+  Mark(islands, 1, 30, 30, 30, kCellCutOut);   // and a half that nothing holds
+  plates.push_back(islands);
+  Model free = test::Plate(12, 20);
+  free.NodeLoad(test::Node(free, 5, 5), 1) = 10;
+  free.NodeLoad(test::Node(free, 9, 9), 1) = -10;
+  plates.push_back(free);
+  free.NodeFreedom(1, 1) = free.NodeFreedom(1, 2) = 1;
+  free.NodeLoad(test::Node(free, 13, 21), 2) = 3;  // turns about the pin
+  plates.push_back(free);
+  return plates;
+}
+
+/// Runs `body` once for every vector length that this processor has.
+void ForEachLength(const std::function<void()>& body) {
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    SCOPED_TRACE(hwy::TargetName(target));
+    hwy::SetSupportedTargetsForTest(target);
+    body();
+  }
+  hwy::SetSupportedTargetsForTest(0);
+}
+
+TEST(WaveSolver, ProductFactorizationAndSweepsAreThoseOfThePlainProcedures) {
+  std::mt19937 random(1);
+  for (const Model& model : Plates()) {
+    Model numbered = model;
+    NumberComponents(numbered);
+    SCOPED_TRACE(testing::Message() << model.CellRowCount << " x " << model.CellColumnCount);
+    test::Vector x(static_cast<std::size_t>(numbered.EquationCount) + 1);
+    for (double& value : x) value = std::uniform_real_distribution(-1.0, 1.0)(random);
+    x[0] = 0.0;
+    const test::SolverPieces plain = test::PlainPieces(model, x);
+    ForEachLength([&] {
+      const auto waves = test::WavePieces(model, x);
+      ASSERT_TRUE(waves.has_value());
+      EXPECT_TRUE(plain.product == waves->product);
+      EXPECT_TRUE(plain.preconditioned == waves->preconditioned);
+    });
+  }
+}
+
+/// What a solve leaves behind.
+struct Outcome {
+  std::vector<double> solution;
+  SolveReport report;
+  std::optional<ErrorKind> error;
+};
+
+Outcome Record(Model& model, const std::function<SolveReport()>& solve) {
+  Outcome outcome;
+  try {
+    outcome.report = solve();
+    const auto solution = model.SolutionVector.Raw();
+    outcome.solution.assign(solution.begin(), solution.end());
+  } catch (const RunTimeError& error) {
+    outcome.error = error.Kind();
+  }
+  return outcome;
+}
+
+Outcome SolvePlain(Model m) {
+  return Record(m, [&m] {
+    AssembleEquations(m);
+    return SolveAssembledEquations(m, kSolverTolerance);
+  });
+}
+
+/// The chain as the program runs it, the stresses left out.
+Outcome SolveChosen(Model m) {
+  return Record(m, [&m] { return SolveStructure(m); });
+}
+
+TEST(WaveSolver, WholeSolvesAgreeWithThePlainFormAndDoNotDependOnTheVectorLength) {
+  int agreed = 0;
+  for (const Model& model : Plates()) {
+    SCOPED_TRACE(testing::Message() << model.CellRowCount << " x " << model.CellColumnCount);
+    const Outcome plain = SolvePlain(model);
+    const Outcome first = SolveChosen(model);
+    ASSERT_EQ(plain.error, first.error);
+    ForEachLength([&] {
+      const Outcome waves = SolveChosen(model);
+      EXPECT_TRUE(first.solution == waves.solution);
+      EXPECT_EQ(first.report.iterations, waves.report.iterations);
+      EXPECT_EQ(first.report.relativeResidual, waves.report.relativeResidual);
+    });
+    if (plain.error || !plain.report.converged || !first.report.converged) continue;
+    const int difference = std::abs(plain.report.iterations - first.report.iterations);
+    EXPECT_LE(difference, 1);
+    double largest = 0.0;
+    double furthest = 0.0;
+    for (std::size_t i = 1; i < plain.solution.size(); ++i) {
+      largest = std::max(largest, std::fabs(plain.solution[i]));
+      furthest = std::max(furthest, std::fabs(plain.solution[i] - first.solution[i]));
+    }
+    EXPECT_LE(furthest, (difference == 0 ? 1e-9 : 1e-6) * largest);
+    ++agreed;
+  }
+  EXPECT_GE(agreed, 25);
+}
+
+/// The fast form alone; empty where it leaves the model to the plain procedures.
+bool IsLeftToPlain(Model m) {
+  CalcElementStiffness(m);
+  NumberComponents(m);
+  AssembleLoads(m);
+  m.SolutionVector.ReDim(0, m.EquationCount);
+  return !SolveOnWaves(m, kSolverTolerance).has_value();
+}
+
+void ExpectLeftToPlain(const Model& model) {
+  EXPECT_TRUE(IsLeftToPlain(model));
+  const Outcome plain = SolvePlain(model);
+  const Outcome chosen = SolveChosen(model);
+  EXPECT_EQ(plain.error, chosen.error);
+  EXPECT_TRUE(plain.solution == chosen.solution);
+}
+
+TEST(WaveSolver, LeavesFailuresToThePlainProcedures) {
+  ExpectLeftToPlain(test::Cantilever(6, 6, 0.0));  // no load
+  Model held = test::Cantilever(6, 6);
+  for (Integer& freedom : held.NodeFreedom.Raw()) freedom = 1;
+  ExpectLeftToPlain(held);  // no equation
+  Model heavy = test::Cantilever(6, 6, 1e200);
+  ExpectLeftToPlain(heavy);  // the squared load overflows
+  Model stiff = test::Cantilever(6, 6);
+  stiff.YoungModulus = 1.2e308;  // four elements overflow
+  ExpectLeftToPlain(stiff);
+}
+
+TEST(WaveSolver, LeavesForeignMeshesAndNumberingsToThePlainProcedures) {
+  Model turned = test::Cantilever(6, 6);
+  for (int k = 1; k < 4; ++k) {
+    std::swap(turned.ElementNodes(8, k), turned.ElementNodes(8, k + 1));
+  }
+  ExpectLeftToPlain(turned);
+  Model stale = test::Cantilever(6, 6);
+  NumberEquations(stale);
+  stale.NodeFreedom(20, 1) = 1;  // keeps the number it had
+  ExpectLeftToPlain(stale);
+}
+
+}  // namespace
+}  // namespace quillane

@@ -1,0 +1,24 @@
+// The pieces of an iteration by both forms of the solver.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "model/model.h"
+
+namespace quillane::test {
+
+using Vector = std::vector<double>;  ///< by equation, from 1
+
+struct SolverPieces {
+  Vector product;         ///< K x
+  Vector preconditioned;  ///< M^-1 x
+};
+
+/// By the plain procedures. The model's active nodes must be marked. Throws as they do.
+SolverPieces PlainPieces(Model model, const Vector& x);
+
+/// By the fast form; empty where it leaves the model to the plain procedures.
+std::optional<SolverPieces> WavePieces(Model model, const Vector& x);
+
+}  // namespace quillane::test
