@@ -1,6 +1,10 @@
 // The finite-element chain, step by step.
 #include "fem/analysis.h"
 
+#include <iterator>
+#include <utility>
+#include <vector>
+
 #include "fem/assembly.h"
 #include "fem/element_stiffness.h"
 #include "fem/mesh.h"
@@ -11,6 +15,25 @@
 namespace quillane {
 
 namespace {
+
+EquationSystem Describe(const Model& model) {
+  const auto copy = [](const auto& array) {
+    const auto raw = array.Raw();
+    return std::vector(raw.begin(), raw.end());
+  };
+  EquationSystem system{.rows = model.CellRowCount,
+                        .columns = model.CellColumnCount,
+                        .isPresent = {},
+                        .nodes = copy(model.ElementNodes),
+                        .equations = copy(model.DofNumber),
+                        .stiffness = {},
+                        .loads = copy(model.LoadVector)};
+  for (const Integer state : model.CellState.Raw()) system.isPresent.push_back(state > 0);
+  for (const auto& row : model.ElementStiffness) {
+    system.stiffness.insert(system.stiffness.end(), std::begin(row), std::end(row));
+  }
+  return system;
+}
 
 /// Stiffness and row store of the numbered components.
 void AssembleRows(Model& m) {
@@ -49,9 +72,15 @@ SolveReport SolveStructure(Model& model) {
   CalcElementStiffness(model);
   NumberComponents(model);
   AssembleLoads(model);
+  EquationSystem system = Describe(model);
+  LastSolve& last = model.Solved;
+  if (last.report && last.system == system) return *last.report;
+
+  last.report.reset();
   SolveReport report = Solve(model);
   report.trueResidual = TrueResidual(model);
   report.converged = report.converged && report.trueResidual <= kTrueResidualBound;
+  last = {std::move(system), report};
   return report;
 }
 

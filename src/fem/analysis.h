@@ -19,7 +19,8 @@ void AssembleEquations(Model& model);
 SolveReport SolveAssembledEquations(Model& model, double tolerance);
 
 /// Computes the element stiffness, numbers, assembles and solves: the displacements per equation in
-/// SolutionVector. The fast form serves wherever it can, the plain procedures else; the arrays of the square matrix
+/// SolutionVector. A system equal to the last one solved is not solved again: its solution stands.
+/// The fast form serves wherever it can, the plain procedures else; the arrays of the square matrix
 /// and of the row store are re-created only in the second case. A solution whose true residual is
 /// above kTrueResidualBound is reported as not converged. Throws as the procedures it stands for.
 SolveReport SolveStructure(Model& model);

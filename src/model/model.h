@@ -110,6 +110,8 @@ struct Model {
   Array1<Double> ProductVector{"ProductVector"};      ///< (0..n) q = K p
   Array1<Integer> TransposeFill{"TransposeFill"};     ///< (0..n) counters of the transposition
 
+  LastSolve Solved;  ///< so that an unchanged system is not solved again
+
   // Results of the last analysis.
   Array2<Double> NodeDisp{"NodeDisp"};      ///< (0..nodes, 1..2) u, v, mm
   Array2<Double> CellStress{"CellStress"};  ///< (0..rows+1, 0..columns+1) von Mises, MPa; border 0

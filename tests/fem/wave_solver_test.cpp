@@ -199,5 +199,36 @@ TEST(WaveSolver, LeavesForeignMeshesAndNumberingsToThePlainProcedures) {
   ExpectLeftToPlain(stale);
 }
 
+TEST(WaveSolver, AnUnchangedSystemIsNotSolvedAgainAndAnyOtherIs) {
+  Model model = test::Cantilever(8, 9);
+  const SolveReport first = SolveStructure(model);
+  constexpr double kMark = 12345.0;  // what a solve would overwrite
+  const auto isSolvedAfter = [&](const std::function<void(Model&)>& change) {
+    Model changed = model;
+    changed.SolutionVector(1) = kMark;
+    change(changed);
+    MarkActiveNodes(changed);
+    const SolveReport report = SolveStructure(changed);
+    EXPECT_EQ(report.equations, changed.EquationCount);
+    return changed.SolutionVector(1) != kMark;
+  };
+  EXPECT_FALSE(isSolvedAfter([](Model&) {}));
+  EXPECT_FALSE(isSolvedAfter([](Model& m) { m.CellState(3, 3) = kCellNonDesign; }));
+  EXPECT_FALSE(isSolvedAfter([](Model& m) { m.NodeFreedom(1, 1) = 2; }));
+  EXPECT_FALSE(isSolvedAfter([](Model& m) { m.StressTarget = 3; }));
+  EXPECT_TRUE(isSolvedAfter([](Model& m) { m.CellState(3, 3) = kCellEmpty; }));
+  EXPECT_TRUE(isSolvedAfter([](Model& m) { m.NodeFreedom(30, 2) = 1; }));
+  EXPECT_TRUE(isSolvedAfter([](Model& m) { m.NodeLoad(30, 2) = 1; }));
+  EXPECT_TRUE(isSolvedAfter([](Model& m) { m.Thickness = 2; }));
+  EXPECT_TRUE(isSolvedAfter([](Model& m) { m.PoissonRatio = 0.2; }));
+  EXPECT_TRUE(
+      isSolvedAfter([](Model& m) { std::swap(m.ElementNodes(9, 1), m.ElementNodes(9, 2)); }));
+  EXPECT_EQ(SolveStructure(model).iterations, first.iterations);
+
+  model.NodeLoad(test::Node(model, 5, 10), 2) = 0.0;
+  EXPECT_THROW(SolveStructure(model), RunTimeError);
+  EXPECT_THROW(SolveStructure(model), RunTimeError) << "a failed solve stands for nothing";
+}
+
 }  // namespace
 }  // namespace quillane
