@@ -119,10 +119,13 @@ find_canvas() {
   canvas_y=$((canvas_y + y))
 }
 
-# Opens the optimization dialog on its first button.
+# Opens the optimization dialog and finds its buttons, which stand under each other in five rows.
 optimization() {
   menu_optimization
   await '^Optimization$'
+  locate "$id"
+  middle=$((x + width / 2))
+  start=$((y + height / 10)) stop=$((y + height * 3 / 10)) manual=$((y + height * 5 / 10))
 }
 
 # point X Y: a press at millimetres on the canvas, the view as it starts.
@@ -194,6 +197,7 @@ menu_load
 await 'Applied Load'
 key Tab
 entry -1000
+key shift+Tab shift+Tab Up
 shoot dialog-load "$id"
 key Return
 point 800 0
@@ -228,21 +232,19 @@ choose 3
 point 800 0
 shoot displacement
 
-# Thirty steps by hand with the potentials shown, then automatic ones for two seconds.
+# Thirty steps by hand with the potentials shown, then automatic ones for a second.
 menu_graphics
 dialog 'Graphics' graphics
 key Down Return
 optimization
-key Tab Tab
-repeat space 30
+for ((step = 0; step < 30; ++step)); do press_at "$middle" "$manual"; done
 shoot dialog-optimization "$id"
 key Escape
 shoot potential
 optimization
-key space
-pause 2
-key Tab space
-shoot dialog-optimization-at-rest "$id"
+press_at "$middle" "$start"
+pause 1
+press_at "$middle" "$stop"
 key Escape
 shoot automatic
 
