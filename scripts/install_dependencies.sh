@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs from Debian's packages whatever the named purposes need and is missing.
-# Usage: install_dependencies.sh build|test|bench|develop ...   (quick when nothing is missing)
+# Usage: install_dependencies.sh build|test|bench|develop|exports ...   (quick when nothing is missing)
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev libdxflib-dev
@@ -10,6 +10,9 @@ bench=("${build[@]}" libbenchmark-dev libeigen3-dev python3)
 develop=("${test[@]}" "${bench[@]}" git clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
          x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file man-db
          clang libclang-rt-dev strace librsvg2-bin)
+# Programs that judge what is written for them: 1.5 GB, so not among the tools for every day.
+exports=("${build[@]}" python3-ezdxf librecad admesh librsvg2-bin imagemagick meshio-tools gmsh calculix-ccx
+         python3-paraview python3-meshio python3-numpy xvfb openbox xdotool)
 
 packages=()
 for purpose in "$@"; do
@@ -18,6 +21,7 @@ for purpose in "$@"; do
     test) packages+=("${test[@]}") ;;
     bench) packages+=("${bench[@]}") ;;
     develop) packages+=("${develop[@]}") ;;
+    exports) packages+=("${exports[@]}") ;;
     *) echo "install_dependencies.sh: unknown purpose: $purpose" >&2; exit 2 ;;
   esac
 done

@@ -119,13 +119,10 @@ find_canvas() {
   canvas_y=$((canvas_y + y))
 }
 
-# Opens the optimization dialog and finds its buttons, which stand under each other in five rows.
+# Opens the optimization dialog on its first button.
 optimization() {
   menu_optimization
   await '^Optimization$'
-  locate "$id"
-  middle=$((x + width / 2))
-  start=$((y + height / 10)) stop=$((y + height * 3 / 10)) manual=$((y + height * 5 / 10))
 }
 
 # point X Y: a press at millimetres on the canvas, the view as it starts.
@@ -197,7 +194,6 @@ menu_load
 await 'Applied Load'
 key Tab
 entry -1000
-key shift+Tab shift+Tab Up
 shoot dialog-load "$id"
 key Return
 point 800 0
@@ -232,19 +228,21 @@ choose 3
 point 800 0
 shoot displacement
 
-# Thirty steps by hand with the potentials shown, then automatic ones for a second.
+# Thirty steps by hand with the potentials shown, then automatic ones for two seconds.
 menu_graphics
 dialog 'Graphics' graphics
 key Down Return
 optimization
-for ((step = 0; step < 30; ++step)); do press_at "$middle" "$manual"; done
+key Tab Tab
+repeat space 30
 shoot dialog-optimization "$id"
 key Escape
 shoot potential
 optimization
-press_at "$middle" "$start"
-pause 1
-press_at "$middle" "$stop"
+key space
+pause 2
+key Tab space
+shoot dialog-optimization-at-rest "$id"
 key Escape
 shoot automatic
 

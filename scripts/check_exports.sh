@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Installs programs that are not ours and lets them judge what quillane-batch writes for them: the
+# optimized examples as outlines, plain and smoothed, and as fields. Ends at the first finding.
+# Usage: check_exports.sh [FOLDER]   (out/exports by default; pictures to look at stay there)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install_dependencies.sh exports
+
+batch=build/release/src/batch/quillane-batch
+folder=${1:-out/exports}
+rm -rf "$folder"
+mkdir -p "$folder"
+
+names=()
+for model in examples/*.model; do
+  name=$(basename "$model" .model)
+  names+=("$name")
+  base=$folder/$name
+  "$batch" "$model" --steps 150 --save "$base.model" --quiet
+  "$batch" "$base.model" --quiet --json "$base.json" --cells "$base-cells.csv" \
+      --nodes "$base-nodes.csv" --vtu "$base.vtu"
+  for format in svg dxf stl; do
+    "$batch" "$base.model" --quiet --outline "$base-plain.$format"
+    "$batch" "$base.model" --quiet --outline "$base-smooth.$format" --smooth
+  done
+done
+name=${names[0]}
+"$batch" "$folder/$name.model" --quiet --steps 10 --frames "$folder/$name-frames" --size 300x200 \
+    --vtu "$folder/$name.vtu" --cells "$folder/$name-cells.csv" --nodes "$folder/$name-nodes.csv"
+
+scripts/check_outlines.py "$folder" "${names[@]}"
+pvpython scripts/check_fields.py "$folder" "${names[@]}"
+
+# What meshio makes of the fields for another solver has as many elements.
+for name in "${names[@]}"; do
+  meshio convert "$folder/$name.vtu" "$folder/$name.inp" >/dev/null
+  elements=$(meshio info "$folder/$name.inp" | sed -n 's/.*quad: *\([0-9]*\).*/\1/p')
+  printf '%-24s%8s quads in the input that meshio made of it\n' "$name" "$elements"
+  [ "$elements" = "$(awk -F, 'NR > 1 && $3 > 0' "$folder/$name-cells.csv" | wc -l)" ]
+done

@@ -1,0 +1,68 @@
+#!/usr/bin/python3
+"""Judges the outlines of check_exports.sh by programs that are not ours.
+
+Usage: check_outlines.py FOLDER NAME...   with NAME.json, NAME-plain.dxf, NAME-smooth.svg and so on
+in FOLDER. The areas of all files of a shape must agree with each other, and those of the plain one
+with the volume.
+"""
+import json
+import re
+import subprocess
+import sys
+
+import ezdxf
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def dxf_area(path):
+    """The area of a drawing that ezdxf finds nothing to complain about, in mm^2."""
+    drawing = ezdxf.readfile(path)
+    audit = drawing.audit()
+    assert not audit.errors and not audit.fixes, f"{path}: {audit.errors + audit.fixes}"
+    assert drawing.units == ezdxf.units.MM, f"{path}: the unit is {drawing.units}"
+    area = 0
+    for line in drawing.modelspace():
+        assert line.dxftype() == "LWPOLYLINE" and line.closed and line.dxf.layer == "OUTLINE", path
+        points = line.get_points("xy")
+        area += sum(a[0] * b[1] - b[0] * a[1] for a, b in zip(points, points[1:] + points[:1])) / 2
+    return area
+
+
+def svg_area(path):
+    """The area that is filled in a picture of the drawing, in mm^2."""
+    width, height = (float(re.search(rf'{name}="([\d.]+)mm"', open(path).read())[1])
+                     for name in ("width", "height"))
+    picture = path + ".png"
+    run("rsvg-convert", "--background-color=white", "--width=3000", "--keep-aspect-ratio", path,
+        "--output", picture)
+    return (1 - float(run("convert", picture, "-format", "%[fx:mean]", "info:"))) * width * height
+
+
+def stl_volume(path):
+    """The volume of a solid that admesh finds nothing to repair in, in mm^3."""
+    report = run("admesh", path)
+    for what in ("Total disconnected facets", "Degenerate facets", "Edges fixed", "Facets removed",
+                 "Facets added", "Facets reversed", "Backwards edges", "Normals fixed"):
+        assert re.search(rf"{what}\s*:\s*0\b", report), f"{path}: {report}"
+    return float(re.search(r"Volume\s*:\s*([\d.]+)", report)[1])
+
+
+def differs(a, b, tolerance):
+    return abs(a / b - 1) > tolerance
+
+
+folder, names = sys.argv[1], sys.argv[2:]
+print(f"{'':24}{'by the volume':>14}{'DXF':>14}{'SVG':>14}{'STL':>14}   mm^2")
+for name in names:
+    summary = json.load(open(f"{folder}/{name}.json"))
+    expected = summary["volume"] / summary["thickness"]
+    for kind in ("plain", "smooth"):
+        shape = f"{folder}/{name}-{kind}"
+        dxf, svg = dxf_area(shape + ".dxf"), svg_area(shape + ".svg")
+        stl = stl_volume(shape + ".stl") / summary["thickness"]
+        print(f"{name + ' ' + kind:24}{expected:14.3f}{dxf:14.3f}{svg:14.3f}{stl:14.3f}")
+        assert not differs(dxf, expected, 1e-9 if kind == "plain" else 0.01)
+        assert not differs(stl, dxf, 1e-5) and not differs(svg, dxf, 1e-3)
