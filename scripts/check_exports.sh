@@ -16,7 +16,7 @@ for model in examples/*.model; do
   name=$(basename "$model" .model)
   names+=("$name")
   base=$folder/$name
-  "$batch" "$model" --steps 150 --save "$base.model" --quiet
+  "$batch" "$model" --volume-fraction 0.5 --save "$base.model" --quiet || [ $? = 4 ]  # or as far as it goes
   "$batch" "$base.model" --quiet --json "$base.json" --cells "$base-cells.csv" \
       --nodes "$base-nodes.csv" --vtu "$base.vtu"
   for format in svg dxf stl; do
@@ -33,8 +33,31 @@ pvpython scripts/check_fields.py "$folder" "${names[@]}"
 
 # What meshio makes of the fields for another solver has as many elements.
 for name in "${names[@]}"; do
-  meshio convert "$folder/$name.vtu" "$folder/$name.inp" >/dev/null
+  meshio convert --float-format .12e "$folder/$name.vtu" "$folder/$name.inp" >/dev/null
   elements=$(meshio info "$folder/$name.inp" | sed -n 's/.*quad: *\([0-9]*\).*/\1/p')
   printf '%-24s%8s quads in the input that meshio made of it\n' "$name" "$elements"
   [ "$elements" = "$(awk -F, 'NR > 1 && $3 > 0' "$folder/$name-cells.csv" | wc -l)" ]
 done
+
+# Pictures to look at: all outlines on one sheet, and each smoothed drawing in LibreCAD.
+montage "$folder"/*.svg.png -tile 2x -geometry 900x500+20+20 "$folder/outlines.png"
+scratch=$(mktemp -d)
+exec 3<>"$scratch/display"
+Xvfb -displayfd 3 -screen 0 1200x800x24 -nolisten tcp 2>/dev/null &
+screen=$!
+trap 'kill "$screen" 2>/dev/null; rm -rf "$scratch"' EXIT
+until [ -s "$scratch/display" ]; do sleep 0.1; done
+DISPLAY=:$(cat "$scratch/display")
+export DISPLAY HOME=$scratch XDG_CONFIG_HOME=$scratch
+openbox >/dev/null 2>&1 &
+for name in "${names[@]}"; do
+  librecad "$folder/$name-smooth.dxf" >/dev/null 2>&1 &
+  program=$!
+  sleep 5
+  xdotool key Return  # answers the questions of a first start
+  sleep 5
+  import -window root "$folder/$name-librecad.png"
+  kill "$program"
+  wait "$program" || true
+done
+echo "to look at: $folder/outlines.png, $folder/*-librecad.png"
