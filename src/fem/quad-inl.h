@@ -136,21 +136,28 @@ HWY_INLINE Nodes FromAbove(const QuadNumbers& own, const QuadNumbers& above) {
 /// A number of each component of the nodes.
 HWY_INLINE Quad Component(const Nodes& nodes, int c) { return c == 0 ? nodes.u : nodes.v; }
 
-/// FullMaterial in every lane.
-struct FullQuads {
-  Quad diagonalU, diagonalV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
-
-  explicit FullQuads(const FullMaterial& full)
-      : diagonalU(All(full.diagonalU)),
-        diagonalV(All(full.diagonalV)),
-        cross(All(full.cross)),
-        lowerU(All(full.lowerU)),
-        lowerV(All(full.lowerV)),
-        leftU(All(full.leftU)),
-        leftV(All(full.leftV)),
-        ownU(All(full.ownU)),
-        ownV(All(full.ownV)) {}
+/// Couplings of a quad's nodes with a neighbour of each: uv of u with the neighbour's v, and so on.
+struct Coupling {
+  Quad uu, uv, vu, vv;
 };
+
+/// Adds to the sums of the nodes' rows what a neighbour contributes, or takes it away.
+HWY_INLINE void Add(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
+  sum.u = sum.u + k.uu * neighbour.u;
+  sum.v = sum.v + k.vu * neighbour.u;
+  sum.u = sum.u + k.uv * neighbour.v;
+  sum.v = sum.v + k.vv * neighbour.v;
+}
+HWY_INLINE void Subtract(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
+  sum.u = sum.u - k.uu * neighbour.u;
+  sum.v = sum.v - k.vu * neighbour.u;
+  sum.u = sum.u - k.uv * neighbour.v;
+  sum.v = sum.v - k.vv * neighbour.v;
+}
+
+HWY_INLINE Nodes operator*(const Nodes& a, const Nodes& b) { return {a.u * b.u, a.v * b.v}; }
+HWY_INLINE Nodes operator+(const Nodes& a, const Nodes& b) { return {a.u + b.u, a.v + b.v}; }
+HWY_INLINE Nodes operator-(const Nodes& a, const Nodes& b) { return {a.u - b.u, a.v - b.v}; }
 
 /// The sum over lanes and components, in an order that no vector length changes.
 HWY_INLINE double Sum(const Nodes& nodes) {

@@ -66,12 +66,10 @@ class NeighbourRows {
   }
   const LaneNumbers& EntryOf(std::size_t quad, int d, int neighbour, int e) const {
     const FactorRows& rows = factor_[quad];
-    const FactorRest& rest = rest_[quad];
-    const bool isCross = d != e;
-    const QuadNumbers& entries = neighbour == kLower ? (isCross ? rest.lowerCross : rows.lower)
-                                 : neighbour == kLowerRight
-                                     ? (isCross ? rest.lowerRightCross : rows.lowerRight)
-                                     : (isCross ? rest.leftCross : rows.left);
+    const QuadNumbers& like = neighbour == kLower        ? rows.lower
+                              : neighbour == kLowerRight ? rows.lowerRight
+                                                         : rows.left;
+    const QuadNumbers& entries = d == e ? like : rest_[quad].cross[neighbour];
     return d == 0 ? entries.u : entries.v;
   }
 
@@ -87,7 +85,7 @@ HWY_INLINE Quad Entry(const NeighbourRows& neighbours, const Rows& rows, const Q
   for (int k = 0; k < kSharedCount[n]; ++k) {
     const Shared& shared = kShared[n][k];
     for (int e = 0; e < 2; ++e) {
-      entry = entry - Component(rows.inverse[shared.toNode], e) *
+      entry = entry - (e == 0 ? rows.inverse[shared.toNode].u : rows.inverse[shared.toNode].v) *
                           neighbours.Entry(n, d, shared.toNeighbour, e) *
                           rows.entry[shared.toNode][e][c];
     }
@@ -98,23 +96,18 @@ HWY_INLINE Quad Entry(const NeighbourRows& neighbours, const Rows& rows, const Q
 }
 
 HWY_INLINE void StoreRows(const Rows& done, FactorRows& rows, FactorRest& rest) {
-  const auto& entry = done.entry;
-  for (int d = 0; d < 2; ++d) {
-    Store(Nodes{entry[kLowerLeft][d][0], entry[kLowerLeft][d][1]}, rest.lowerLeft[d]);
+  QuadNumbers* const like[] = {&rest.lowerLeft, &rows.lower, &rows.lowerRight, &rows.left};
+  for (int n = 0; n < kOwn; ++n) {
+    Store(Nodes{done.entry[n][0][0], done.entry[n][1][1]}, *like[n]);
+    Store(Nodes{done.entry[n][1][0], done.entry[n][0][1]}, rest.cross[n]);
   }
-  Store(Nodes{entry[kLower][0][0], entry[kLower][1][1]}, rows.lower);
-  Store(Nodes{entry[kLower][1][0], entry[kLower][0][1]}, rest.lowerCross);
-  Store(Nodes{entry[kLowerRight][0][0], entry[kLowerRight][1][1]}, rows.lowerRight);
-  Store(Nodes{entry[kLowerRight][1][0], entry[kLowerRight][0][1]}, rest.lowerRightCross);
-  Store(Nodes{entry[kLeft][0][0], entry[kLeft][1][1]}, rows.left);
-  Store(Nodes{entry[kLeft][1][0], entry[kLeft][0][1]}, rest.leftCross);
   Store(done.own, rest.own);
 }
 
 /// Returns 0 where the pivots are finite, else not a number.
 HWY_INLINE Quad FactorizeQuad(WaveSystem& system, std::size_t quad, const Quad& tolerance) {
   const StiffnessPattern& pattern = system.patterns[system.patternOf[quad]];
-  const NeighbourRows neighbours(system, system.order.Around(static_cast<int>(quad)));
+  const NeighbourRows neighbours(system, system.order.Around(quad));
   Rows rows;
   Quad pivotU = Load(pattern.k[kOwn][0].u);
   Quad pivotV = Load(pattern.k[kOwn][1].v);
@@ -127,7 +120,7 @@ HWY_INLINE Quad FactorizeQuad(WaveSystem& system, std::size_t quad, const Quad& 
       const Quad v = Entry(neighbours, rows, stiffness.v, n, d, 1);
       rows.entry[n][d][0] = u;
       rows.entry[n][d][1] = v;
-      const Quad reciprocal = Component(rows.inverse[n], d);
+      const Quad reciprocal = d == 0 ? rows.inverse[n].u : rows.inverse[n].v;
       pivotU = pivotU - u * u * reciprocal;
       pivotV = pivotV - v * v * reciprocal;
       rows.own = rows.own - reciprocal * u * v;
@@ -146,8 +139,7 @@ HWY_INLINE Quad FactorizeQuad(WaveSystem& system, std::size_t quad, const Quad& 
 bool FactorizeAll(WaveSystem& system, double tolerance) {
   const Quad least = All(tolerance);
   Quad check = All(0.0);
-  const auto quads = static_cast<std::size_t>(system.order.Quads());
-  for (std::size_t quad = 1; quad <= quads; ++quad) {
+  for (std::size_t quad = 1; quad <= system.order.Quads(); ++quad) {
     check = check + FactorizeQuad(system, quad, least);
   }
   return Sum(Nodes{check, All(0.0)}) == 0.0;
@@ -168,18 +160,18 @@ constexpr unsigned kAllLanes = (1U << kLanes) - 1U;
 /// The lanes, a bit each, in which the rest of the rows is that of full material. Rows without an
 /// equation may be any: their z is zero.
 unsigned FullLanes(const FactorRest& rest, const QuadNumbers& equation, const FullMaterial& full) {
+  const double cross[kOwn] = {full.cross, 0.0, -full.cross, 0.0};
   unsigned lanes = 0;
   for (int lane = 0; lane < kLanes; ++lane) {
-    const auto u = [lane](const QuadNumbers& numbers) { return numbers.u.lane[lane]; };
-    const auto v = [lane](const QuadNumbers& numbers) { return numbers.v.lane[lane]; };
-    const bool isFullU = u(rest.lowerLeft[0]) == full.diagonalU &&
-                         u(rest.lowerLeft[1]) == full.cross && u(rest.lowerCross) == 0.0 &&
-                         u(rest.lowerRightCross) == -full.cross && u(rest.leftCross) == 0.0;
-    const bool isFullV = v(rest.lowerLeft[0]) == full.cross &&
-                         v(rest.lowerLeft[1]) == full.diagonalV && v(rest.lowerCross) == 0.0 &&
-                         v(rest.lowerRightCross) == -full.cross && v(rest.leftCross) == 0.0 &&
-                         rest.own.lane[lane] == 0.0;
-    if ((isFullU || u(equation) == 0.0) && (isFullV || v(equation) == 0.0)) lanes |= 1U << lane;
+    bool isFullU = rest.lowerLeft.u.lane[lane] == full.diagonalU;
+    bool isFullV = rest.lowerLeft.v.lane[lane] == full.diagonalV && rest.own.lane[lane] == 0.0;
+    for (int n = 0; n < kOwn; ++n) {
+      isFullU = isFullU && rest.cross[n].u.lane[lane] == cross[n];
+      isFullV = isFullV && rest.cross[n].v.lane[lane] == cross[n];
+    }
+    const bool hasU = equation.u.lane[lane] != 0.0;
+    const bool hasV = equation.v.lane[lane] != 0.0;
+    if ((isFullU || !hasU) && (isFullV || !hasV)) lanes |= 1U << lane;
   }
   return lanes;
 }
@@ -209,8 +201,7 @@ bool Factorize(WaveSystem& system, double tolerance) {
     system.fullForward[quad] = fullLanes[quad] == kAllLanes;
   }
   for (std::size_t quad = 1; quad < places; ++quad) {
-    system.fullBackward[quad] =
-        IsFullBackward(fullLanes, quad, system.order.Around(static_cast<int>(quad)));
+    system.fullBackward[quad] = IsFullBackward(fullLanes, quad, system.order.Around(quad));
   }
   return true;
 }

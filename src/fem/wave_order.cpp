@@ -26,7 +26,7 @@ WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
   codes_ = {0};
   const int waves = columns + 2 * (rows - 1);
   for (int wave = 0; wave < waves; ++wave) {
-    firstOfWave_.push_back(static_cast<int>(codes_.size()));
+    firstOfWave_.push_back(codes_.size());
     const int lowest = std::max(0, wave - columnsOfLane0 + kMargin) / kMargin;
     for (int strip = lowest; strip < strips && strip * kMargin <= wave; ++strip) {
       const int column = wave - strip * kMargin;
@@ -37,7 +37,7 @@ WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
       codes_.push_back(quad);
     }
   }
-  firstOfWave_.push_back(static_cast<int>(codes_.size()));
+  firstOfWave_.push_back(codes_.size());
 
   surroundings_.resize(codes_.size());
   const auto nextStrip = static_cast<std::size_t>(places_ - kMargin);  // in the same wave
@@ -51,10 +51,6 @@ WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
       around.afterAbove[k] = quadAt_[place + nextStrip + (k + 1)];
     }
   }
-}
-
-int WaveOrder::FirstOfWave(int wave) const {
-  return firstOfWave_[static_cast<std::size_t>(std::min(wave, Waves()))];
 }
 
 }  // namespace quillane

@@ -1,7 +1,9 @@
 // The order in which the fast solver keeps the nodes of a grid. Its few terms are explained here.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -53,17 +55,17 @@ class WaveOrder {
   WaveOrder(int rows, int columns, std::span<const NodeCode> codes);
 
   /// Largest number of a quad.
-  int Quads() const { return static_cast<int>(surroundings_.size()) - 1; }
-  const Surroundings& Around(int quad) const {
-    return surroundings_[static_cast<std::size_t>(quad)];
-  }
+  std::size_t Quads() const { return surroundings_.size() - 1; }
+  const Surroundings& Around(std::size_t quad) const { return surroundings_[quad]; }
   /// Codes of a quad's lanes, lane l in byte l.
-  std::uint32_t Codes(int quad) const { return codes_[static_cast<std::size_t>(quad)]; }
+  std::uint32_t Codes(std::size_t quad) const { return codes_[quad]; }
 
   int Waves() const { return static_cast<int>(firstOfWave_.size()) - 1; }
   /// First quad of a wave from 0 or, where the wave is empty, of the next that is not; past the
   /// last wave one more than Quads().
-  int FirstOfWave(int wave) const;
+  std::size_t FirstOfWave(int wave) const {
+    return firstOfWave_[static_cast<std::size_t>(std::min(wave, Waves()))];
+  }
 
   /// Quad of node (row, column); its lane is row % kLanes.
   QuadNumber QuadOf(int row, int column) const {
@@ -82,7 +84,7 @@ class WaveOrder {
   std::vector<QuadNumber> quadAt_;  ///< by strip and column of lane 0; 0 where there is no quad
   std::vector<Surroundings> surroundings_;
   std::vector<std::uint32_t> codes_;
-  std::vector<int> firstOfWave_;
+  std::vector<std::size_t> firstOfWave_;
 };
 
 }  // namespace quillane

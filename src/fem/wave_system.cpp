@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <new>
 #include <unordered_map>
 #include <utility>
@@ -49,17 +48,6 @@ RowsOfCells SumStiffness(const double (&element)[9][9]) {
     }
   }
   return rows;
-}
-
-bool AllFinite(const RowsOfCells& rows) {
-  for (const NodeRows& node : rows) {
-    for (const auto& coupling : node) {
-      for (const auto& column : coupling) {
-        if (!std::isfinite(column[0]) || !std::isfinite(column[1])) return false;
-      }
-    }
-  }
-  return true;
 }
 
 std::vector<NodeCode> NodeCodes(const Model& model) {
@@ -122,26 +110,25 @@ std::optional<FullMaterial> FullRows(const NodeRows& k) {
                           .leftV = k[kLeft][1][1],
                           .ownU = k[kOwn][0][0],
                           .ownV = k[kOwn][1][1]};
-  const auto isLike = [&k](int neighbour, double u, double v, double cross) {
-    const auto& [columnU, columnV] = k[static_cast<std::size_t>(neighbour)];
-    return columnU[0] == u && columnV[1] == v && columnU[1] == cross && columnV[0] == cross;
+  using Coupling = NodeRows::value_type;
+  const auto coupling = [](double u, double v, double cross) {
+    return Coupling{{{u, cross}, {cross, v}}};
   };
-  const bool isSquare =
-      isLike(kLowerLeft, full.diagonalU, full.diagonalV, full.cross) &&
-      isLike(kUpperRight, full.diagonalU, full.diagonalV, full.cross) &&
-      isLike(kLowerRight, full.diagonalU, full.diagonalV, -full.cross) &&
-      isLike(kUpperLeft, full.diagonalU, full.diagonalV, -full.cross) &&
-      isLike(kLower, full.lowerU, full.lowerV, 0.0) &&
-      isLike(kUpper, full.lowerU, full.lowerV, 0.0) && isLike(kLeft, full.leftU, full.leftV, 0.0) &&
-      isLike(kRight, full.leftU, full.leftV, 0.0) && isLike(kOwn, full.ownU, full.ownV, 0.0);
-  return isSquare ? std::optional(full) : std::nullopt;
+  const Coupling rising = coupling(full.diagonalU, full.diagonalV, full.cross);
+  const Coupling falling = coupling(full.diagonalU, full.diagonalV, -full.cross);
+  const Coupling vertical = coupling(full.lowerU, full.lowerV, 0.0);
+  const Coupling horizontal = coupling(full.leftU, full.leftV, 0.0);
+  const NodeRows square = {
+      rising,     vertical, falling,  horizontal, coupling(full.ownU, full.ownV, 0.0),
+      horizontal, falling,  vertical, rising};
+  return k == square ? std::optional(full) : std::nullopt;
 }
 
 void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
   std::unordered_map<std::uint32_t, std::uint16_t> known;
   system.patternOf.push_back(0);
   system.patterns.push_back({});
-  for (int quad = 1; quad <= system.order.Quads(); ++quad) {
+  for (std::size_t quad = 1; quad <= system.order.Quads(); ++quad) {
     const std::uint32_t codes = system.order.Codes(quad);
     const auto number = static_cast<std::uint16_t>(system.patterns.size());
     const auto [place, isNew] = known.try_emplace(codes, number);
@@ -156,7 +143,7 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) try {
   if (!IsRegularGrid(model)) return std::nullopt;
   const RowsOfCells rowsOfCells = SumStiffness(model.ElementStiffness);
   const std::optional<FullMaterial> full = FullRows(rowsOfCells.back());
-  if (!full || !AllFinite(rowsOfCells)) return std::nullopt;
+  if (!full) return std::nullopt;
   const int rows = model.CellRowCount + 1;
   const int columns = model.CellColumnCount + 1;
   std::vector<NodeCode> codes = NodeCodes(model);
@@ -166,7 +153,7 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) try {
                     .codes = std::move(codes),
                     .full = *full};
   MakePatterns(system, rowsOfCells);
-  const auto places = static_cast<std::size_t>(system.order.Quads()) + 1;
+  const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);
   system.rest.resize(places);
   for (auto* flags : {&system.fullForward, &system.fullBackward}) flags->resize(places);

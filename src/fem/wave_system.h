@@ -50,18 +50,18 @@ struct FullMaterial {
   double diagonalU, diagonalV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
 };
 
-/// What the factor's rows of a quad's nodes have of their own everywhere: the couplings of u with u
-/// and of v with v of three neighbours, and the reciprocal pivots (0 without equation).
+/// What the factor's rows of a quad's nodes have of their own everywhere: the reciprocal pivots (0
+/// without equation), and the couplings of u with u and of v with v of three neighbours.
 struct FactorRows {
-  QuadNumbers lower, lowerRight, left, inverse;
+  QuadNumbers inverse, lower, lowerRight, left;
 };
 
 /// The rest of these rows. In full material the couplings with the lower left node and the crossing
 /// ones with the lower right node are the stiffness, and all others are zero.
 struct FactorRest {
-  QuadNumbers lowerLeft[2];                            ///< by the neighbour's component
-  QuadNumbers lowerCross, lowerRightCross, leftCross;  ///< u with the neighbour's v, v with its u
-  LaneNumbers own;                                     ///< v with the node's own u
+  QuadNumbers lowerLeft;    ///< u with u and v with v
+  QuadNumbers cross[kOwn];  ///< [neighbour]: u with its v, v with its u
+  LaneNumbers own;          ///< v with the node's own u
 };
 
 /// All numbers of one solve; every array is indexed by quad and begins with the zeros of quad 0.
@@ -99,7 +99,8 @@ struct WaveSystem {
 };
 
 /// Lays out the model's numbered equations: r holds its LoadVector, all other vectors are zero, the
-/// factor is room only. Empty where the mesh is no regular grid or a stiffness is not finite.
+/// factor is room only. Empty where the mesh is no regular grid or the stiffness not that of
+/// square cells.
 /// Throws RunTimeError (out of memory).
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
