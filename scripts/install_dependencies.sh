@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # Installs from Debian's packages whatever the named purposes need and is missing.
-# Usage: install_dependencies.sh build|test|bench|develop|exports ...   (quick when nothing is missing)
+# Usage: install_dependencies.sh build|test|bench|arm64|develop|exports ...   (quick when nothing is
+# missing)
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev libdxflib-dev
        fonts-dejavu-core fonts-noto-cjk)
 test=("${build[@]}" libgtest-dev)
-bench=("${build[@]}" libbenchmark-dev libeigen3-dev python3)
+bench=("${build[@]}" libbenchmark-dev libeigen3-dev libsuitesparse-dev python3)
+arm64=(g++-aarch64-linux-gnu qemu-user-static googletest)
 develop=("${test[@]}" "${bench[@]}" git clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
          x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file man-db
          clang libclang-rt-dev strace librsvg2-bin)
@@ -20,6 +22,7 @@ for purpose in "$@"; do
     build) packages+=("${build[@]}") ;;
     test) packages+=("${test[@]}") ;;
     bench) packages+=("${bench[@]}") ;;
+    arm64) packages+=("${arm64[@]}") ;;
     develop) packages+=("${develop[@]}") ;;
     exports) packages+=("${exports[@]}") ;;
     *) echo "install_dependencies.sh: unknown purpose: $purpose" >&2; exit 2 ;;
