@@ -1,4 +1,3 @@
-// One press, one node.
 #include "edit/support_load_editing.h"
 
 #include <optional>

@@ -1,4 +1,3 @@
-// Drawings of the model and its results.
 #include "ui/canvas_view.h"
 
 #include "display/canvas_drawing.h"

@@ -1,4 +1,3 @@
-// Entry of the force.
 #include "ui/frmAppliedLoad.h"
 
 #include <QLineEdit>

@@ -1,4 +1,3 @@
-// Entry of the optimization parameters.
 #include "ui/frmController.h"
 
 #include <QLineEdit>

@@ -1,4 +1,3 @@
-// Choice of the support.
 #include "ui/frmFreedom.h"
 
 #include <QLabel>

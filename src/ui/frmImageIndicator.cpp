@@ -1,4 +1,3 @@
-// Choice of the result map.
 #include "ui/frmImageIndicator.h"
 
 #include <QLabel>

@@ -1,4 +1,3 @@
-// Entry of the material.
 #include "ui/frmMaterial.h"
 
 #include <QLabel>

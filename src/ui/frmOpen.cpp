@@ -1,4 +1,3 @@
-// Opening of a model.
 #include "ui/frmOpen.h"
 
 namespace quillane {

@@ -1,4 +1,3 @@
-// Single and automatic optimization steps.
 #include "ui/frmOptimization.h"
 
 #include <QLabel>

@@ -1,4 +1,3 @@
-// Saving of the model.
 #include "ui/frmSave.h"
 
 #include "model/model_file.h"

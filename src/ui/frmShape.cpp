@@ -1,4 +1,3 @@
-// Choice of the shape operation.
 #include "ui/frmShape.h"
 
 #include <QLabel>

@@ -1,4 +1,3 @@
-// Choice of the value read-out.
 #include "ui/frmValueIndicator.h"
 
 #include <QLabel>

@@ -1,4 +1,3 @@
-// Entry of the view's width and the cells' size.
 #include "ui/frmWidth.h"
 
 #include <QLineEdit>
