@@ -113,7 +113,7 @@ std::string DxfText(const Shape& shape) {
   QFile written(path);
   if (!written.open(QIODevice::ReadOnly))
     throw FileWriteError("the temporary folder takes no file");
-  const std::string text = written.readAll().toStdString();
+  std::string text = written.readAll().toStdString();
   if (!text.ends_with("EOF\n")) throw FileWriteError("the temporary folder is full");
   return text;
 }

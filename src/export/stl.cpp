@@ -76,7 +76,7 @@ class Solid {
     std::ranges::transform(cell, p.begin(), [this](int corner) { return At(corner); });
     if (std::min(Twice(p[0], p[1], p[2]), Twice(p[0], p[2], p[3])) <
         std::min(Twice(p[1], p[2], p[3]), Twice(p[1], p[3], p[0]))) {
-      std::ranges::rotate(p, p.begin() + 1);
+      std::rotate(p.begin(), p.begin() + 1, p.end());
     }
     for (const std::array<Point, 3>& t : {std::array{p[0], p[1], p[2]}, {p[0], p[2], p[3]}}) {
       facets_.Add({0, 0, 1}, High(t[0]), High(t[1]), High(t[2]));
