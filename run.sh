@@ -15,7 +15,7 @@ fi
 out=out/cantilever
 mkdir -p "$out"
 echo "No display here: optimizing the shipped cantilever through quillane-batch instead."
-build/run/src/batch/quillane-batch examples/cantilever.model --steps 150 \
+build/run/src/batch/quillane-batch examples/cantilever.model --volume-fraction 0.5 \
   --history "$out/History.tmp" --save "$out/optimized.model" --image "$out/optimized.png" \
   --cells "$out/cells.csv" --nodes "$out/nodes.csv"
 build/run/src/batch/quillane-batch examples/cantilever.model --quiet --image "$out/analysed.png"

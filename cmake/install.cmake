@@ -1,14 +1,15 @@
-# What `cmake --install` puts where: both programs, man pages, manual, examples, and on Linux what a
-# desktop wants to know of them.
+# What `cmake --install` puts where, in three components: the window with what a desktop wants to know
+# of it, the command line, and the manual with the examples.
 set(quillane_examples_dir ${CMAKE_INSTALL_DATADIR}/quillane/examples)
 
-install(TARGETS quillane quillane-batch
+install(TARGETS quillane COMPONENT window
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   BUNDLE DESTINATION .)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${quillane_examples_dir}
+install(TARGETS quillane-batch COMPONENT batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${quillane_examples_dir} COMPONENT doc
   FILES_MATCHING PATTERN "*.model")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
-  FILES_MATCHING PATTERN "design.md" EXCLUDE PATTERN "*.md" PATTERN "*.png")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
+  FILES_MATCHING PATTERN "design.md" EXCLUDE PATTERN "performance.md" EXCLUDE PATTERN "*.md" PATTERN "*.png")
 
 # Not yet tried: a window program without a console on Windows, a bundle on macOS, each with the
 # toolkit's libraries beside it.
@@ -21,21 +22,21 @@ set_target_properties(quillane PROPERTIES
   MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
 if(WIN32 OR APPLE)
   qt_generate_deploy_app_script(TARGET quillane FILENAME_VARIABLE quillane_deploy_script)
-  install(SCRIPT ${quillane_deploy_script})
+  install(SCRIPT ${quillane_deploy_script} COMPONENT window)
 endif()
 
 if(UNIX AND NOT APPLE)
   set(packaging ${PROJECT_SOURCE_DIR}/packaging)
   install(FILES ${packaging}/linux/quillane.desktop
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT window)
   install(FILES ${packaging}/linux/org.quillane.quillane.metainfo.xml
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT window)
   install(FILES ${packaging}/icons/quillane.svg
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT window)
   foreach(size 16 22 24 32 48 64 128 256 512)
     install(FILES ${packaging}/icons/quillane-${size}.png
       DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps
-      RENAME quillane.png)
+      RENAME quillane.png COMPONENT window)
   endforeach()
 
   # Man pages name the folders of this installation. They and the logs are compressed, as is usual.
@@ -53,8 +54,14 @@ if(UNIX AND NOT APPLE)
     list(APPEND compressed ${texts}/${text}.gz)
   endforeach()
   add_custom_target(texts ALL DEPENDS ${compressed})
-  install(FILES ${texts}/quillane.1.gz ${texts}/quillane-batch.1.gz
-    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  install(FILES ${texts}/changelog.Debian.gz ${texts}/changelog.gz ${packaging}/debian/copyright
-    DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  install(FILES ${texts}/quillane.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT window)
+  install(FILES ${texts}/quillane-batch.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+    COMPONENT batch)
+  foreach(package quillane:window quillane-batch:batch quillane-doc:doc)
+    string(REPLACE ":" ";" package ${package})
+    list(GET package 0 name)
+    list(GET package 1 component)
+    install(FILES ${texts}/changelog.Debian.gz ${texts}/changelog.gz ${packaging}/debian/copyright
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name} COMPONENT ${component})
+  endforeach()
 endif()

@@ -79,10 +79,13 @@ class Recipe {
     model_.NodeLoad(Node(row, column), 2) = fy;
   }
 
-  void Rule(Single stressTarget, Integer epsilon, Single lambda) {
-    model_.StressTarget = stressTarget;
-    model_.Epsilon = epsilon;
-    model_.Lambda = lambda;
+  /// The stress targets (MPa): of the sketch, which bears it to the end, and of the full domain,
+  /// which bears it as a first one.
+  void Targets(Single sketch, Single full) {
+    const bool isFull = start_ == ExampleStart::kFullDomain;
+    model_.StressTarget = isFull ? full : sketch;
+    model_.Epsilon = 5;
+    model_.Lambda = isFull ? 0.1F : 0.05F;
   }
 
   const Model& Result() const { return model_; }
@@ -102,7 +105,7 @@ Recipe Cantilever(ExampleStart start) {
   plate.Empty(1, 40, kBottom, {-2, 8});
   for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, true);
   plate.Load(11, 41, 0, -1000);
-  plate.Rule(28, 5, 0.05F);
+  plate.Targets(28, 5);
   return plate;
 }
 
@@ -114,7 +117,7 @@ Recipe HalfMbbBeam(ExampleStart start) {
   for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, false);
   for (int column = 59; column <= 61; ++column) plate.Hold(1, column, false, true);
   plate.Load(21, 1, 0, -1000);
-  plate.Rule(40, 5, 0.05F);
+  plate.Targets(40, 6);
   return plate;
 }
 
@@ -136,7 +139,7 @@ Recipe Bridge(ExampleStart start) {
     plate.Hold(row, 81, false, true);
   }
   for (int column = 1; column <= 81; column += 4) plate.Load(25, column, 0, -500);
-  plate.Rule(18, 5, 0.05F);
+  plate.Targets(18, 3);
   return plate;
 }
 
@@ -149,7 +152,7 @@ Recipe LBracket(ExampleStart start) {
   plate.Empty(17, 40, kBottom, {0, 13});
   for (int column = 1; column <= 17; ++column) plate.Hold(41, column, true, true);
   plate.Load(17, 40, 0, -400);
-  plate.Rule(30, 5, 0.05F);
+  plate.Targets(30, 5.5F);
   return plate;
 }
 
@@ -162,7 +165,7 @@ Recipe TwoBarTruss(ExampleStart start) {
   plate.Empty(2, 36, kBottom, {0, 44});
   for (int row = 1; row <= 93; ++row) plate.Hold(row, 1, true, true);
   plate.Load(47, 37, 0, -4000);
-  plate.Rule(38, 5, 0.05F);
+  plate.Targets(38, 2.3F);
   return plate;
 }
 
@@ -181,7 +184,7 @@ Recipe BoltedLever(ExampleStart start) {
     }
   }
   for (int column = 63; column <= 67; ++column) plate.Load(16, column, 0, -100);
-  plate.Rule(17, 5, 0.05F);
+  plate.Targets(17, 2.9F);
   return plate;
 }
 
@@ -243,6 +246,7 @@ Model MakeExample(std::string_view name, ExampleStart start, int refinement) {
   const auto found = std::find_if(kRecipes.begin(), kRecipes.end(),
                                   [name](const NamedRecipe& r) { return r.first == name; });
   if (found == kRecipes.end()) throw std::invalid_argument("no example " + std::string(name));
+  if (refinement < 1) throw std::invalid_argument("a refinement below 1");
   return Refined(found->second(start).Result(), refinement);
 }
 

@@ -1,24 +1,32 @@
 #!/usr/bin/env bash
-# Installs the package of out/, uses it as a newcomer would, removes it and looks for leftovers.
+# Installs the packages of out/, uses them as a newcomer would, removes them and looks for leftovers.
 # Needs root, and xvfb, xdotool, lintian, appstream, desktop-file-utils.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 shopt -s nullglob
-packages=(out/quillane_*.deb)
-[ ${#packages[@]} -eq 1 ] || { echo "out/ must hold one package: scripts/package.sh" >&2; exit 2; }
+names=(quillane quillane-batch quillane-doc)
+packages=(out/quillane_*.deb out/quillane-batch_*.deb out/quillane-doc_*.deb)
+[ ${#packages[@]} -eq 3 ] || { echo "out/ must hold three packages: scripts/package.sh" >&2; exit 2; }
 
 step() { echo "== $*"; }
 
 step "judged by lintian, appstreamcli, desktop-file-validate"
-lintian --allow-root --fail-on error "${packages[0]}"
+lintian --allow-root --fail-on error "${packages[@]}"
 appstreamcli validate --no-net packaging/linux/org.quillane.quillane.metainfo.xml
 desktop-file-validate packaging/linux/quillane.desktop
 
 step "installed"
-dpkg -i "${packages[0]}"
-mapfile -t files < <(dpkg -L quillane)
+dpkg -i "${packages[@]}"
+mapfile -t files < <(dpkg -L "${names[@]}")
 work=$(mktemp -d)
-trap 'rm -rf "$work"; dpkg -r quillane >/dev/null 2>&1 || true' EXIT
+trap 'rm -rf "$work"; dpkg -r "${names[@]}" >/dev/null 2>&1 || true' EXIT
+
+step "the installed manual names nothing of the sources"
+! grep -rnE '(scripts|src|tests|bench|build|packaging)/[a-z]|make-examples|CONTRIBUTING|design\.md' \
+  /usr/share/doc/quillane/*.md
+for link in $(grep -ohE '\]\([^)#:]+' /usr/share/doc/quillane/*.md | cut -c3- | sort -u); do
+  [ -e "/usr/share/doc/quillane/$link" ] || { echo "the manual links to $link" >&2; exit 1; }
+done
 cd "$work"
 
 step "quillane-batch on an installed example, without a display"
@@ -37,8 +45,8 @@ step "man pages"
 for page in quillane quillane-batch; do man -w "$page"; done
 
 step "removed without leftovers"
-dpkg -r quillane
+dpkg -r "${names[@]}"
 for file in "${files[@]}"; do
   case "$file" in *quillane*) [ ! -e "$file" ] || { echo "left behind: $file" >&2; exit 1; } ;; esac
 done
-echo "The package installs, starts and removes cleanly."
+echo "The packages install, start and remove cleanly."

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the Debian package into out/.
+# Builds the Debian packages into out/: the window, the command line, the manual.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

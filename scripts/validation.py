@@ -6,16 +6,16 @@ The program is taken from QUILLANE_BATCH, or from the release build; figures nee
 
 import math
 import os
-import re
 import subprocess
 import tempfile
 from pathlib import Path
 
-from markdown_table import table
+from markdown_table import insert, table
 from validation_plate import EMPTY, Plate, Runner, edge_load, read_plate, von_mises
 
 ROOT = Path(__file__).resolve().parent.parent
 PROGRAM = os.environ.get("QUILLANE_BATCH", ROOT / "build/release/src/batch/quillane-batch")
+MAKE_EXAMPLES = ROOT / "build/release/examples/quillane-make-examples"
 STEPS = 150
 
 
@@ -25,6 +25,12 @@ def error(ours, reference):
 
 def percent(value):
     return f"{100 * value:.2g} %"
+
+
+def sketch(runner, name):
+    """An example's hand-drawn first layout."""
+    subprocess.run([MAKE_EXAMPLES, runner.folder, "sketch"], check=True)
+    return read_plate(runner.folder / f"{name}.model")
 
 
 def uniaxial(runner):
@@ -144,7 +150,7 @@ def cantilever(runner):
 
 def truss(runner):
     """The two-bar example against statics: bars at 45 degrees, volume 2 P L / s."""
-    plate = read_plate(ROOT / "examples/two-bar-truss.model")
+    plate = sketch(runner, "two-bar-truss")
     (row, column), (_, fy) = next(item for item in plate.loads.items() if item[1] != (0.0, 0.0))
     span = (column - 2) * plate.size  # from the wall's column to the load
     rows = []
@@ -170,7 +176,7 @@ def mirror(runner):
     """Each example and its mirror image, optimized alike."""
     rows = []
     for name in ("l-bracket", "half-mbb-beam", "bolted-lever"):
-        plate = read_plate(ROOT / f"examples/{name}.model")
+        plate = sketch(runner, name)
         one, two = runner.run(plate, STEPS), runner.run(plate.mirrored(), STEPS)
         image = {(i, plate.columns + 1 - j) for i, j in two.layout()}
         stress = max(abs(one.stress[i, j] - two.stress[i, plate.columns + 1 - j])
@@ -183,7 +189,7 @@ def mirror(runner):
 
 def scaling(runner):
     """Loads and target times k, and the modulus times k, against the plate as it is."""
-    plate = read_plate(ROOT / "examples/cantilever.model")
+    plate = sketch(runner, "cantilever")
     base = runner.run(plate, STEPS)
     tip = (11, plate.columns + 1)
     rows = []
@@ -222,14 +228,6 @@ plot {', '.join(plots + ([extra] if extra else []))}
     subprocess.run(["gnuplot"], input=script, text=True, check=True)
 
 
-def insert(text, name, content):
-    """Replaces what stands between the marks of a table by content."""
-    pattern = re.compile(rf"(<!-- {name} -->\n).*?(\n<!-- end -->)", re.DOTALL)
-    if not pattern.search(text):
-        raise ValueError(f"docs/validation.md has no marks for {name}")
-    return pattern.sub(lambda m: m[1] + content + m[2], text)
-
-
 def main():
     with tempfile.TemporaryDirectory() as folder:
         runner = Runner(PROGRAM, folder)
@@ -242,12 +240,7 @@ def main():
            {"bending": ("pure bending", [(n, 100 * e) for n, e in bending_points]),
             "shear": ("cantilever", [(n, 100 * e) for n, e in cantilever_points])},
            '48 / x**2 dashtype 2 lc black title "second order"')
-    page = ROOT / "docs/validation.md"
-    text = page.read_text(encoding="utf-8")
-    for name, content in tables.items():
-        print(f"{name}\n{content}\n")
-        text = insert(text, name, content)
-    page.write_text(text, encoding="utf-8")
+    insert(ROOT / "docs/validation.md", tables)
 
 
 if __name__ == "__main__":

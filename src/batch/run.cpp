@@ -3,10 +3,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <string>
 
 #include "batch/advice.h"
@@ -164,7 +162,7 @@ class BatchRun {
       if (stage) Do(*stage, search);
     } while (stage && GoesOn());
     wishReached_ = search.Reached();
-    if (GoesOn()) Note(SearchEnd(search));
+    if (GoesOn()) Note(SearchNote(search, *options_.volumeFraction, summary_.stages.size()));
   }
 
   void Do(const Stage& stage, const VolumeSearch& search) {
@@ -177,31 +175,6 @@ class BatchRun {
       recorder_.Took(stage.steps, search.LastSolve());
     }
     summary_.stages.push_back({stage, model_.Volume});
-  }
-
-  std::string SearchEnd(const VolumeSearch& search) const {
-    const std::string fraction = GeneralText(*options_.volumeFraction);
-    if (search.Reached()) {
-      return fmt::format("volume fraction {} reached in {} stages", fraction,
-                         summary_.stages.size());
-    }
-    const auto why = [&search] {
-      switch (search.LastOutcome()) {
-        case StageOutcome::kLoadsLost:
-          return "a load would lose its way to supports that hold it";
-        case StageOutcome::kNotConverged:
-          return "the solver would not converge";
-        case StageOutcome::kTooMuchAtOnce:
-          return "one step would take more than a fifth of the volume";
-        case StageOutcome::kTooLight:
-          return "the volume would fall below it";
-        case StageOutcome::kGood:
-        case StageOutcome::kStopped:
-          break;
-      }
-      return "no stress is above the target any more, nothing is left to take";
-    };
-    return fmt::format("volume fraction {} not reached: with a higher target {}", fraction, why());
   }
 
   void Note(const std::string& note) { summary_.notes.push_back(note); }

@@ -25,7 +25,34 @@ QJsonArray StageArray(const RunSummary& summary) {
   return stages;
 }
 
+const char* WhyEnded(StageOutcome outcome) {
+  switch (outcome) {
+    case StageOutcome::kLoadsLost:
+      return "a load would lose its way to supports that hold it; cells at loads and supports had "
+             "better be non-design cells";
+    case StageOutcome::kNotConverged:
+      return "the solver would not converge";
+    case StageOutcome::kTooMuchAtOnce:
+      return "one step would take more than a fifth of the volume";
+    case StageOutcome::kTooLight:
+      return "the volume would fall below it";
+    case StageOutcome::kGood:
+    case StageOutcome::kStopped:
+      break;
+  }
+  return "no stress is above the target any more, nothing is left to take";
+}
+
 }  // namespace
+
+std::string SearchNote(const VolumeSearch& search, double fraction, std::size_t stages) {
+  if (search.Reached()) {
+    return fmt::format("volume fraction {} reached in {} stages", GeneralText(fraction), stages);
+  }
+  return fmt::format("volume fraction {} not reached: {} {}", GeneralText(fraction),
+                     stages == 0 ? "in the first stage" : "with a higher target",
+                     WhyEnded(search.LastOutcome()));
+}
 
 double VolumeFraction(const Model& model, const RunSummary& summary) {
   return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;

@@ -31,6 +31,9 @@ struct RunSummary {
   int exitStatus = 0;
 };
 
+/// How a search for a share of the volume ended, after so many stages.
+std::string SearchNote(const VolumeSearch& search, double fraction, std::size_t stages);
+
 /// The volume as a share of that at the start.
 double VolumeFraction(const Model& model, const RunSummary& summary);
 
