@@ -51,8 +51,8 @@ def run(model, *options):
 
 def row(name, summary):
     stages = summary.get("stages", [])
-    return (name, f"{summary['rows']} x {summary['columns']}", f"{summary['startVolume']:g}",
-            f"{summary['volume']:g} ({100 * summary['volumeFraction']:.0f} %)", len(stages) or "-",
+    return (name, f"{summary['rows']} x {summary['columns']}", f"{summary['startVolume']:.8g}",
+            f"{summary['volume']:.8g} ({100 * summary['volumeFraction']:.0f} %)", len(stages) or "-",
             f"{summary['stressTarget']:.4g}", f"{summary['away']:.1f}",
             f"{summary['meanStress']:.1f}")
 

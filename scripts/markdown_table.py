@@ -17,10 +17,10 @@ def insert(page, tables):
     text = page.read_text(encoding="utf-8")
     for name, content in tables.items():
         print(f"{name}\n{content}\n")
-        pattern = re.compile(rf"(<!-- {name} -->\n).*?(\n<!-- end -->)", re.DOTALL)
+        pattern = re.compile(rf"(<!-- {name} -->\n).*?(<!-- end -->)", re.DOTALL)
         if not pattern.search(text):
             raise ValueError(f"{page} has no marks for {name}")
-        text = pattern.sub(lambda m, new=content: m[1] + new + m[2], text)
+        text = pattern.sub(lambda m, new=content: m[1] + new + "\n" + m[2], text)
     page.write_text(text, encoding="utf-8")
 
 
