@@ -86,22 +86,25 @@ TEST_F(Window, OptionsSetTheEditMode) {
       EXPECT_EQ(robot.Boxes(), Texts(refused, "警告: \r\n設計領域をはじめに入力してください。"));
     }
   }
+  EXPECT_TRUE(Fill("mnuShape", {}));
+  EXPECT_EQ(model().EditMode, kModeNothing) << "what stands chosen at first";
 }
 
 TEST_F(Window, TypedNumbersGoToTheModelAndTheStatusLine) {
   EXPECT_TRUE(Fill("mnuMaterial", {}));
   EXPECT_EQ(Label("lblUpDate"), "ヤング率 = 210000MPa  板厚 = 1mm  ポアソン比 = 0.3");
-  Fill("mnuMaterial", {{"txtEmod", "7e4"}, {"txtThickness", "-2.5mm"}, {"txtPoison", "nu"}});
+  EXPECT_TRUE(
+      Fill("mnuMaterial", {{"txtEmod", "7e4"}, {"txtThickness", "-2.5mm"}, {"txtPoison", "nu"}}));
   EXPECT_EQ(model().YoungModulus, 70000);
   EXPECT_EQ(model().Thickness, -2.5);
   EXPECT_EQ(model().PoissonRatio, 0);
 
-  Fill("mnuAppliedLoad", {{"txtLoadX", "10"}, {"txtLoadY", "-5 N"}});
+  EXPECT_TRUE(Fill("mnuAppliedLoad", {{"txtLoadX", "10"}, {"txtLoadY", "-5 N"}}));
   EXPECT_EQ(Label("lblUpDate"), "x方向荷重成分 = 10N   y方向荷重成分 = -5N");
   EXPECT_EQ(model().LoadFy, -5);
 
   model().ViewRight = 12;
-  Fill("mnuWidth", {{"txtWidth", "1000.5"}, {"txtUnitGrid", "12.5"}});
+  EXPECT_TRUE(Fill("mnuWidth", {{"txtWidth", "1000.5"}, {"txtUnitGrid", "12.5"}}));
   EXPECT_EQ(Label("lblUpDate"), "Width = 1000.5mm  Element Size = 12.5mm");
   EXPECT_EQ(model().ViewRight, 500.25F);
   const QSize canvas = main->CanvasSize();
@@ -109,8 +112,9 @@ TEST_F(Window, TypedNumbersGoToTheModelAndTheStatusLine) {
                                             static_cast<float>(canvas.width()));
 
   const auto parameters = [this](const char* stress, const char* epsilon, const char* lambda) {
-    Fill("mnuDrivingParameter",
-         {{"txtDpStress", stress}, {"txtDpEpsilon", epsilon}, {"txtDpLambda", lambda}});
+    EXPECT_TRUE(
+        Fill("mnuDrivingParameter",
+             {{"txtDpStress", stress}, {"txtDpEpsilon", epsilon}, {"txtDpLambda", lambda}}));
     return Label("lblUpDate");
   };
   EXPECT_EQ(parameters(" 1e2x", "2.5", "0.1x"),

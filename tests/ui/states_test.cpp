@@ -50,6 +50,12 @@ TEST_F(States, AHalfMadeEditLeavesTheModelAndGoesWithItsMode) {
   const char* const enders[] = {"mnuMaterial",      "mnuFreedom",          "mnuAppliedLoad",
                                 "mnuWidth",         "mnuDrivingParameter", "mnuMoveOrigin",
                                 "mnuStressAnalysis"};
+  Show(Slimming());
+  const QImage unmarked = Picture();
+  ChooseIn("mnuShape", "optDesignDomain");
+  for (const Single y : {50.0F, 950.0F}) PressAt(50, y);  // no column between them
+  EXPECT_EQ(Picture(), unmarked) << "the mark of a refused domain goes with it";
+  EXPECT_EQ(robot.Boxes().size(), 1U);
   for (const char* option : {"optDesignDomain", "optAddElements"}) {
     for (const char* ender : enders) {
       SCOPED_TRACE(std::string(option) + ", " + ender);
