@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "model/safe_file.h"
 
@@ -179,10 +180,11 @@ std::vector<std::vector<Point>> Outline(const Shape& shape) {
     const auto at = [&](std::size_t k) {
       return shape.corners[static_cast<std::size_t>(loop[k % loop.size()])];
     };
-    std::vector<Point>& polygon = outline.emplace_back();
+    std::vector<Point> polygon;
     for (std::size_t k = 0; k < loop.size(); ++k) {
       if (!IsStraight(at(k + loop.size() - 1), at(k), at(k + 1))) polygon.push_back(at(k));
     }
+    outline.push_back(std::move(polygon));
   }
   return outline;
 }
