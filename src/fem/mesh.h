@@ -26,8 +26,8 @@ void MarkActiveNodes(Model& model);
 /// equations.
 void NumberComponents(Model& model);
 
-/// Re-creates, zero-filled, SolutionVector and the arrays of the plain procedures, for
-/// EquationCount equations.
+/// Re-creates, zero-filled, SolutionVector, so that no solve stands, and the arrays of the plain
+/// procedures, for EquationCount equations.
 void CreateEquationArrays(Model& model);
 
 /// NumberComponents, then CreateEquationArrays. Conditions and errors as there.

@@ -22,7 +22,8 @@ constexpr Tag kTag;
 constexpr std::size_t kWidth = hn::MaxLanes(kTag);
 constexpr std::size_t kParts = kLanes / kWidth;
 
-/// One number per lane. Sums and products are rounded one by one, never fused.
+/// One number per lane. Sums and products are rounded one by one: -ffp-contract=off keeps the
+/// compiler from fusing them.
 struct Quad {
   hn::Vec<Tag> part[kParts];
 };
@@ -58,10 +59,6 @@ HWY_INLINE void Store(const Quad& quad, LaneNumbers& to) {
   for (std::size_t i = 0; i < kParts; ++i) hn::Store(quad.part[i], kTag, to.lane + i * kWidth);
 }
 
-HWY_INLINE Quad Abs(const Quad& quad) {
-  return Each([&](std::size_t i) { return hn::Abs(quad.part[i]); });
-}
-
 /// `number` where the mask is not zero, else zero.
 HWY_INLINE Quad WhereNotZero(const Quad& mask, const Quad& number) {
   return Each([&](std::size_t i) {
@@ -69,7 +66,7 @@ HWY_INLINE Quad WhereNotZero(const Quad& mask, const Quad& number) {
   });
 }
 
-/// `least` where a number is at most that in size.
+/// `number`, but `least` in the lanes where its size is at most `least`.
 HWY_INLINE Quad ReplaceSmall(const Quad& number, const Quad& least) {
   return Each([&](std::size_t i) {
     const auto isSmall = hn::Le(hn::Abs(number.part[i]), least.part[i]);
@@ -95,6 +92,7 @@ HWY_INLINE Quad Window(const LaneNumbers& low, const LaneNumbers& high) {
   return {{kFrom == 1 ? hn::CombineShiftRightBytes<sizeof(double)>(kTag, middle, first.part[0])
                       : hn::CombineShiftRightBytes<sizeof(double)>(kTag, last.part[0], middle)}};
 #else
+  static_assert(kWidth == 2);
   const auto part = [&](std::size_t i) { return i < 2 ? first.part[i] : last.part[i - 2]; };
   return Each([&](std::size_t i) {
     const std::size_t place = i + kFrom / 2;
@@ -132,9 +130,6 @@ HWY_INLINE Nodes FromBelow(const QuadNumbers& own, const QuadNumbers& below) {
 HWY_INLINE Nodes FromAbove(const QuadNumbers& own, const QuadNumbers& above) {
   return {FromAbove(own.u, above.u), FromAbove(own.v, above.v)};
 }
-
-/// A number of each component of the nodes.
-HWY_INLINE Quad Component(const Nodes& nodes, int c) { return c == 0 ? nodes.u : nodes.v; }
 
 /// Couplings of a quad's nodes with a neighbour of each: uv of u with the neighbour's v, and so on.
 struct Coupling {

@@ -19,7 +19,8 @@ namespace HWY_NAMESPACE {
 namespace {
 
 /// Nodes that stand before both a node and one of its neighbours: what they are to the node, and
-/// what to the neighbour. Only through them does an entry of the factor differ from the stiffness.
+/// what to the neighbour. An entry with the neighbour is the stiffness less one product for each
+/// component of these nodes and, for the neighbour's v, one for the neighbour's u.
 struct Shared {
   int toNode, toNeighbour;
 };
@@ -127,6 +128,7 @@ HWY_INLINE Quad FactorizeQuad(WaveSystem& system, std::size_t quad, const Quad& 
     }
   }
   rows.own = WhereNotZero(Load(pattern.k[kOwn][0].v), rows.own);
+  // Without an equation the pivot is 0: replaced, so that the division is finite, and then cleared.
   const Nodes equation = Load(pattern.equation);
   const Quad inverseU = equation.u * (All(1.0) / ReplaceSmall(pivotU, tolerance));
   pivotV = pivotV - rows.own * rows.own * inverseU;
@@ -163,8 +165,8 @@ unsigned FullLanes(const FactorRest& rest, const QuadNumbers& equation, const Fu
   const double cross[kOwn] = {full.cross, 0.0, -full.cross, 0.0};
   unsigned lanes = 0;
   for (int lane = 0; lane < kLanes; ++lane) {
-    bool isFullU = rest.lowerLeft.u.lane[lane] == full.diagonalU;
-    bool isFullV = rest.lowerLeft.v.lane[lane] == full.diagonalV && rest.own.lane[lane] == 0.0;
+    bool isFullU = rest.lowerLeft.u.lane[lane] == full.cornerU;
+    bool isFullV = rest.lowerLeft.v.lane[lane] == full.cornerV && rest.own.lane[lane] == 0.0;
     for (int n = 0; n < kOwn; ++n) {
       isFullU = isFullU && rest.cross[n].u.lane[lane] == cross[n];
       isFullV = isFullV && rest.cross[n].v.lane[lane] == cross[n];
@@ -180,11 +182,10 @@ unsigned FullLanes(const FactorRest& rest, const QuadNumbers& equation, const Fu
 /// of the row above lanes 1 to 3 of its own strip and lane 0 of the strip above.
 bool IsFullBackward(const std::vector<unsigned>& fullLanes, std::size_t quad,
                     const Surroundings& at) {
-  constexpr unsigned kUpperLanes = kAllLanes - 1U;
   unsigned full = fullLanes[quad] & fullLanes[at.after[0]];
-  for (const QuadNumber other : at.after) full &= fullLanes[other] | (kAllLanes - kUpperLanes);
-  for (const QuadNumber other : at.afterAbove) {
-    if ((fullLanes[other] & 1U) == 0) full = 0;
+  for (const QuadIndex other : at.after) full &= fullLanes[other] | 1U;  // lane 0 is not read
+  for (const QuadIndex other : at.afterAbove) {
+    if ((fullLanes[other] & 1U) == 0) return false;
   }
   return full == kAllLanes;
 }

@@ -21,7 +21,7 @@ struct FullQuads {
   Nodes vertical, horizontal, own;
 
   explicit FullQuads(const FullMaterial& full)
-      : rising{All(full.diagonalU), All(full.cross), All(full.cross), All(full.diagonalV)},
+      : rising{All(full.cornerU), All(full.cross), All(full.cross), All(full.cornerV)},
         falling{rising.uu, All(-full.cross), All(-full.cross), rising.vv},
         vertical{All(full.lowerU), All(full.lowerV)},
         horizontal{All(full.leftU), All(full.leftV)},
@@ -188,6 +188,7 @@ double Direction(WaveSystem& system, double alpha, double beta) {
   std::size_t advanced = 1;
   std::size_t quad = 1;
   for (int wave = 0; wave < order.Waves(); ++wave) {
+    // The product of this wave reads p up to three waves later. z of those quads is then done with.
     for (const std::size_t end = order.FirstOfWave(wave + 4); advanced < end; ++advanced) {
       const Nodes old = Load(system.p[advanced]);
       Store(Load(system.x[advanced]) + step * old, system.x[advanced]);
@@ -199,6 +200,7 @@ double Direction(WaveSystem& system, double alpha, double beta) {
       const Nodes own = Load(system.p[quad]);
       const Before before = LoadBefore(system.p.data(), at);
       const After after = LoadAfter(system.p.data(), at);
+      // Lanes without an equation get numbers of full material here; the factor 0 or 1 clears them.
       const Nodes product = pattern.isFull
                                 ? ProductFull(full, before, own, after) * Load(pattern.equation)
                                 : ProductAny(pattern, before, own, after);

@@ -1,19 +1,21 @@
-// The passes of the fast solver over its vectors. Each returns a sum over all equations, which does
-// not depend on the processor: lane by lane in the order of the pass, then the lanes.
+// The factorization and the three passes of the fast solver over its vectors. Each pass returns a
+// sum over all equations, the same on every processor: one sum per lane and component, quad after
+// quad in the order of the pass; then u plus v; then the lanes.
 #pragma once
 
 #include "fem/wave_system.h"
 
 namespace quillane {
 
-/// Incomplete Cholesky factorization into system.factor, as IncompleteCholesky computes it. False
-/// if a pivot is not finite.
+/// Incomplete Cholesky factorization, as IncompleteCholesky computes it, into factor, rest and the
+/// two marks of the system. tolerance > 0 replaces smaller pivots. False if a pivot is not finite.
 bool Factorize(WaveSystem& system, double tolerance);
 
 /// x = x + alpha p, then p = z + beta p, q = K p. Returns the sum of p q.
 double DirectionPass(WaveSystem& system, double alpha, double beta);
 
-/// r = r - alpha q, then the forward half of z = M^-1 r. Returns the sum of r r.
+/// r = r - alpha q, then the forward half of z = M^-1 r, which takes the place of q. Returns the
+/// sum of r r.
 double ForwardPass(WaveSystem& system, double alpha);
 
 /// The backward half of z = M^-1 r. Returns the sum of r z.

@@ -2,8 +2,10 @@
 #include "fem/wave_solver.h"
 
 #include <cmath>
+#include <new>
 
 #include "fem/wave_passes.h"
+#include "model/run_time_error.h"
 
 namespace quillane {
 namespace {
@@ -16,7 +18,7 @@ double SquaredLoad(const Model& model) {
 
 }  // namespace
 
-std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) {
+std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
   const double loadSquared = SquaredLoad(model);
   if (!std::isfinite(loadSquared)) return std::nullopt;
   std::optional<WaveSystem> system = LayOutWaves(model);
@@ -28,7 +30,7 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) {
   double beta = 0.0;
   ForwardPass(*system, alpha);
   double rho = BackwardPass(*system);
-  while (!report.converged && report.iterations < equations + 10) {
+  while (report.iterations < equations + 10) {
     const double curvature = DirectionPass(*system, alpha, beta);
     alpha = rho / curvature;
     const double ratio = ForwardPass(*system, alpha) / loadSquared;
@@ -45,14 +47,17 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) {
     if (!std::isfinite(rho) || !std::isfinite(beta)) return std::nullopt;
   }
 
+  // DirectionPass adds a step to x only in the next iteration: the last one is still to be added.
   const auto solution = model.SolutionVector.Raw();
-  system->ForEachEquation(&WaveSystem::x, [&](int equation, double& number) {
+  system->ForEachEquation(system->x, [&](int equation, double& number) {
     solution[static_cast<std::size_t>(equation)] = number;
   });
-  system->ForEachEquation(&WaveSystem::p, [&](int equation, double& number) {
+  system->ForEachEquation(system->p, [&](int equation, double& number) {
     solution[static_cast<std::size_t>(equation)] += alpha * number;
   });
   return report;
+} catch (const std::bad_alloc&) {
+  throw RunTimeError(ErrorKind::kOutOfMemory, "no memory for the equation system");
 }
 
 }  // namespace quillane

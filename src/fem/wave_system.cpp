@@ -3,12 +3,11 @@
 
 #include <algorithm>
 #include <array>
-#include <new>
+#include <limits>
 #include <unordered_map>
 #include <utility>
 
 #include "fem/regular_grid.h"
-#include "model/run_time_error.h"
 
 namespace quillane {
 namespace {
@@ -78,9 +77,11 @@ std::vector<NodeCode> NodeCodes(const Model& model) {
   return codes;
 }
 
-constexpr std::uint32_t kFullCode = 15 + kEquationU + kEquationV;
+constexpr std::uint32_t kFullCode =
+    kCellLowerLeft + kCellLowerRight + kCellUpperLeft + kCellUpperRight + kEquationU + kEquationV;
+static_assert(std::numeric_limits<Integer>::max() <= std::numeric_limits<QuadIndex>::max());
 
-StiffnessPattern PatternOf(std::uint32_t codes, const RowsOfCells& rows) {
+StiffnessPattern MakePattern(std::uint32_t codes, const RowsOfCells& rows) {
   StiffnessPattern pattern{};
   pattern.isFull = true;
   for (int lane = 0; lane < kLanes; ++lane) {
@@ -99,10 +100,10 @@ StiffnessPattern PatternOf(std::uint32_t codes, const RowsOfCells& rows) {
   return pattern;
 }
 
-/// Empty where the rows have not the symmetry of the square cell, to the bit.
+/// Empty unless all numbers are equal as in a square cell.
 std::optional<FullMaterial> FullRows(const NodeRows& k) {
-  const FullMaterial full{.diagonalU = k[kLowerLeft][0][0],
-                          .diagonalV = k[kLowerLeft][1][1],
+  const FullMaterial full{.cornerU = k[kLowerLeft][0][0],
+                          .cornerV = k[kLowerLeft][1][1],
                           .cross = k[kLowerLeft][1][0],
                           .lowerU = k[kLower][0][0],
                           .lowerV = k[kLower][1][1],
@@ -114,8 +115,8 @@ std::optional<FullMaterial> FullRows(const NodeRows& k) {
   const auto coupling = [](double u, double v, double cross) {
     return Coupling{{{u, cross}, {cross, v}}};
   };
-  const Coupling rising = coupling(full.diagonalU, full.diagonalV, full.cross);
-  const Coupling falling = coupling(full.diagonalU, full.diagonalV, -full.cross);
+  const Coupling rising = coupling(full.cornerU, full.cornerV, full.cross);
+  const Coupling falling = coupling(full.cornerU, full.cornerV, -full.cross);
   const Coupling vertical = coupling(full.lowerU, full.lowerV, 0.0);
   const Coupling horizontal = coupling(full.leftU, full.leftV, 0.0);
   const NodeRows square = {
@@ -132,14 +133,14 @@ void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
     const std::uint32_t codes = system.order.Codes(quad);
     const auto number = static_cast<std::uint16_t>(system.patterns.size());
     const auto [place, isNew] = known.try_emplace(codes, number);
-    if (isNew) system.patterns.push_back(PatternOf(codes, rows));
+    if (isNew) system.patterns.push_back(MakePattern(codes, rows));
     system.patternOf.push_back(place->second);
   }
 }
 
 }  // namespace
 
-std::optional<WaveSystem> LayOutWaves(const Model& model) try {
+std::optional<WaveSystem> LayOutWaves(const Model& model) {
   if (!IsRegularGrid(model)) return std::nullopt;
   const RowsOfCells rowsOfCells = SumStiffness(model.ElementStiffness);
   const std::optional<FullMaterial> full = FullRows(rowsOfCells.back());
@@ -159,12 +160,10 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) try {
   for (auto* flags : {&system.fullForward, &system.fullBackward}) flags->resize(places);
   for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
   const auto load = model.LoadVector.Raw();
-  system.ForEachEquation(&WaveSystem::r, [&load](int equation, double& number) {
+  system.ForEachEquation(system.r, [&load](int equation, double& number) {
     number = load[static_cast<std::size_t>(equation)];
   });
   return system;
-} catch (const std::bad_alloc&) {
-  throw RunTimeError(ErrorKind::kOutOfMemory, "no memory for the equation system");
 }
 
 }  // namespace quillane

@@ -47,17 +47,18 @@ struct StiffnessPattern {
 /// neighbours couple alike, and only diagonal ones couple u with v, the lower left and upper right
 /// one by `cross`, the lower right and upper left one by its negative.
 struct FullMaterial {
-  double diagonalU, diagonalV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
+  double cornerU, cornerV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
 };
 
-/// What the factor's rows of a quad's nodes have of their own everywhere: the reciprocal pivots (0
-/// without equation), and the couplings of u with u and of v with v of three neighbours.
+/// The part of the factor's rows that every quad needs: the reciprocal pivots (0 without equation),
+/// and the couplings of u with u and of v with v of three neighbours.
 struct FactorRows {
   QuadNumbers inverse, lower, lowerRight, left;
 };
 
-/// The rest of these rows. In full material the couplings with the lower left node and the crossing
-/// ones with the lower right node are the stiffness, and all others are zero.
+/// The rest of these rows. For a node in full material it is as a rule the stiffness: lower left
+/// couples all, lower right crosses, the others do not. Near nodes that are not in full material it
+/// can differ, so Factorize compares the numbers; rows without an equation may hold any.
 struct FactorRest {
   QuadNumbers lowerLeft;    ///< u with u and v with v
   QuadNumbers cross[kOwn];  ///< [neighbour]: u with its v, v with its u
@@ -75,7 +76,7 @@ struct WaveSystem {
 
   std::vector<FactorRows> factor{};
   std::vector<FactorRest> rest{};
-  /// 1 where the sweep may take the rest of the rows it reads from `full`.
+  /// 1 where the sweep may use `full` in place of every `rest` that it would read for the quad.
   std::vector<std::uint8_t> fullForward{}, fullBackward{};
 
   /// As in PreconditionedCG. z and q share zq: the direction takes a quad's z before the product
@@ -84,13 +85,13 @@ struct WaveSystem {
 
   /// Calls visit(equation, number) with every equation, ascending, and its place in a vector.
   template <class Visit>
-  void ForEachEquation(std::vector<QuadNumbers> WaveSystem::*vector, const Visit& visit) {
+  void ForEachEquation(std::vector<QuadNumbers>& vector, const Visit& visit) const {
     int equation = 0;
     for (int i = 0; i < rows; ++i) {
       for (int j = 0; j < columns; ++j) {
         const NodeCode code = codes[static_cast<std::size_t>(i * columns + j)];
         if (code == 0) continue;
-        QuadNumbers& numbers = (this->*vector)[order.QuadOf(i, j)];
+        QuadNumbers& numbers = vector[order.QuadOf(i, j)];
         if ((code & kEquationU) != 0) visit(++equation, numbers.u.lane[i % kLanes]);
         if ((code & kEquationV) != 0) visit(++equation, numbers.v.lane[i % kLanes]);
       }
@@ -101,7 +102,6 @@ struct WaveSystem {
 /// Lays out the model's numbered equations: r holds its LoadVector, all other vectors are zero, the
 /// factor is room only. Empty where the mesh is no regular grid or the stiffness not that of
 /// square cells.
-/// Throws RunTimeError (out of memory).
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
 }  // namespace quillane

@@ -39,13 +39,13 @@ std::optional<SolverPieces> WavePieces(Model m, const Vector& x) {
   if (!system || !Factorize(*system, kSolverTolerance)) return std::nullopt;
   const auto take = [&] {
     Vector values(x.size(), 0.0);
-    system->ForEachEquation(&WaveSystem::zq, [&](int equation, double& number) {
+    system->ForEachEquation(system->zq, [&](int equation, double& number) {
       values[static_cast<std::size_t>(equation)] = number;
     });
     return values;
   };
-  for (const auto vector : {&WaveSystem::r, &WaveSystem::zq}) {
-    system->ForEachEquation(vector, [&](int equation, double& number) {
+  for (auto* vector : {&system->r, &system->zq}) {
+    system->ForEachEquation(*vector, [&](int equation, double& number) {
       number = x[static_cast<std::size_t>(equation)];
     });
   }
