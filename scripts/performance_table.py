@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Prints how long one optimization step takes beside library solvers on the same systems.
+"""Prints how long steps take beside library solvers on the same systems, as tables in Markdown.
 
-Usage: performance_table.py [path of solver_bench] [repetitions]
-Each time is the smallest processor time of the repetitions, which run interleaved in one process on
-one core; the step is everything from a new layout to its stresses, the libraries' times are their
-factorization and solution alone.
+Usage: performance_table.py [repetitions, default 3]
+First whole optimizations of the example sketches, shipped size and finer: our step where it changes
+the layout, whole, against factorization and solution alone by the libraries. Then single plates.
+All in one run on one core, interleaved; the smallest processor time of the repetitions counts.
 """
 import json
 import os
@@ -15,6 +15,12 @@ from pathlib import Path
 from markdown_table import table
 
 ROOT = Path(__file__).resolve().parent.parent
+
+SHIPPED = ["bridge", "two-bar-truss", "cantilever", "bolted-lever", "half-mbb-beam", "l-bracket"]
+COURSES = [f"{name}:1" for name in SHIPPED]
+COURSES += [f"{name}:{k}" for name, k in zip(SHIPPED, (3, 3, 4, 3, 4, 4))]
+COURSES += ["cantilever:6", "half-mbb-beam:6"]  # towards 32767 nodes
+COURSE_LIBRARIES = {"ldlt": "sparse LDLT", "llt": "sparse LLT", "cholmod": "supernodal LLT"}
 
 LAYOUTS = {
     "20/20/0": "20 x 20",
@@ -32,35 +38,39 @@ LIBRARIES = {
 }
 
 
-def measure(program, repetitions):
-    """Smallest time in ms, and the counters, of every benchmark."""
+def on_one_core(command):
+    core = {max(os.sched_getaffinity(0))}
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                          preexec_fn=lambda: os.sched_setaffinity(0, core)).stdout
+
+
+def courses(program, repetitions):
+    rows = []
+    for line in on_one_core([program, str(repetitions), *COURSES]).splitlines():
+        run = json.loads(line)
+        name = run["example"] + (f", refined {run['refinement']}" if run["refinement"] > 1 else "")
+        per_iteration = 1000 * run["ours"] / run["iterations"]
+        rows.append([name, f"{run['equations']:.0f}", f"{run['iterations']:.0f}",
+                     f"{run['changed']} of {run['steps']}", f"{run['ours']:.2f}",
+                     f"{per_iteration:.1f}", f"{1000 * per_iteration / run['equations']:.1f}"]
+                    + [f"{run[key]:.2f}" if run[key] < 1e4 else "-" for key in COURSE_LIBRARIES]
+                    + [f"{run['fastest']:.2f}", f"{run['fastest'] / run['ours']:.2f}"])
+    titles = ["example", "equations", "iterations", "changed layouts", "our step, ms",
+              "us per iteration", "ns per iteration and equation"]
+    titles += [f"{name}, ms" for name in COURSE_LIBRARIES.values()]
+    return table(titles + ["fastest, ms", "fastest library / step"], rows)
+
+
+def plates(program, repetitions):
     command = [program, f"--benchmark_repetitions={repetitions}", "--benchmark_format=json",
                "--benchmark_min_time=0.05", "--benchmark_enable_random_interleaving=true"]
-    core = {min(os.sched_getaffinity(0))}
-    output = subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                            preexec_fn=lambda: os.sched_setaffinity(0, core)).stdout
     times, counters = {}, {}
-    for run in json.loads(output)["benchmarks"]:
+    for run in json.loads(on_one_core(command))["benchmarks"]:
         if run["run_type"] != "iteration" or run.get("error_occurred"):
             continue
         name = run["run_name"]
         times[name] = min(times.get(name, float("inf")), run["cpu_time"] / 1000)
         counters[name] = run
-    return times, counters
-
-
-def build():
-    """Builds solver_bench and returns its path."""
-    subprocess.run([ROOT / "scripts/build_benchmarks.sh", "solver_bench"], check=True,
-                   stdout=sys.stderr)
-    return ROOT / "build/release/bench/solver_bench"
-
-
-def main():
-    program = sys.argv[1] if len(sys.argv) > 1 else build()
-    times, counters = measure(program, int(sys.argv[2]) if len(sys.argv) > 2 else 5)
-    titles = ["cells", "equations", "iterations", "step, ms", "plain step, ms"]
-    titles += [f"{title}, ms" for title in LIBRARIES.values()] + ["fastest library / step"]
     rows = []
     for layout, title in LAYOUTS.items():
         step = times[f"Step/{layout}"]
@@ -70,7 +80,18 @@ def main():
                  f"{times[f'PlainStep/{layout}']:.2f}"]
         cells += [f"{time:.2f}" for time in libraries] + [f"{min(libraries) / step:.1f}"]
         rows.append(cells)
-    print(table(titles, rows))
+    titles = ["cells", "equations", "iterations", "step, ms", "plain step, ms"]
+    titles += [f"{title}, ms" for title in LIBRARIES.values()] + ["fastest library / step"]
+    return table(titles, rows)
+
+
+def main():
+    repetitions = int(sys.argv[1]) if len(sys.argv) > 1 else 3
+    subprocess.run([ROOT / "scripts/build_benchmarks.sh", "course_bench", "solver_bench"],
+                   check=True, stdout=sys.stderr)
+    folder = ROOT / "build/release/bench"
+    print(courses(folder / "course_bench", repetitions), end="\n\n")
+    print(plates(folder / "solver_bench", repetitions))
 
 
 if __name__ == "__main__":
