@@ -55,7 +55,10 @@ for name in "${names[@]}"; do
   program=$!
   sleep 5
   xdotool key Return  # answers the questions of a first start
-  sleep 5
+  sleep 3
+  xdotool type za     # shows all
+  xdotool key Return
+  sleep 2
   import -window root "$folder/$name-librecad.png"
   kill "$program"
   wait "$program" || true
