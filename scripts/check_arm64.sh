@@ -15,8 +15,8 @@ flags=(-std=c++20 -O2 -ffp-contract=off -Isrc -Itests -I. -isystem "$out/include
 arm=(aarch64-linux-gnu-g++ "${flags[@]}" -static -march=armv8-a+crypto -DHWY_COMPILE_ONLY_STATIC
      -isystem "$gtest/include" "-I$gtest" "-DQUILLANE_SOURCE_DIR=\"$PWD\"")
 
-"${arm[@]}" "${core[@]}" examples/recipes.cpp tests/support/write_histories.cpp -o "$out/write_histories"
-g++ "${flags[@]}" "${core[@]}" examples/recipes.cpp tests/support/write_histories.cpp -lhwy \
+"${arm[@]}" "${core[@]}" examples/recipes.cpp bench/write_histories.cpp -o "$out/write_histories"
+g++ "${flags[@]}" "${core[@]}" examples/recipes.cpp bench/write_histories.cpp -lhwy \
   -o "$out/write_histories_here"
 "$out/write_histories_here" "$out/here"
 qemu-aarch64-static "$out/write_histories" "$out/there"

@@ -2,7 +2,7 @@
 #include "batch/course_recorder.h"
 
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 
 #include "batch/failure.h"
 #include "batch/outputs.h"
@@ -18,7 +18,8 @@ std::unique_ptr<std::FILE, int (*)(std::FILE*)> OpenTable(const std::filesystem:
   if (path.empty()) return {nullptr, LeaveOpen};
   if (path == "-") return {stdout, LeaveOpen};
   std::FILE* const file = std::fopen(path.string().c_str(), "wb");
-  if (file == nullptr) throw Failure{kExitUsageOrFile, path.string() + ": " + std::strerror(errno)};
+  if (file == nullptr)
+    throw Failure{kExitUsageOrFile, path.string() + ": " + std::generic_category().message(errno)};
   return {file, std::fclose};
 }
 

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "batch/failure.h"
@@ -112,7 +112,7 @@ void WriteOutput(const fs::path& path, std::string_view content) {
   } else if (IsStream(path)) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
         std::fopen(path.string().c_str(), "wb"), std::fclose);
-    if (!stream) throw FileWriteError(std::strerror(errno));
+    if (!stream) throw FileWriteError(std::generic_category().message(errno));
     WriteNow(stream.get(), content);
   } else {
     ReplaceFile(path, content);
@@ -122,7 +122,8 @@ void WriteOutput(const fs::path& path, std::string_view content) {
 void WriteNow(std::FILE* stream, std::string_view content) {
   const std::size_t written = std::fwrite(content.data(), 1, content.size(), stream);
   if (written != content.size() || std::fflush(stream) != 0) {
-    throw FileWriteError(std::string("it cannot be written to: ") + std::strerror(errno));
+    throw FileWriteError(std::string("it cannot be written to: ") +
+                         std::generic_category().message(errno));
   }
 }
 

@@ -124,28 +124,6 @@ TEST(Bending, CantileverConvergesToTimoshenkoFromBelow) {
   EXPECT_NEAR(before, exact, 0.02 * exact);
 }
 
-TEST(Energy, ComplianceIsTwiceTheStrainEnergy) {
-  Model model = test::RandomPlate(11);
-  AnalyseStructure(model);
-  double work = 0, energy = 0;
-  for (int p = 1; p <= model.EquationCount; ++p)
-    work += model.LoadVector(p) * model.SolutionVector(p);
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) <= 0) continue;
-      const int e = ElementOfCell(model, i, j);
-      const auto d = [&](int k) {
-        return model.NodeDisp(model.ElementNodes(e, (k + 1) / 2), 2 - k % 2);
-      };
-      for (int a = 1; a <= 8; ++a) {
-        for (int b = 1; b <= 8; ++b) energy += 0.5 * d(a) * model.ElementStiffness[a][b] * d(b);
-      }
-    }
-  }
-  EXPECT_GT(energy, 0);
-  EXPECT_NEAR(work, 2 * energy, 1e-9 * work);
-}
-
 TEST(Mesh, LaysOutTheGridCounterClockwiseFromTheLowerLeft) {
   Model model;
   model.DomainX1 = -400, model.DomainY1 = -300;

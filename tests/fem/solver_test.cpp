@@ -94,21 +94,6 @@ TEST(Solver, StoreAndSolutionAgreeWithADenseFactorization) {
   EXPECT_GE(solved, 15);
 }
 
-TEST(Solver, WithoutDroppedFillInThePreconditionerInvertsTheProduct) {
-  Model m = test::Cantilever(1, 1);  // four equations, each coupled to every other
-  AssembleEquations(m);
-  SolveAssembledEquations(m, 1e-6);
-  Array1<Double> x("x"), y("y"), z("z");
-  for (auto* vector : {&x, &y, &z}) vector->ReDim(0, m.EquationCount);
-  for (int i = 1; i <= m.EquationCount; ++i) x(i) = 1.0 / i;
-  MatrixVectorProduct(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
-                      m.LowerColumn, m.UpperValue, m.LowerValue, m.DiagonalValue, x, y);
-  ApplyPreconditioner(m.EquationCount, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn,
-                      m.LowerColumn, m.FactorUpper, m.FactorLower, m.FactorInvDiag, y, z);
-  EXPECT_EQ(m.EquationCount, 4);
-  for (int i = 1; i <= m.EquationCount; ++i) EXPECT_NEAR(z(i), x(i), 1e-12);
-}
-
 TEST(Solver, SmallPivotsAreReplacedByTheTolerance) {
   const struct {
     double diagonal, invDiag;
