@@ -69,6 +69,8 @@ def main():
         finest = make(scratch / "finest", "full", 4, "cantilever")
         by_half = ("--volume-fraction", "0.5", "--fit", "--no-grid", "--image")
         runs = {"half": {}, "fine": {}, "sketch": {}}
+        pool.submit(run, finest / "cantilever.model", "--fit", "--no-grid", "--image",
+                    IMAGES / "cantilever-finest-start.png", "--size", "1200x640")
         last = pool.submit(run, finest / "cantilever.model", *by_half,
                            IMAGES / "cantilever-finest.png", "--size", "1200x640")
         for name in EXAMPLES:
