@@ -32,22 +32,20 @@ class Study : public Batch {
 TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
   Model wide = test::Cantilever(10, 20);
   SaveModelFile(wide, folder_ / "wide.model");
-  ASSERT_EQ(Run("wide.model --volume-fraction 0.5 --lambda 0.2 --save a.model --json a.json"), 0)
-      << err_;
+  const std::string half = "wide.model --volume-fraction 0.5 --lambda 0.2 --save ";
+  ASSERT_EQ(Run(half + "a.model --json a.json"), 0) << err_;
   EXPECT_TRUE(Contains(out_, "volume fraction 0.5 reached in ")) << out_;
   const QJsonObject summary = Json("a.json");
   EXPECT_NEAR(summary["volumeFraction"].toDouble(), 0.5, VolumeSearch::kTolerance + 1e-9);
   EXPECT_EQ(summary["epsilon"].toInt(), 5);
   EXPECT_EQ(summary["lambda"].toDouble(), 0.2);
   EXPECT_TRUE(summary["connected"].toBool() && summary["converged"].toBool());
-  ASSERT_EQ(Run("wide.model --volume-fraction 0.5 --lambda 0.2 --save b.model --course c.csv "
-                "--history h.tmp"),
-            0);
+  ASSERT_EQ(Run(half + "b.model --course c.csv --history h.tmp"), 0);
   EXPECT_EQ(ReadFile(folder_ / "a.model"), ReadFile(folder_ / "b.model"));
   const int steps = summary["steps"].toInt();
-  const std::string course = ReadFile(folder_ / "c.csv"), history = ReadFile(folder_ / "h.tmp");
-  EXPECT_EQ(std::count(course.begin(), course.end(), '\n'), steps + 2);
-  EXPECT_EQ(std::count(history.begin(), history.end(), '\n'), steps + 2);
+  for (const char* name : {"c.csv", "h.tmp"}) {
+    EXPECT_EQ(std::ranges::count(ReadFile(folder_ / name), '\n'), steps + 2) << name;
+  }
   EXPECT_TRUE(LastLine("c.csv").starts_with(std::to_string(steps) + ",")) << LastLine("c.csv");
   EXPECT_TRUE(LastLine("c.csv").ends_with(",1,1"));
 
@@ -93,9 +91,8 @@ TEST_F(Study, PipesServeAsModelAndOutput) {
                   "- --quiet --save -)"),
             0);
   EXPECT_EQ(out_, ReadFile(folder_ / "e.model"));
-  ASSERT_EQ(Shell("mkfifo p && (cat p > got & " + program +
-                  "plate.model --steps 3 --quiet --nodes p; wait)"),
-            0);
+  const std::string toPipe = program + "plate.model --steps 3 --quiet --nodes p; wait)";
+  ASSERT_EQ(Shell("mkfifo p && (cat p > got & " + toPipe), 0);
   EXPECT_EQ(ReadFile(folder_ / "got"), ReadFile(folder_ / "n.csv"));
   EXPECT_TRUE(std::filesystem::is_fifo(folder_ / "p"));
 }
@@ -108,9 +105,8 @@ TEST_F(Study, OneOutputThatFailsDoesNotKeepTheOthers) {
     EXPECT_TRUE(std::filesystem::exists(folder_ / name)) << name;
   }
   EXPECT_EQ(Json("j.json")["exitStatus"].toInt(), 2);
-  const std::string program = "('" QUILLANE_BATCH "' plate.model --history h.tmp ";
-  for (const char* stream : {">/dev/full)", ">&-)"}) {
-    EXPECT_EQ(Shell(program + stream), 2) << stream;
+  for (const std::string stream : {">/dev/full)", ">&-)"}) {
+    EXPECT_EQ(Shell("('" QUILLANE_BATCH "' plate.model --history h.tmp " + stream), 2) << stream;
     EXPECT_TRUE(Contains(err_, "standard output: it cannot be written to")) << err_;
     EXPECT_TRUE(ReadFile(folder_ / "h.tmp").starts_with("Iteration, Max, Avg, Min\r\n0,"));
   }
@@ -120,8 +116,7 @@ TEST_F(Study, OneOutputThatFailsDoesNotKeepTheOthers) {
 }
 
 TEST_F(Study, ASignalEndsTheRunWithEveryFileComplete) {
-  const std::pair<int, int> cases[] = {{SIGHUP, 129}, {SIGINT, 130}, {SIGTERM, 143}};
-  for (const auto& [number, status] : cases) {
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
     std::filesystem::remove(folder_ / "c.csv");
     const pid_t child = fork();
     if (child == 0) {
@@ -137,7 +132,7 @@ TEST_F(Study, ASignalEndsTheRunWithEveryFileComplete) {
     int ended = 0;
     waitpid(child, &ended, 0);
     ASSERT_TRUE(WIFEXITED(ended));
-    EXPECT_EQ(WEXITSTATUS(ended), status);
+    EXPECT_EQ(WEXITSTATUS(ended), 128 + number);
     const std::string steps = std::to_string(Json("j.json")["steps"].toInt());
     EXPECT_EQ(LastLine("c.csv").substr(0, steps.size() + 1), steps + ",");
     EXPECT_TRUE(ReadFile(folder_ / "h.tmp").ends_with("\r\n"));

@@ -1,10 +1,11 @@
-// Known solutions of elasticity that the elements must reproduce, and the mesh below them.
+// Known solutions that the elements must reproduce, the mesh below them, and the ways of the loads.
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "fem/analysis.h"
 #include "fem/element_stiffness.h"
+#include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "fem/stress.h"
 #include "model/run_time_error.h"
@@ -124,28 +125,10 @@ TEST(Bending, CantileverConvergesToTimoshenkoFromBelow) {
   EXPECT_NEAR(before, exact, 0.02 * exact);
 }
 
-TEST(Mesh, LaysOutTheGridCounterClockwiseFromTheLowerLeft) {
-  Model model;
-  model.DomainX1 = -400, model.DomainY1 = -300;
-  BuildMesh(model, 5, 7);
-  EXPECT_EQ(model.NodeCount, 48);
-  EXPECT_EQ(model.NodeXY(1, 1), -400);
-  EXPECT_EQ(model.NodeXY(8, 1), 300);
-  EXPECT_EQ(model.NodeXY(9, 2), -200);
-  const int nodes[] = {1, 2, 10, 9};
-  for (int k = 1; k <= 4; ++k) EXPECT_EQ(model.ElementNodes(1, k), nodes[k - 1]);
-  EXPECT_EQ(model.ElementNodes(35, 3), 48);
-
-  model = Model{};
-  model.ElementSize = 0.1F;
-  BuildMesh(model, 1, 20);
-  Single x = 0;
-  for (int j = 1; j <= 21; ++j, x += 0.1F) EXPECT_EQ(model.NodeXY(j, 1), double{x});
-  EXPECT_NE(model.NodeXY(21, 1), 2.0) << "a sum in single precision, not twenty times a tenth";
-}
-
-TEST(Mesh, NumbersFreeComponentsOfActiveNodesWithoutGaps) {
+TEST(Mesh, NumbersNodesFromTheLowerLeftAndFreeComponentsWithoutGaps) {
   Model model = test::Plate(2, 2);
+  const int nodes[] = {1, 2, 5, 4};
+  for (int k = 1; k <= 4; ++k) EXPECT_EQ(model.ElementNodes(1, k), nodes[k - 1]);
   model.CellState(2, 2) = kCellEmpty;  // node 9 belongs to this cell alone
   model.NodeFreedom(1, 1) = 1;
   model.NodeFreedom(2, 2) = -5;  // any code but 0 is fixed
@@ -158,6 +141,11 @@ TEST(Mesh, NumbersFreeComponentsOfActiveNodesWithoutGaps) {
   }
   EXPECT_EQ(model.DofNumber(9, 1), 0);
   EXPECT_EQ(model.ElementDofs(4, 1), model.DofNumber(5, 1));  // filled though the cell is absent
+
+  model.ElementSize = 0.1F;
+  BuildMesh(model, 1, 20);
+  Single x = 0;  // a sum in single precision, not twenty times a tenth
+  for (int j = 1; j <= 21; ++j, x += 0.1F) EXPECT_EQ(model.NodeXY(j, 1), double{x});
 }
 
 TEST(Mesh, RefusesWhatAnIntegerCannotCount) {
@@ -167,6 +155,45 @@ TEST(Mesh, RefusesWhatAnIntegerCannotCount) {
   EXPECT_EQ(model.NodeCount, 0);
   model = test::Plate(127, 254);  // 32640 nodes, 65280 components
   EXPECT_THROW(NumberEquations(model), RunTimeError);
+}
+
+using Nodes = std::vector<int>;
+
+TEST(LostLoads, AWayLeadsOverEdgesAndNotOverCorners) {
+  Model model = test::Cantilever(2, 4);
+  const int tip = test::Node(model, 2, 5);
+  EXPECT_EQ(LostLoads(model), Nodes{});
+  model.CellState(1, 3) = kCellCutOut;
+  EXPECT_EQ(LostLoads(model), Nodes{}) << "the upper row still reaches the wall";
+  model.CellState(2, 4) = kCellEmpty;
+  EXPECT_EQ(LostLoads(model), Nodes{tip}) << "cells (2, 3) and (1, 4) touch at a corner only";
+  model.CellState(1, 4) = kCellEmpty;
+  model.NodeLoad(1, 1) = 5;
+  EXPECT_EQ(LostLoads(model), Nodes{tip}) << "no material at all there; node 1 is at the wall";
+}
+
+TEST(LostLoads, APieceIsHeldAgainstMovingAndTurning) {
+  const struct {
+    const char* what;
+    struct {
+      int row, column, d;
+    } supports[3];
+    bool held;
+  } cases[] = {
+      {"a pin and a roller", {{1, 1, 1}, {1, 1, 2}, {1, 5, 2}}, true},
+      {"two nodes in x above each other, one in y", {{1, 1, 1}, {3, 1, 1}, {1, 1, 2}}, true},
+      {"free in x", {{1, 1, 2}, {1, 3, 2}, {1, 5, 2}}, false},
+      {"free in y", {{1, 1, 1}, {3, 1, 1}, {2, 5, 1}}, false},
+      {"turns about the crossing of x and y", {{1, 1, 1}, {1, 5, 1}, {3, 2, 2}}, false},
+  };
+  for (const auto& c : cases) {
+    Model model = test::Plate(2, 4);
+    for (const auto& [row, column, d] : c.supports) {
+      model.NodeFreedom(test::Node(model, row, column), d) = 1;
+    }
+    model.NodeLoad(test::Node(model, 3, 4), 2) = -1;
+    EXPECT_EQ(LostLoads(model).empty(), c.held) << c.what;
+  }
 }
 
 }  // namespace

@@ -55,11 +55,10 @@ TEST(ImageArea, AnEdgeInTheMiddleOfAPixelFallsOnItsUpperEnd) {
   area.SetScale({0, 0, 10, 10});  // pixels
   area.SetColor(kRed);
   area.FillBox(2.5, 2.4995, 5.4, 4.49);  // a thousandth below the middle counts as the middle
-  for (int y = 0; y < 10; ++y) {
-    for (int x = 0; x < 10; ++x) {
-      EXPECT_EQ(area.Image().pixel(x, y) == Rgb(kRed), x >= 3 && x < 5 && y == 3) << x << ' ' << y;
-    }
-  }
+  QImage expected = area.Image();
+  expected.fill(Rgb(kWhite));
+  for (const int x : {3, 4}) expected.setPixel(x, 3, Rgb(kRed));
+  EXPECT_EQ(area.Image(), expected);
 }
 
 TEST(ImageArea, SlantedLinesAreThePaintersWhereverTheyLie) {
@@ -103,16 +102,14 @@ TEST(ImageArea, AFillCoversWhatWasDrawnSinceTheSameFill) {
     const auto fill = [&area] {
       area.SetColor(kRed);
       area.FillBox(10, 10, 50, 50);
+      area.SetColor(kBlue);
     };
     fill();
-    area.SetColor(kBlue);
-    drawSomething(area);
-    EXPECT_GT(ColorsOf(area.Image().copy(10, 10, 40, 40)).size(), 1U);
-    fill();
-    area.SetColor(kBlue);
     drawSomething(area);
     fill();
     EXPECT_EQ(ColorsOf(area.Image().copy(10, 10, 40, 40)), std::set{Rgb(kRed)});
+    drawSomething(area);
+    EXPECT_GT(ColorsOf(area.Image().copy(10, 10, 40, 40)).size(), 1U);
   }
 }
 
@@ -129,8 +126,7 @@ TEST(ImageArea, LegendTextStaysInsideWhateverTheSize) {
 
 TEST(ImageArea, NothingDrawnAnywhereIsUndefined) {
   constexpr double kHuge = std::numeric_limits<double>::max();
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  const double places[] = {0, 0.5, -1e10, 1e300, kHuge, -kHuge, kInfinity, -kInfinity};
+  const double places[] = {0, 0.5, -1e10, kHuge, -kHuge, HUGE_VAL, -HUGE_VAL};
   ImageArea area;
   area.Resize(20, 20, 1.5);
   for (const UserScale& scale :
