@@ -12,14 +12,14 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec build/run/src/ui/quillane
 fi
 
-out=out/cantilever
+model=examples/half-mbb-beam.model
+out=out/half-mbb-beam
 mkdir -p "$out"
-echo "No display here: optimizing the shipped cantilever through quillane-batch instead."
-build/run/src/batch/quillane-batch examples/cantilever.model --volume-fraction 0.5 \
-  --history "$out/History.tmp" --save "$out/optimized.model" --image "$out/optimized.png" \
-  --cells "$out/cells.csv" --nodes "$out/nodes.csv"
-build/run/src/batch/quillane-batch examples/cantilever.model --quiet --image "$out/analysed.png"
-build/run/src/batch/quillane-batch examples/cantilever.model --quiet --map model \
-  --image "$out/model.png"
+echo "No display here: optimizing the shipped half MBB beam through quillane-batch instead."
+batch() { build/run/src/batch/quillane-batch "$model" --fit --no-grid "$@"; }
+batch --volume-fraction 0.5 --history "$out/History.tmp" --save "$out/optimized.model" \
+  --image "$out/optimized.png" --cells "$out/cells.csv" --nodes "$out/nodes.csv"
+batch --quiet --image "$out/analysed.png"
+batch --quiet --map model --image "$out/model.png"
 echo "Written to $out:"
 ls -l "$out"

@@ -1,6 +1,6 @@
 // Writes the example models. Usage: quillane-make-examples FOLDER [full|sketch [K [NAME]]]
-// full (default): material in the whole domain, as shipped; sketch: hand-drawn first layouts;
-// K: K x K cells in place of every cell; NAME: only this example.
+// Without more words: as shipped. full: material in the whole domain; sketch: hand-drawn first
+// layouts; K (default 1): K x K cells in place of every cell; NAME: only this example.
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
@@ -19,11 +19,12 @@ ExampleStart StartNamed(const std::string& name) {
   throw std::invalid_argument("full or sketch, not " + name);
 }
 
-void Write(const std::filesystem::path& folder, ExampleStart start, int refinement,
-           std::string_view only) {
+void Write(const std::filesystem::path& folder, int argc, char** argv) {
   for (const std::string_view name : quillane::ExampleNames()) {
-    if (!only.empty() && name != only) continue;
-    quillane::Model model = quillane::MakeExample(name, start, refinement);
+    if (argc > 4 && name != argv[4]) continue;
+    quillane::Model model = argc == 2 ? quillane::ShippedExample(name)
+                                      : quillane::MakeExample(name, StartNamed(argv[2]),
+                                                              argc > 3 ? std::stoi(argv[3]) : 1);
     quillane::SaveModelFile(model, folder / (std::string(name) + ".model"));
   }
 }
@@ -36,8 +37,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    Write(argv[1], StartNamed(argc > 2 ? argv[2] : "full"), argc > 3 ? std::stoi(argv[3]) : 1,
-          argc > 4 ? argv[4] : "");
+    Write(argv[1], argc, argv);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "quillane-make-examples: %s\n", error.what());
     return 2;

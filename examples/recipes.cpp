@@ -2,10 +2,9 @@
 #include "examples/recipes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <stdexcept>
-#include <utility>
+#include <string>
 
 #include "fem/mesh.h"
 
@@ -225,29 +224,38 @@ Model Refined(const Model& coarse, int k) {
   return fine;
 }
 
-using NamedRecipe = std::pair<std::string_view, Recipe (*)(ExampleStart)>;
+struct NamedRecipe {
+  std::string_view name;
+  Recipe (*recipe)(ExampleStart);
+  int shippedRefinement = 1;
+};
 
-constexpr std::array kRecipes = {NamedRecipe{"cantilever", Cantilever},
-                                 NamedRecipe{"half-mbb-beam", HalfMbbBeam},
-                                 NamedRecipe{"bridge", Bridge},
-                                 NamedRecipe{"l-bracket", LBracket},
-                                 NamedRecipe{"two-bar-truss", TwoBarTruss},
-                                 NamedRecipe{"bolted-lever", BoltedLever}};
+constexpr NamedRecipe kRecipes[] = {
+    {"cantilever", Cantilever}, {"half-mbb-beam", HalfMbbBeam, 2}, {"bridge", Bridge},
+    {"l-bracket", LBracket},    {"two-bar-truss", TwoBarTruss},    {"bolted-lever", BoltedLever}};
+
+const NamedRecipe& RecipeNamed(std::string_view name) {
+  const auto* const found = std::ranges::find(kRecipes, name, &NamedRecipe::name);
+  if (found == std::end(kRecipes)) throw std::invalid_argument("no example " + std::string(name));
+  return *found;
+}
 
 }  // namespace
 
 std::vector<std::string_view> ExampleNames() {
   std::vector<std::string_view> names;
-  for (const auto& [name, recipe] : kRecipes) names.push_back(name);
+  for (const NamedRecipe& recipe : kRecipes) names.push_back(recipe.name);
   return names;
 }
 
 Model MakeExample(std::string_view name, ExampleStart start, int refinement) {
-  const auto found = std::find_if(kRecipes.begin(), kRecipes.end(),
-                                  [name](const NamedRecipe& r) { return r.first == name; });
-  if (found == kRecipes.end()) throw std::invalid_argument("no example " + std::string(name));
+  const NamedRecipe& named = RecipeNamed(name);
   if (refinement < 1) throw std::invalid_argument("a refinement below 1");
-  return Refined(found->second(start).Result(), refinement);
+  return Refined(named.recipe(start).Result(), refinement);
+}
+
+Model ShippedExample(std::string_view name) {
+  return MakeExample(name, ExampleStart::kFullDomain, RecipeNamed(name).shippedRefinement);
 }
 
 }  // namespace quillane
