@@ -170,8 +170,7 @@ TEST(History, HoldsOneRecordAnEventUntilTheStepNumberOverflows) {
   history.Start(model, folder / "History.tmp");
   for (int step = 0; step < 2; ++step) Optimization(model, history);
   EXPECT_THROW(Optimization(model, history), RunTimeError);
-  history.Close(model);
-  history.Close(model);  // harmless
+  for (int times = 0; times < 2; ++times) history.Close(model);
   EXPECT_EQ(model.HistoryRecording, 0);
   const std::string text = test::ReadFile(folder / "History.tmp");
   EXPECT_TRUE(text.starts_with("Iteration, Max, Avg, Min\r\n32765,245.125,87.5,0.25\r\n")) << text;

@@ -162,8 +162,7 @@ TEST_F(Window, ARescueFileWithoutAPlaceGoesToTheTemporaryFolderOrIsReportedAsMis
     EXPECT_EQ(ended, 1);
     return robot.Boxes().at(0);
   };
-  const std::string box = fail(folder.Path());
-  EXPECT_NE(box.find((folder / "Rescue.model").string()), std::string::npos) << box;
+  EXPECT_NE(fail(folder.Path()).find((folder / "Rescue.model").string()), std::string::npos);
   EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text());
   EXPECT_NE(fail(folder / "none").find("could not be saved"), std::string::npos);
   temporary.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporary);
