@@ -7,13 +7,8 @@
 namespace quillane {
 namespace {
 
-/// The node at a press, where the array has it: the grid may not fit the mesh.
-std::optional<int> NodeIn(const Array2<Double>& values, const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeAt(model, x, y);
-  return node && *node >= 1 && *node <= values.First().upper ? node : std::nullopt;
-}
-
-/// Likewise the cell, by its offset. Offset 0 passes even where the array begins at 1.
+/// The cell at a press by its offset, where the array has it: the grid may not fit the mesh. Offset
+/// 0 passes even where the array begins at 1.
 std::optional<CellIndex> CellIn(const Array2<Double>& values, const Model& model, Single x,
                                 Single y) {
   const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
@@ -31,14 +26,14 @@ std::string CellCaption(CellIndex cell, const char* label, Double value) {
 }  // namespace
 
 std::optional<std::string> loadValue(const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeIn(model.NodeLoad, model, x, y);
+  const std::optional<int> node = NodeIn(model.NodeLoad.First(), model, x, y);
   if (!node) return std::nullopt;
   return "Px = " + GeneralText(model.NodeLoad(*node, 1)) +
          "N  Py = " + GeneralText(model.NodeLoad(*node, 2)) + "N";
 }
 
 std::optional<std::string> dispValue(const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeIn(model.NodeDisp, model, x, y);
+  const std::optional<int> node = NodeIn(model.NodeDisp.First(), model, x, y);
   if (!node) return std::nullopt;
   return "u = " + GeneralText(model.NodeDisp(*node, 1)) +
          "mm  v = " + GeneralText(model.NodeDisp(*node, 2)) + "mm";

@@ -5,13 +5,6 @@
 namespace quillane {
 namespace {
 
-/// The node next to a press as far as the array has it: a changed ElementSize or an odd file can
-/// make the domain's rectangle disagree with the mesh.
-std::optional<int> NodeIn(const IndexRange& nodes, const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeAt(model, x, y);
-  return node && *node >= 1 && nodes.Contains(*node) ? node : std::nullopt;
-}
-
 /// Puts both components of a node's record, one at a time.
 template <class T>
 void SetPair(Array2<T>& records, int node, T x, T y, EditState& state) {

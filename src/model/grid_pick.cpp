@@ -67,6 +67,11 @@ std::optional<int> NodeAt(const Model& model, Single x, Single y) {
   return (point->row - 1) * (model.CellColumnCount + 1) + point->column;
 }
 
+std::optional<int> NodeIn(const IndexRange& nodes, const Model& model, Single x, Single y) {
+  const std::optional<int> node = NodeAt(model, x, y);
+  return node && *node >= 1 && nodes.Contains(*node) ? node : std::nullopt;
+}
+
 std::optional<CellIndex> CellAt(const Model& model, Single x, Single y) {
   return PickCell(model, x, y, UpperEdge::kOutside, 1);
 }

@@ -24,6 +24,10 @@ struct CellIndex {
 /// need not exist.
 std::optional<int> NodeAt(const Model& model, Single x, Single y);
 
+/// That node as far as an array by node has it: a changed ElementSize or an odd file can make the
+/// domain's rectangle disagree with the mesh.
+std::optional<int> NodeIn(const IndexRange& nodes, const Model& model, Single x, Single y);
+
 /// The cell under a press, rows and columns from 1; nothing when its lower left corner lies outside
 /// the domain rectangle (whose right and upper edges do not belong to it). Otherwise as NodeAt.
 std::optional<CellIndex> CellAt(const Model& model, Single x, Single y);

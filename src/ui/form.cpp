@@ -92,6 +92,14 @@ QLayout* Form::ButtonRow(QPushButton* action) {
   return row;
 }
 
+void Form::LayOutChoice(const char* question, std::initializer_list<QRadioButton*> options,
+                        QPushButton* action) {
+  QVBoxLayout* rows = Rows();
+  rows->addWidget(Label(question));
+  rows->addWidget(OptionFrame(options));
+  rows->addLayout(ButtonRow(action));
+}
+
 QVBoxLayout* Form::Rows() {
   auto* rows = new QVBoxLayout(this);
   rows->setSizeConstraint(QLayout::SetFixedSize);

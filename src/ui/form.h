@@ -57,6 +57,10 @@ class Form : public QDialog {
   /// The button and Cancel side by side at the right; Enter presses the first.
   QLayout* ButtonRow(QPushButton* action);
 
+  /// Lays out a question, its options and the button, from top to bottom.
+  void LayOutChoice(const char* question, std::initializer_list<QRadioButton*> options,
+                    QPushButton* action);
+
   /// The dialog's layout from top to bottom, which fixes its size to its contents.
   QVBoxLayout* Rows();
 

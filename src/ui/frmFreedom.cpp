@@ -1,16 +1,11 @@
 #include "ui/frmFreedom.h"
 
-#include <QLabel>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 namespace quillane {
 
 frmFreedom::frmFreedom(frmMain& main) : Form(main, "frmFreedom", "Freedom Conditions") {
-  QVBoxLayout* rows = Rows();
-  rows->addWidget(Label("Choose individual node settings."));
-  rows->addWidget(OptionFrame({optFixX, optFixY, optFixXY, optFree}));
-  rows->addLayout(ButtonRow(cmdOK));
+  LayOutChoice("Choose individual node settings.", {optFixX, optFixY, optFixXY, optFree}, cmdOK);
   OnClick(cmdOK, &frmFreedom::cmdOK_Click);
   Form_Load();
 }

@@ -1,16 +1,11 @@
 #include "ui/frmImageIndicator.h"
 
-#include <QLabel>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 namespace quillane {
 
 frmImageIndicator::frmImageIndicator(frmMain& main) : Form(main, "frmImageIndicator", "Graphics") {
-  QVBoxLayout* rows = Rows();
-  rows->addWidget(Label("Choose what you want to show."));
-  rows->addWidget(OptionFrame({optStressValue, optNeuronValue}));
-  rows->addLayout(ButtonRow(cmdOK));
+  LayOutChoice("Choose what you want to show.", {optStressValue, optNeuronValue}, cmdOK);
   OnClick(cmdOK, &frmImageIndicator::cmdOK_Click);
   Form_Load();
 }

@@ -1,17 +1,14 @@
 #include "ui/frmShape.h"
 
-#include <QLabel>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 namespace quillane {
 
 frmShape::frmShape(frmMain& main) : Form(main, "frmShape", "Shape", "cmdCancel") {
-  QVBoxLayout* rows = Rows();
-  rows->addWidget(Label("Choose what you want to draw."));
-  rows->addWidget(OptionFrame({optDesignDomain, optAddElements, optRemoveElements,
-                               optAddNonDesignElements, optDeleteDesignDomain, optDoNot}));
-  rows->addLayout(ButtonRow(cmdOK));
+  LayOutChoice("Choose what you want to draw.",
+               {optDesignDomain, optAddElements, optRemoveElements, optAddNonDesignElements,
+                optDeleteDesignDomain, optDoNot},
+               cmdOK);
   OnClick(cmdOK, &frmShape::cmdOK_Click);
   Form_Load();
 }

@@ -1,17 +1,13 @@
 #include "ui/frmValueIndicator.h"
 
-#include <QLabel>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 namespace quillane {
 
 frmValueIndicator::frmValueIndicator(frmMain& main) : Form(main, "frmValueIndicator", "Values") {
-  QVBoxLayout* rows = Rows();
-  rows->addWidget(Label("Choose what you want to check."));
-  rows->addWidget(
-      OptionFrame({optLoadValue, optDisplacementValue, optStressValue, optNeuronValue, optDoNot}));
-  rows->addLayout(ButtonRow(cmdOK));
+  LayOutChoice("Choose what you want to check.",
+               {optLoadValue, optDisplacementValue, optStressValue, optNeuronValue, optDoNot},
+               cmdOK);
   OnClick(cmdOK, &frmValueIndicator::cmdOK_Click);
   Form_Load();
 }
