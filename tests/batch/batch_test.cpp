@@ -93,6 +93,9 @@ TEST_F(Batch, TellsWhatDidNotConverge) {
   EXPECT_TRUE(Contains(out_, "a load has no way to supports that hold it"));
   EXPECT_EQ(Run("loose.model --quiet"), 3);
   EXPECT_TRUE(Contains(err_, "the last solve did not converge"));
+  EXPECT_EQ(Run("--check loose.model"), 1);
+  EXPECT_TRUE(out_.starts_with("loose.model: line ")) << out_;
+  EXPECT_EQ(Run("--check plate.model"), 0);
 }
 
 TEST_F(Batch, ATerminalSeesTheCourseOnOneLineThatVanishes) {
@@ -129,6 +132,8 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"plate.model --steps -1", 2, "--steps"},
       {"plate.model --history ./plate.model", 2, "./plate.model: two files of one name"},
       {"plate.model --cells a --save ../\"${PWD##*/}\"/a", 2, "a: two files of one name"},
+      {"plate.model --map colours", 2, "--map: wants stress, potential or model"},
+      {"plate.model --size 0x100", 2, "--size"},
       {"plate.model --range 9,0", 2, "--range: wants MIN,MAX"},
       {"plate.model --stress-target 24,5", 2, "--stress-target: wants a decimal number"},
       {"plate.model --epsilon 40000", 2, "--epsilon: wants a whole number"},

@@ -103,7 +103,6 @@ TEST(Course, LoadAndTargetTimesTheSameGiveTheSameLayouts) {
   const Course one = CourseOf(Loaded()), eight = CourseOf(Loaded(8)),
                stiff = CourseOf(Loaded(1, 840000));
   EXPECT_LT(one.volume, 0.9 * 200 * 100 * 100);  // the course does remove material
-  EXPECT_GT(one.volume, 0);
   for (std::size_t step = 0; step < one.layouts.size(); ++step) {
     EXPECT_TRUE(std::ranges::equal(one.layouts[step].Raw(), eight.layouts[step].Raw())) << step;
     EXPECT_TRUE(std::ranges::equal(one.layouts[step].Raw(), stiff.layouts[step].Raw())) << step;
@@ -171,7 +170,6 @@ TEST(History, HoldsOneRecordAnEventUntilTheStepNumberOverflows) {
   for (int step = 0; step < 2; ++step) Optimization(model, history);
   EXPECT_THROW(Optimization(model, history), RunTimeError);
   for (int times = 0; times < 2; ++times) history.Close(model);
-  EXPECT_EQ(model.HistoryRecording, 0);
   const std::string text = test::ReadFile(folder / "History.tmp");
   EXPECT_TRUE(text.starts_with("Iteration, Max, Avg, Min\r\n32765,245.125,87.5,0.25\r\n")) << text;
   std::size_t at = 0;
