@@ -166,8 +166,9 @@ class ModelCheck {
     const double size = double{model_.ElementSize};
     const int across = model_.CellColumnCount + 1;
     for (int k = 1; k <= model_.NodeCount; ++k) {
-      const double x = double{model_.DomainX1} + (k - 1) % across * size;
-      const double y = double{model_.DomainY1} + (k - 1) / across * size;
+      const int row = (k - 1) / across, column = (k - 1) % across;
+      const double x = double{model_.DomainX1} + column * size;
+      const double y = double{model_.DomainY1} + row * size;
       const double off =
           std::max(std::fabs(model_.NodeXY(k, 1) - x), std::fabs(model_.NodeXY(k, 2) - y));
       if (off <= 0.01 * std::fabs(size)) continue;

@@ -1,8 +1,7 @@
 // What the platform tells of a terminal.
 #include "batch/terminal.h"
 
-#include <cstdlib>
-#include <string_view>
+#include <QByteArray>
 
 #if defined(_WIN32)
 #include <io.h>
@@ -17,9 +16,8 @@ bool CanRedrawLines(std::FILE* stream) {
 #if defined(_WIN32)
   return _isatty(_fileno(stream)) != 0;
 #else
-  const char* const kind = std::getenv("TERM");
-  return isatty(fileno(stream)) != 0 && kind != nullptr && *kind != '\0' &&
-         std::string_view(kind) != "dumb";
+  const QByteArray kind = qgetenv("TERM");
+  return isatty(fileno(stream)) != 0 && !kind.isEmpty() && kind != "dumb";
 #endif
 }
 
