@@ -14,6 +14,8 @@ class CanvasView {
  public:
   /// Makes both widgets in the parent, which owns them.
   CanvasView(QWidget* parent, Model& model, const EditState& edits);
+  CanvasView(const CanvasView&) = delete;
+  CanvasView& operator=(const CanvasView&) = delete;
 
   PictureWidget* Canvas() { return picCanvas; }
 
