@@ -15,9 +15,15 @@ void CheckRange(const char* name, IndexRange range) {
   }
 }
 
-void ThrowSubscript(const char* name, const std::string& subscripts, const std::string& ranges) {
-  throw RunTimeError(ErrorKind::kSubscript, std::string(name) + "(" + subscripts +
-                                                ") lies outside its range (" + ranges + ")");
+void ThrowSubscript(const char* name, int i, IndexRange range) {
+  throw RunTimeError(ErrorKind::kSubscript, std::string(name) + "(" + std::to_string(i) +
+                                                ") lies outside its range (" + range.Text() + ")");
+}
+
+void ThrowSubscript(const char* name, int i, int j, IndexRange first, IndexRange second) {
+  throw RunTimeError(ErrorKind::kSubscript, std::string(name) + "(" + std::to_string(i) + ", " +
+                                                std::to_string(j) + ") lies outside its range (" +
+                                                first.Text() + ", " + second.Text() + ")");
 }
 
 void ThrowOutOfMemory(const char* name) {

@@ -27,8 +27,9 @@ namespace detail {
 
 /// Throws unless the range can size an array: the upper end an Integer, at least the lower one.
 void CheckRange(const char* name, IndexRange range);
-[[noreturn]] void ThrowSubscript(const char* name, const std::string& subscripts,
-                                 const std::string& ranges);
+[[noreturn]] void ThrowSubscript(const char* name, int i, IndexRange range);
+[[noreturn]] void ThrowSubscript(const char* name, int i, int j, IndexRange first,
+                                 IndexRange second);
 [[noreturn]] void ThrowOutOfMemory(const char* name);
 
 template <class T>
@@ -68,9 +69,7 @@ class Array1 {
 
  private:
   std::size_t Offset(int i) const {
-    if (!range_.Contains(i)) {
-      detail::ThrowSubscript(name_, std::to_string(i), range_.Text());
-    }
+    if (!range_.Contains(i)) detail::ThrowSubscript(name_, i, range_);
     return static_cast<std::size_t>(i - range_.lower);
   }
 
@@ -123,8 +122,7 @@ class Array2 {
  private:
   std::size_t Offset(int i, int j) const {
     if (!first_.Contains(i) || !second_.Contains(j)) {
-      detail::ThrowSubscript(name_, std::to_string(i) + ", " + std::to_string(j),
-                             first_.Text() + ", " + second_.Text());
+      detail::ThrowSubscript(name_, i, j, first_, second_);
     }
     return static_cast<std::size_t>(i - first_.lower) +
            static_cast<std::size_t>(j - second_.lower) * first_.Size();
