@@ -1,5 +1,9 @@
 #include "optimize/potential.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
 #include "model/numbers.h"
 
 namespace quillane {
@@ -18,26 +22,28 @@ void Forget(Model& model) {
 }
 
 void Feed(Model& model) {
-  const auto overTarget = [&model](int i, int j) {
-    return ToSingle(model.CellStress(i, j), "a cell's stress") > model.StressTarget;
-  };
+  // CellStress has a margin of one cell, so every cell has four neighbours.
+  const auto stress = model.CellStress.Raw();
+  std::vector<std::uint8_t> isOver(stress.size());
+  std::ranges::transform(stress, isOver.begin(), [&model](double value) {
+    return ToSingle(value, "a cell's stress") > model.StressTarget;
+  });
+  const std::size_t right = model.CellStress.First().Size();
   const double increment = double{model.PotentialIncrement};
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      double& potential = model.Potential(i, j);
-      if (overTarget(i + 1, j)) potential += increment;
-      if (overTarget(i, j - 1)) potential += increment;
-      if (overTarget(i, j + 1)) potential += increment;
-      if (overTarget(i - 1, j)) potential += increment;
-      if (overTarget(i, j)) potential += increment;
+  for (int j = 1; j <= model.CellColumnCount; ++j) {
+    const std::uint8_t* own = &isOver[static_cast<std::size_t>(j) * right];
+    for (double& potential : model.Potential.Column(j, model.CellRowCount)) {
+      ++own;
+      const int fed = own[0] + own[1] + own[right] + *(own - 1) + *(own - right);
+      for (int k = 0; k < fed; ++k) potential += increment;
     }
   }
 }
 
 void Decide(Model& model) {
   const double threshold = model.Epsilon;
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
+  for (int j = 1; j <= model.CellColumnCount; ++j) {
+    for (int i = 1; i <= model.CellRowCount; ++i) {
       Integer& state = model.CellState(i, j);
       if (state != kCellDesign && state != kCellEmpty) continue;
       state = model.Potential(i, j) < threshold ? kCellEmpty : kCellDesign;
