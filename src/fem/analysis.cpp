@@ -1,6 +1,7 @@
 // The finite-element chain, step by step.
 #include "fem/analysis.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -28,7 +29,9 @@ EquationSystem Describe(const Model& model) {
                         .equations = copy(model.DofNumber),
                         .stiffness = {},
                         .loads = copy(model.LoadVector)};
-  for (const Integer state : model.CellState.Raw()) system.isPresent.push_back(state > 0);
+  const auto states = model.CellState.Raw();
+  system.isPresent.resize(states.size());
+  std::ranges::transform(states, system.isPresent.begin(), [](Integer state) { return state > 0; });
   for (const auto& row : model.ElementStiffness) {
     system.stiffness.insert(system.stiffness.end(), std::begin(row), std::end(row));
   }

@@ -17,16 +17,15 @@ bool IsRegularMesh(const Model& model) {
   }
   const int corner[] = {0, 1, columns + 2, columns + 1};
   const Integer* node = model.ElementNodes.Raw().data();
+  bool isRegular = true;
   for (const int offset : corner) {
     ++node;  // element 0
-    for (int i = 0; i < rows; ++i) {
+    for (int i = 0; i < rows; ++i, node += columns) {
       const int first = (columns + 1) * i + 1 + offset;
-      for (int j = 0; j < columns; ++j, ++node) {
-        if (*node != first + j) return false;
-      }
+      for (int j = 0; j < columns; ++j) isRegular &= node[j] == first + j;
     }
   }
-  return true;
+  return isRegular;
 }
 
 /// True if the equations run 1, 2, ... along the nodes, u before v.

@@ -49,8 +49,8 @@ template <std::size_t Columns>
 PlaneTensor Product(const std::array<std::array<double, Columns>, 3>& matrix,
                     const std::array<double, Columns>& vector) {
   PlaneTensor result{};
-  for (std::size_t row = 0; row < 3; ++row) {
-    for (std::size_t k = 0; k < Columns; ++k) result[row] += matrix[row][k] * vector[k];
+  for (std::size_t k = 0; k < Columns; ++k) {
+    for (std::size_t row = 0; row < 3; ++row) result[row] += matrix[row][k] * vector[k];
   }
   return result;
 }

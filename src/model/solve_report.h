@@ -1,6 +1,7 @@
 // What is known of the last solve.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -20,7 +21,7 @@ struct SolveReport {
 /// All that the displacements depend on, copied from the model: equal systems have equal solutions.
 struct EquationSystem {
   int rows = 0, columns = 0;              ///< of cells
-  std::vector<bool> isPresent;            ///< of every cell
+  std::vector<std::uint8_t> isPresent;    ///< of every cell: 1 or 0
   std::vector<Integer> nodes, equations;  ///< ElementNodes and DofNumber
   std::vector<Double> stiffness, loads;   ///< ElementStiffness and LoadVector
 
