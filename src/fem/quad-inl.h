@@ -1,6 +1,5 @@
-// Arithmetic on the four lanes of a quad, in as many vectors of the processor as that takes.
-// Everything the fast solver needs of the vector library stands here, compiled once per instruction
-// set.
+// Arithmetic on quads, in as many vectors of the processor as that takes. Everything the fast
+// solver needs of the vector library stands here, compiled once per instruction set.
 #if defined(QUILLANE_FEM_QUAD_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef QUILLANE_FEM_QUAD_INL_H_
 #undef QUILLANE_FEM_QUAD_INL_H_
@@ -66,6 +65,13 @@ HWY_INLINE Quad WhereNotZero(const Quad& mask, const Quad& number) {
   });
 }
 
+/// 1 where the numbers differ, else 0.
+HWY_INLINE Quad Differs(const Quad& a, const Quad& b) {
+  return Each([&](std::size_t i) {
+    return hn::IfThenElseZero(hn::Ne(a.part[i], b.part[i]), hn::Set(kTag, 1.0));
+  });
+}
+
 /// `number`, but `least` in the lanes where its size is at most `least`.
 HWY_INLINE Quad ReplaceSmall(const Quad& number, const Quad& least) {
   return Each([&](std::size_t i) {
@@ -74,16 +80,9 @@ HWY_INLINE Quad ReplaceSmall(const Quad& number, const Quad& least) {
   });
 }
 
-/// Four lanes in a row of the eight of `low` and then `high`, from lane kFrom of `low` (1 or 3).
+/// Four consecutive lanes of `first` followed by `last`, from lane kFrom of `first`: 1 or 3.
 template <std::size_t kFrom>
-HWY_INLINE Quad Window(const LaneNumbers& low, const LaneNumbers& high) {
-#if HWY_TARGET == HWY_SCALAR
-  return Each([&](std::size_t i) {
-    const std::size_t place = i + kFrom;
-    return hn::Set(kTag, place < kLanes ? low.lane[place] : high.lane[place - kLanes]);
-  });
-#else
-  const Quad first = Load(low), last = Load(high);
+HWY_INLINE Quad Window(const Quad& first, const Quad& last) {
 #if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86
   const auto bits = [](const Quad& quad) { return _mm256_castpd_si256(quad.part[0].raw); };
   return {{hn::Vec<Tag>{_mm256_castsi256_pd(_mm256_alignr_epi64(bits(last), bits(first), kFrom))}}};
@@ -92,8 +91,13 @@ HWY_INLINE Quad Window(const LaneNumbers& low, const LaneNumbers& high) {
   return {{kFrom == 1 ? hn::CombineShiftRightBytes<sizeof(double)>(kTag, middle, first.part[0])
                       : hn::CombineShiftRightBytes<sizeof(double)>(kTag, last.part[0], middle)}};
 #else
+  const auto part = [&](std::size_t i) {
+    return i < kParts ? first.part[i] : last.part[i - kParts];
+  };
+#if HWY_TARGET == HWY_SCALAR
+  return Each([&](std::size_t i) { return part(i + kFrom); });
+#else
   static_assert(kWidth == 2);
-  const auto part = [&](std::size_t i) { return i < 2 ? first.part[i] : last.part[i - 2]; };
   return Each([&](std::size_t i) {
     const std::size_t place = i + kFrom / 2;
     return hn::CombineShiftRightBytes<sizeof(double)>(kTag, part(place + 1), part(place));
@@ -102,63 +106,62 @@ HWY_INLINE Quad Window(const LaneNumbers& low, const LaneNumbers& high) {
 #endif
 }
 
-/// Numbers of the nodes one row below: the lanes of their own strip, one lane up, after lane 3 of
-/// the strip below.
-HWY_INLINE Quad FromBelow(const LaneNumbers& own, const LaneNumbers& below) {
-  return Window<3>(below, own);
-}
-
-/// Numbers of the nodes one row above: the lanes of their own strip, one lane down, before lane 0
-/// of the strip above.
-HWY_INLINE Quad FromAbove(const LaneNumbers& own, const LaneNumbers& above) {
-  return Window<1>(own, above);
-}
-
 /// Both components of the nodes of a quad.
 struct Nodes {
   Quad u, v;
 };
 
+HWY_INLINE Nodes operator+(const Nodes& a, const Nodes& b) { return {a.u + b.u, a.v + b.v}; }
+HWY_INLINE Nodes operator-(const Nodes& a, const Nodes& b) { return {a.u - b.u, a.v - b.v}; }
+HWY_INLINE Nodes operator*(const Nodes& a, const Nodes& b) { return {a.u * b.u, a.v * b.v}; }
+HWY_INLINE Nodes operator*(const Nodes& a, const Quad& b) { return {a.u * b, a.v * b}; }
+
+HWY_INLINE Nodes WhereNotZero(const Nodes& mask, const Nodes& number) {
+  return {WhereNotZero(mask.u, number.u), WhereNotZero(mask.v, number.v)};
+}
+HWY_INLINE Nodes Differs(const Nodes& a, const Nodes& b) {
+  return {Differs(a.u, b.u), Differs(a.v, b.v)};
+}
+HWY_INLINE Nodes Both(double number) { return {All(number), All(number)}; }
 HWY_INLINE Nodes Load(const QuadNumbers& from) { return {Load(from.u), Load(from.v)}; }
 HWY_INLINE void Store(const Nodes& nodes, QuadNumbers& to) {
   Store(nodes.u, to.u);
   Store(nodes.v, to.v);
 }
-HWY_INLINE Nodes FromBelow(const QuadNumbers& own, const QuadNumbers& below) {
-  return {FromBelow(own.u, below.u), FromBelow(own.v, below.v)};
-}
-HWY_INLINE Nodes FromAbove(const QuadNumbers& own, const QuadNumbers& above) {
-  return {FromAbove(own.u, above.u), FromAbove(own.v, above.v)};
+
+/// Numbers of the same wave one row below: the lanes of the own strip, one lane up, after lane 3 of
+/// the strip below.
+HWY_INLINE Nodes FromBelow(const Nodes& own, const Nodes& below) {
+  return {Window<3>(below.u, own.u), Window<3>(below.v, own.v)};
 }
 
-/// Couplings of a quad's nodes with a neighbour of each: uv of u with the neighbour's v, and so on.
-struct Coupling {
-  Quad uu, uv, vu, vv;
-};
-
-/// Adds to the sums of the nodes' rows what a neighbour contributes, or takes it away.
-HWY_INLINE void Add(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
-  sum.u = sum.u + k.uu * neighbour.u;
-  sum.v = sum.v + k.vu * neighbour.u;
-  sum.u = sum.u + k.uv * neighbour.v;
-  sum.v = sum.v + k.vv * neighbour.v;
+/// Numbers of the same wave one row above: the lanes of the own strip, one lane down, before lane 0
+/// of the strip above.
+HWY_INLINE Nodes FromAbove(const Nodes& own, const Nodes& above) {
+  return {Window<1>(own.u, above.u), Window<1>(own.v, above.v)};
 }
-HWY_INLINE void Subtract(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
-  sum.u = sum.u - k.uu * neighbour.u;
-  sum.v = sum.v - k.vu * neighbour.u;
-  sum.u = sum.u - k.uv * neighbour.v;
-  sum.v = sum.v - k.vv * neighbour.v;
-}
-
-HWY_INLINE Nodes operator*(const Nodes& a, const Nodes& b) { return {a.u * b.u, a.v * b.v}; }
-HWY_INLINE Nodes operator+(const Nodes& a, const Nodes& b) { return {a.u + b.u, a.v + b.v}; }
-HWY_INLINE Nodes operator-(const Nodes& a, const Nodes& b) { return {a.u - b.u, a.v - b.v}; }
 
 /// The sum over lanes and components, in an order that no vector length changes.
 HWY_INLINE double Sum(const Nodes& nodes) {
   LaneNumbers sum;
   Store(nodes.u + nodes.v, sum);
   return (sum.lane[0] + sum.lane[1]) + (sum.lane[2] + sum.lane[3]);
+}
+
+/// Couplings of a quad's nodes with a neighbour of each: of both components with the neighbour's u,
+/// and with its v.
+struct Coupling {
+  Nodes u, v;
+};
+
+/// Adds to the sums of the nodes' rows what a neighbour contributes, or takes it away.
+HWY_INLINE void Add(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
+  sum = sum + k.u * neighbour.u;
+  sum = sum + k.v * neighbour.v;
+}
+HWY_INLINE void Subtract(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
+  sum = sum - k.u * neighbour.u;
+  sum = sum - k.v * neighbour.v;
 }
 
 }  // namespace HWY_NAMESPACE

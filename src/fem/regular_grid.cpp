@@ -32,10 +32,7 @@ bool IsRegularMesh(const Model& model) {
 bool IsDenselyNumbered(const Model& model) {
   const IndexRange nodes{0, model.NodeCount};
   const IndexRange components{1, 2};
-  if (model.DofNumber.First() != nodes || model.DofNumber.Second() != components ||
-      model.NodeLoad.First() != nodes || model.NodeLoad.Second() != components) {
-    return false;
-  }
+  if (model.DofNumber.First() != nodes || model.DofNumber.Second() != components) return false;
   const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
   const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
   int count = 0;

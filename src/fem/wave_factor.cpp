@@ -34,117 +34,136 @@ constexpr Shared kShared[kOwn][2] = {
 
 /// Rows of one quad while they are computed.
 struct Rows {
-  Nodes inverse[kOwn];     ///< reciprocal pivots of the neighbours before each node
-  Quad entry[kOwn][2][2];  ///< [neighbour][its component][component of the row]
-  Quad own;                ///< v with the node's own u
+  Nodes inverse[kOwn];   ///< reciprocal pivots of the neighbours before each node
+  Coupling entry[kOwn];  ///< [neighbour]
 };
 
-/// Finished rows of the neighbours before each node of a quad.
-class NeighbourRows {
- public:
-  NeighbourRows(const WaveSystem& system, const Surroundings& at)
-      : factor_(system.factor.data()), rest_(system.rest.data()), at_(at) {}
+/// Finished rows of the neighbours before each node of the quad of a step.
+struct NeighbourRows {
+  const WaveSystem& system;
+  const Step* at;
 
+  std::size_t QuadOf(int n) const { return at[-Waves(n)].own; }
+  std::size_t QuadBelow(int n) const { return at[-Waves(n)].below; }
+  const FactorRest& Rest(std::size_t quad) const { return system.rest[system.kinds[quad].rest]; }
+
+  HWY_INLINE static Nodes Shifted(int n, const QuadNumbers& own, const QuadNumbers& below) {
+    return n == kLeft ? Load(own) : FromBelow(Load(own), Load(below));
+  }
   HWY_INLINE Nodes Inverse(int n) const {
-    const QuadNumbers& own = factor_[Own(n)].inverse;
-    const QuadNumbers& below = factor_[Below(n)].inverse;
-    return n == kLeft ? Load(own) : FromBelow(own, below);
+    return Shifted(n, system.factor[QuadOf(n)].inverse, system.factor[QuadBelow(n)].inverse);
   }
   /// Coupling of neighbour n's v with its own u.
-  HWY_INLINE Quad OwnOf(int n) const { return Shift(n, rest_[Own(n)].own, rest_[Below(n)].own); }
-  /// Coupling of neighbour n's component d with component e of its own neighbour, which is kLower,
-  /// kLowerRight or kLeft.
-  HWY_INLINE Quad Entry(int n, int d, int neighbour, int e) const {
-    return Shift(n, EntryOf(Own(n), d, neighbour, e), EntryOf(Below(n), d, neighbour, e));
+  HWY_INLINE Quad VWithU(int n) const {
+    const Quad there = Load(Rest(QuadOf(n)).vWithU);
+    return n == kLeft ? there : Window<3>(Load(Rest(QuadBelow(n)).vWithU), there);
   }
-
- private:
-  static std::size_t Waves(int n) { return static_cast<std::size_t>(n == kLeft ? 0 : 2 - n); }
-  std::size_t Own(int n) const { return at_.before[Waves(n)]; }
-  std::size_t Below(int n) const { return at_.beforeBelow[Waves(n)]; }
-  HWY_INLINE static Quad Shift(int n, const LaneNumbers& own, const LaneNumbers& below) {
-    return n == kLeft ? Load(own) : FromBelow(own, below);
+  /// Couplings of neighbour n with its own neighbour.
+  HWY_INLINE Nodes SameOf(int n, int neighbour) const {
+    return Shifted(n, Same(system.factor[QuadOf(n)], Rest(QuadOf(n)), neighbour),
+                   Same(system.factor[QuadBelow(n)], Rest(QuadBelow(n)), neighbour));
   }
-  const LaneNumbers& EntryOf(std::size_t quad, int d, int neighbour, int e) const {
-    const FactorRows& rows = factor_[quad];
-    const QuadNumbers& like = neighbour == kLower        ? rows.lower
-                              : neighbour == kLowerRight ? rows.lowerRight
-                                                         : rows.left;
-    const QuadNumbers& entries = d == e ? like : rest_[quad].cross[neighbour];
-    return d == 0 ? entries.u : entries.v;
+  HWY_INLINE Nodes CrossOf(int n, int neighbour) const {
+    return Shifted(n, Rest(QuadOf(n)).cross[neighbour], Rest(QuadBelow(n)).cross[neighbour]);
   }
-
-  const FactorRows* factor_;
-  const FactorRest* rest_;
-  const Surroundings& at_;
 };
 
-/// Entry of the rows of component c with component d of neighbour n; those before it are done.
-HWY_INLINE Quad Entry(const NeighbourRows& neighbours, const Rows& rows, const Quad& stiffness,
-                      int n, int d, int c) {
-  Quad entry = stiffness;
+/// Entries with neighbour n; those with the neighbours before n are done.
+HWY_INLINE void ComputeEntries(const NeighbourRows& neighbours, int n, const Coupling& stiffness,
+                               Rows& rows) {
+  Coupling entry = stiffness;
   for (int k = 0; k < kSharedCount[n]; ++k) {
     const Shared& shared = kShared[n][k];
-    for (int e = 0; e < 2; ++e) {
-      entry = entry - (e == 0 ? rows.inverse[shared.toNode].u : rows.inverse[shared.toNode].v) *
-                          neighbours.Entry(n, d, shared.toNeighbour, e) *
-                          rows.entry[shared.toNode][e][c];
-    }
+    const Nodes& inverse = rows.inverse[shared.toNode];
+    const Coupling& known = rows.entry[shared.toNode];
+    const Nodes same = neighbours.SameOf(n, shared.toNeighbour);
+    const Nodes cross = neighbours.CrossOf(n, shared.toNeighbour);
+    entry.u = entry.u - known.u * (inverse.u * same.u);
+    entry.u = entry.u - known.v * (inverse.v * cross.u);
+    entry.v = entry.v - known.u * (inverse.u * cross.v);
+    entry.v = entry.v - known.v * (inverse.v * same.v);
   }
-  if (d == 1) entry = entry - rows.inverse[n].u * neighbours.OwnOf(n) * rows.entry[n][0][c];
   // Couplings of exactly zero are no part of the pattern: they do not fill in.
-  return WhereNotZero(stiffness, entry);
+  entry.u = WhereNotZero(stiffness.u, entry.u);
+  entry.v = entry.v - entry.u * (rows.inverse[n].u * neighbours.VWithU(n));
+  entry.v = WhereNotZero(stiffness.v, entry.v);
+  rows.entry[n] = entry;
 }
 
-HWY_INLINE void StoreRows(const Rows& done, FactorRows& rows, FactorRest& rest) {
-  QuadNumbers* const like[] = {&rest.lowerLeft, &rows.lower, &rows.lowerRight, &rows.left};
-  for (int n = 0; n < kOwn; ++n) {
-    Store(Nodes{done.entry[n][0][0], done.entry[n][1][1]}, *like[n]);
-    Store(Nodes{done.entry[n][1][0], done.entry[n][0][1]}, rest.cross[n]);
+/// The lanes, a bit each, with a zero.
+HWY_INLINE unsigned ZeroLanes(const Quad& quad) {
+  LaneNumbers numbers;
+  Store(quad, numbers);
+  unsigned lanes = 0;
+  for (int lane = 0; lane < kLanes; ++lane) {
+    if (numbers.lane[lane] == 0.0) lanes |= 1U << lane;
   }
-  Store(done.own, rest.own);
+  return lanes;
 }
 
-/// Returns 0 where the pivots are finite, else not a number.
-HWY_INLINE Quad FactorizeQuad(WaveSystem& system, std::size_t quad, const Quad& tolerance) {
-  const StiffnessPattern& pattern = system.patterns[system.patternOf[quad]];
-  const NeighbourRows neighbours(system, system.order.Around(quad));
+/// Stores the rows of a quad and notes in its kind where they are those of full material.
+HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, const Nodes& inverse,
+                     const Quad& vWithU, const Nodes& equation) {
+  FactorRows& factor = system.factor[quad];
+  FactorRest rest;
+  Store(inverse, factor.inverse);
+  Store(vWithU, rest.vWithU);
+  const Quad couples = Differs(vWithU, All(0.0));
+  Nodes differs = {All(0.0), couples};
+  for (int n = 0; n < kOwn; ++n) {
+    const Coupling full = {Load(system.full.k[n][0]), Load(system.full.k[n][1])};
+    const Nodes same = {rows.entry[n].u.u, rows.entry[n].v.v};
+    const Nodes cross = {rows.entry[n].v.u, rows.entry[n].u.v};
+    Store(same, Same(factor, rest, n));
+    Store(cross, rest.cross[n]);
+    differs = differs + Differs(cross, {full.v.u, full.u.v});
+    if (n == kLowerLeft) differs = differs + Differs(same, {full.u.u, full.v.v});
+  }
+  differs = differs * equation;
+  QuadKind& kind = system.kinds[quad];
+  kind.couplesUV = ZeroLanes(couples * equation.u * equation.v) != kAllLanes;
+  kind.fullLanes = static_cast<std::uint8_t>(ZeroLanes(differs.u + differs.v));
+  kind.rest = 0;
+  if (kind.fullLanes == kAllLanes) return;
+  kind.rest = static_cast<QuadIndex>(system.rest.size());
+  system.rest.push_back(rest);
+}
+
+/// Factorizes the quad of a step. Returns 0 where the pivots are finite, else not a number.
+HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Quad& tolerance) {
+  const StiffnessPattern& pattern = system.patterns[system.kinds[at->own].pattern];
+  const NeighbourRows neighbours{system, at};
   Rows rows;
-  Quad pivotU = Load(pattern.k[kOwn][0].u);
-  Quad pivotV = Load(pattern.k[kOwn][1].v);
-  rows.own = Load(pattern.k[kOwn][0].v);
+  const Nodes ownU = Load(pattern.k[kOwn][0]);
+  Nodes pivot = {ownU.u, Load(pattern.k[kOwn][1].v)};
+  Quad vWithU = ownU.v;
   for (int n = 0; n < kOwn; ++n) {
     rows.inverse[n] = neighbours.Inverse(n);
-    for (int d = 0; d < 2; ++d) {
-      const Nodes stiffness = Load(pattern.k[n][d]);
-      const Quad u = Entry(neighbours, rows, stiffness.u, n, d, 0);
-      const Quad v = Entry(neighbours, rows, stiffness.v, n, d, 1);
-      rows.entry[n][d][0] = u;
-      rows.entry[n][d][1] = v;
-      const Quad reciprocal = d == 0 ? rows.inverse[n].u : rows.inverse[n].v;
-      pivotU = pivotU - u * u * reciprocal;
-      pivotV = pivotV - v * v * reciprocal;
-      rows.own = rows.own - reciprocal * u * v;
-    }
+    ComputeEntries(neighbours, n, {Load(pattern.k[n][0]), Load(pattern.k[n][1])}, rows);
+    const Coupling& entry = rows.entry[n];
+    pivot = pivot - entry.u * entry.u * rows.inverse[n].u;
+    vWithU = vWithU - rows.inverse[n].u * entry.u.u * entry.u.v;
+    pivot = pivot - entry.v * entry.v * rows.inverse[n].v;
+    vWithU = vWithU - rows.inverse[n].v * entry.v.u * entry.v.v;
   }
-  rows.own = WhereNotZero(Load(pattern.k[kOwn][0].v), rows.own);
+  vWithU = WhereNotZero(ownU.v, vWithU);
   // Without an equation the pivot is 0: replaced, so that the division is finite, and then cleared.
   const Nodes equation = Load(pattern.equation);
-  const Quad inverseU = equation.u * (All(1.0) / ReplaceSmall(pivotU, tolerance));
-  pivotV = pivotV - rows.own * rows.own * inverseU;
-  const Quad inverseV = equation.v * (All(1.0) / ReplaceSmall(pivotV, tolerance));
-  StoreRows(rows, system.factor[quad], system.rest[quad]);
-  Store(Nodes{inverseU, inverseV}, system.factor[quad].inverse);
-  return (pivotU - pivotU) + (pivotV - pivotV);
+  Nodes inverse;
+  inverse.u = equation.u * (All(1.0) / ReplaceSmall(pivot.u, tolerance));
+  pivot.v = pivot.v - vWithU * vWithU * inverse.u;
+  inverse.v = equation.v * (All(1.0) / ReplaceSmall(pivot.v, tolerance));
+  Keep(system, at->own, rows, inverse, vWithU, equation);
+  return pivot * All(0.0);
 }
 
 bool FactorizeAll(WaveSystem& system, double tolerance) {
   const Quad least = All(tolerance);
-  Quad check = All(0.0);
-  for (std::size_t quad = 1; quad <= system.order.Quads(); ++quad) {
-    check = check + FactorizeQuad(system, quad, least);
+  Nodes check = Both(0.0);
+  for (const Step& step : system.order.Steps()) {
+    if (step.own != 0) check = check + FactorizeQuad(system, &step, least);
   }
-  return Sum(Nodes{check, All(0.0)}) == 0.0;
+  return Sum(check) == 0.0;
 }
 
 }  // namespace
@@ -157,52 +176,30 @@ namespace quillane {
 namespace {
 HWY_EXPORT(FactorizeAll);
 
-constexpr unsigned kAllLanes = (1U << kLanes) - 1U;
-
-/// The lanes, a bit each, in which the rest of the rows is that of full material. Rows without an
-/// equation may be any: their z is zero.
-unsigned FullLanes(const FactorRest& rest, const QuadNumbers& equation, const FullMaterial& full) {
-  const double cross[kOwn] = {full.cross, 0.0, -full.cross, 0.0};
-  unsigned lanes = 0;
-  for (int lane = 0; lane < kLanes; ++lane) {
-    bool isFullU = rest.lowerLeft.u.lane[lane] == full.cornerU;
-    bool isFullV = rest.lowerLeft.v.lane[lane] == full.cornerV && rest.own.lane[lane] == 0.0;
-    for (int n = 0; n < kOwn; ++n) {
-      isFullU = isFullU && rest.cross[n].u.lane[lane] == cross[n];
-      isFullV = isFullV && rest.cross[n].v.lane[lane] == cross[n];
-    }
-    const bool hasU = equation.u.lane[lane] != 0.0;
-    const bool hasV = equation.v.lane[lane] != 0.0;
-    if ((isFullU || !hasU) && (isFullV || !hasV)) lanes |= 1U << lane;
+/// True if all rows are full that the backward sweep reads for the quad of a step: its own, the
+/// right ones, and of the row above lanes 1 to 3 of its own strip and lane 0 of the strip above.
+bool IsFullBackward(const std::vector<QuadKind>& kinds, const Step* at) {
+  unsigned full = kinds[at->own].fullLanes & kinds[at[1].own].fullLanes;
+  unsigned fullAbove = 1;
+  for (int waves = 1; waves <= WaveOrder::kReach; ++waves) {
+    full &= kinds[at[waves].own].fullLanes | 1U;  // lane 0 is not read
+    fullAbove &= kinds[at[waves].above].fullLanes;
   }
-  return lanes;
-}
-
-/// True if all rows are full that the backward sweep reads for a quad: its own, the right ones, and
-/// of the row above lanes 1 to 3 of its own strip and lane 0 of the strip above.
-bool IsFullBackward(const std::vector<unsigned>& fullLanes, std::size_t quad,
-                    const Surroundings& at) {
-  unsigned full = fullLanes[quad] & fullLanes[at.after[0]];
-  for (const QuadIndex other : at.after) full &= fullLanes[other] | 1U;  // lane 0 is not read
-  for (const QuadIndex other : at.afterAbove) {
-    if ((fullLanes[other] & 1U) == 0) return false;
-  }
-  return full == kAllLanes;
+  return full == kAllLanes && fullAbove == 1;
 }
 
 }  // namespace
 
 bool Factorize(WaveSystem& system, double tolerance) {
+  FactorRest full{};
+  full.lowerLeft = {system.full.k[kLowerLeft][0].u, system.full.k[kLowerLeft][1].v};
+  for (int n = 0; n < kOwn; ++n) full.cross[n] = {system.full.k[n][1].u, system.full.k[n][0].v};
+  system.rest.assign(1, full);
+  system.kinds[0].fullLanes = kAllLanes;
   if (!HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance)) return false;
-  const std::size_t places = system.rest.size();
-  std::vector<unsigned> fullLanes(places);
-  for (std::size_t quad = 0; quad < places; ++quad) {
-    const StiffnessPattern& pattern = system.patterns[system.patternOf[quad]];
-    fullLanes[quad] = FullLanes(system.rest[quad], pattern.equation, system.full);
-    system.fullForward[quad] = fullLanes[quad] == kAllLanes;
-  }
-  for (std::size_t quad = 1; quad < places; ++quad) {
-    system.fullBackward[quad] = IsFullBackward(fullLanes, quad, system.order.Around(quad));
+  for (const Step& step : system.order.Steps()) {
+    QuadKind& kind = system.kinds[step.own];
+    kind.isFullBackward = step.own != 0 && IsFullBackward(system.kinds, &step);
   }
   return true;
 }

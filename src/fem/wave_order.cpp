@@ -1,56 +1,68 @@
-// Numbering of the quads, wave by wave.
+// Numbering of the quads and the steps through them.
 #include "fem/wave_order.h"
-
-#include <algorithm>
 
 namespace quillane {
 
 WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
-  const int strips = (rows + kLanes - 1) / kLanes;
-  const int columnsOfLane0 = columns + 2 * (kLanes - 1);  // lane l stands 2 l columns to the left
-  places_ = columnsOfLane0 + 2 * kStripStep;
-  quadAt_.assign(static_cast<std::size_t>((strips + 2) * places_), 0);
-  const auto codesOf = [&](int strip, int columnOfLane0) {
-    std::uint32_t quad = 0;
-    for (int lane = 0; lane < kLanes; ++lane) {
-      const int row = strip * kLanes + lane;
-      const int column = columnOfLane0 - 2 * lane;
-      if (row >= rows || column < 0 || column >= columns) continue;
-      const std::uint32_t code = codes[static_cast<std::size_t>(row * columns + column)];
-      quad |= code << (8 * lane);
-    }
-    return quad;
-  };
+  NumberQuads(rows, columns, codes);
+  MakeSteps(columns);
+}
 
-  std::vector<std::size_t> placeOf = {0};
+void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> codes) {
+  const int strips = (rows + kLanes - 1) / kLanes;
+  places_ = columns + kShear + 2 * kMargin;
+  const int places = (strips + 2) * places_;
+  quadAt_.assign(static_cast<std::size_t>(places), 0);
+  const int width = columns + 2 * kShear;
   codes_ = {0};
-  const int waves = columns + 2 * (rows - 1);
-  for (int wave = 0; wave < waves; ++wave) {
-    firstOfWave_.push_back(codes_.size());
-    const int lowest = std::max(0, wave - columnsOfLane0 + kStripStep) / kStripStep;
-    for (int strip = lowest; strip < strips && strip * kStripStep <= wave; ++strip) {
-      const int column = wave - strip * kStripStep;
-      const std::uint32_t quad = codesOf(strip, column);
+  for (int strip = 0; strip < strips; ++strip) {
+    strips_.push_back({0, codes_.size()});
+    for (int column = 0; column < columns + kShear; ++column) {
+      std::uint32_t quad = 0;
+      for (int lane = 0; lane < kLanes; ++lane) {
+        const int place = (strip * kLanes + lane) * width + kShear + column - 2 * lane;
+        const std::uint32_t code = codes[static_cast<std::size_t>(place)];
+        quad |= code << (8 * lane);
+      }
       if (quad == 0) continue;
-      placeOf.push_back(Place(strip, column));
-      quadAt_[placeOf.back()] = static_cast<QuadIndex>(codes_.size());
+      quadAt_[Place(strip, column + strip * kStripStep)] = static_cast<QuadIndex>(codes_.size());
       codes_.push_back(quad);
     }
   }
-  firstOfWave_.push_back(codes_.size());
+  strips_.push_back({0, codes_.size()});
+}
 
-  surroundings_.resize(codes_.size());
-  const auto nextStrip = static_cast<std::size_t>(places_ - kStripStep);  // in the same wave
-  for (std::size_t quad = 1; quad < codes_.size(); ++quad) {
-    const std::size_t place = placeOf[quad];
-    for (std::size_t k = 0; k < 3; ++k) {
-      Surroundings& around = surroundings_[quad];
-      around.before[k] = quadAt_[place - (k + 1)];
-      around.beforeBelow[k] = quadAt_[place - nextStrip - (k + 1)];
-      around.after[k] = quadAt_[place + (k + 1)];
-      around.afterAbove[k] = quadAt_[place + nextStrip + (k + 1)];
+void WaveOrder::MakeSteps(int columns) {
+  const int strips = static_cast<int>(strips_.size()) - 1;
+  const auto stepAt = [&](int strip, int wave) {
+    return Step{QuadAt(strip - 1, wave), QuadAt(strip, wave), QuadAt(strip + 1, wave)};
+  };
+  // Where the last own quad was; at first in a strip with nothing above it.
+  int endStrip = -2;
+  int endWave = -2 * kStripStep;
+  const auto appendGap = [&](int strip, int wave) {
+    for (int k = 0; k < kReach; ++k) {
+      steps_.push_back(
+          {QuadAt(strip - 1, wave - kReach + k), 0, QuadAt(endStrip + 1, endWave + 1 + k)});
+    }
+  };
+  for (int strip = 0; strip < strips; ++strip) {
+    strips_[static_cast<std::size_t>(strip)].step = steps_.size();
+    const int firstWave = strip * kStripStep;
+    for (int wave = firstWave; wave < firstWave + columns + kShear; ++wave) {
+      if (QuadAt(strip, wave) == 0) continue;
+      if (strip != endStrip || wave - endWave > kReach) {
+        appendGap(strip, wave);
+      } else {
+        for (int k = endWave + 1; k < wave; ++k) steps_.push_back(stepAt(strip, k));
+      }
+      steps_.push_back(stepAt(strip, wave));
+      endStrip = strip;
+      endWave = wave;
     }
   }
+  appendGap(strips + 1, (strips + 1) * kStripStep);  // nothing is below that
+  strips_.back().step = steps_.size() - 1;
 }
 
 }  // namespace quillane

@@ -7,8 +7,9 @@
 
 namespace quillane {
 
-/// Incomplete Cholesky factorization, as IncompleteCholesky computes it, into factor, rest and the
-/// two marks of the system. tolerance > 0 replaces smaller pivots. False if a pivot is not finite.
+/// Incomplete Cholesky factorization, as IncompleteCholesky computes it, into factor, rest and
+/// kinds of the system. A pivot of at most `tolerance` (> 0) in size is replaced by it. False if a
+/// pivot is not finite.
 bool Factorize(WaveSystem& system, double tolerance);
 
 /// x = x + alpha p, then p = z + beta p, q = K p. Returns the sum of p q.

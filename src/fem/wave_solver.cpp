@@ -28,7 +28,7 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
   SolveReport report{.equations = equations};
   double alpha = 0.0;
   double beta = 0.0;
-  ForwardPass(*system, alpha);
+  ForwardPass(*system, alpha);  // with alpha 0: r stays the load
   double rho = BackwardPass(*system);
   while (report.iterations < equations + 10) {
     const double curvature = DirectionPass(*system, alpha, beta);

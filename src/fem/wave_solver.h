@@ -8,11 +8,11 @@
 namespace quillane {
 
 /// Solves the model's numbered equations as AssembleStiffness, CompressStiffness and SolveEquations
-/// do but for the order of the three inner products, and without the row store. LoadVector must be
-/// filled; the solution, started from zero, replaces SolutionVector (0 to EquationCount). Empty,
-/// SolutionVector as it was, where the mesh is no regular grid of square cells or a number stops
-/// being finite: the plain procedures then give the result or the error. Throws RunTimeError (out
-/// of memory).
+/// do but for the order of the three inner products, and without filling the model's row stores.
+/// LoadVector must be filled; the solution, started from zero, replaces SolutionVector (0 to
+/// EquationCount). Empty, SolutionVector as it was, where the mesh is no regular grid of square
+/// cells or a number stops being finite: the plain procedures then give the result or the error.
+/// Throws RunTimeError (out of memory).
 std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance);
 
 }  // namespace quillane

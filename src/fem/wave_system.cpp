@@ -1,7 +1,6 @@
 // From the model's cells and equation numbers to quads and their stiffness.
 #include "fem/wave_system.h"
 
-#include <algorithm>
 #include <array>
 #include <limits>
 #include <unordered_map>
@@ -36,7 +35,8 @@ RowsOfCells SumStiffness(const double (&element)[9][9]) {
       for (int other = 1; other <= 4; ++other) {
         const int up = cell.row + kNodeRow[other];
         const int right = cell.column + kNodeColumn[other];
-        auto& couplings = rows[set][static_cast<std::size_t>(3 * (up + 1) + right + 1)];
+        const int neighbour = 3 * (up + 1) + right + 1;
+        auto& couplings = rows[set][static_cast<std::size_t>(neighbour)];
         for (int d = 0; d < 2; ++d) {
           for (int c = 0; c < 2; ++c) {
             couplings[static_cast<std::size_t>(d)][static_cast<std::size_t>(c)] +=
@@ -49,30 +49,32 @@ RowsOfCells SumStiffness(const double (&element)[9][9]) {
   return rows;
 }
 
+/// As WaveOrder takes them.
 std::vector<NodeCode> NodeCodes(const Model& model) {
   const auto rows = static_cast<std::size_t>(model.CellRowCount);
   const auto columns = static_cast<std::size_t>(model.CellColumnCount);
-  const std::size_t up = columns + 1;
-  std::vector<NodeCode> codes((rows + 1) * up, 0);
+  // Cells row by row, 1 where present, with a margin.
+  const std::size_t up = columns + 2;
+  std::vector<std::uint8_t> isPresent((rows + 2) * up, 0);
   const Integer* state = model.CellState.Raw().data();
-  for (std::size_t j = 0; j < columns; ++j) {
-    for (std::size_t i = 0; i < rows; ++i, ++state) {
-      if (*state <= 0) continue;
-      NodeCode* const code = &codes[i * up + j];
-      code[0] |= kCellUpperRight;
-      code[1] |= kCellUpperLeft;
-      code[up] |= kCellLowerRight;
-      code[up + 1] |= kCellLowerLeft;
-    }
+  for (std::size_t j = 1; j <= columns; ++j) {
+    for (std::size_t i = 1; i <= rows; ++i, ++state) isPresent[i * up + j] = *state > 0;
   }
-  const auto numbersU = model.DofNumber.Column(1, model.NodeCount);
-  const auto numbersV = model.DofNumber.Column(2, model.NodeCount);
-  for (std::size_t node = 0; node < codes.size(); ++node) {
-    const bool hasU = numbersU[node + 1] != 0;
-    const bool hasV = numbersV[node + 1] != 0;
-    if (hasU) codes[node] |= kEquationU;
-    if (hasV) codes[node] |= kEquationV;
-    if (!hasU && !hasV) codes[node] = 0;
+  constexpr std::size_t kShear = WaveOrder::kShear;
+  const std::size_t codeRows = (rows + kLanes) / kLanes * kLanes;
+  std::vector<NodeCode> codes(codeRows * (columns + 1 + 2 * kShear), 0);
+  const Integer* numberU = &model.DofNumber.Column(1, model.NodeCount)[1];
+  const Integer* numberV = &model.DofNumber.Column(2, model.NodeCount)[1];
+  NodeCode* code = codes.data();
+  for (std::size_t i = 0; i <= rows; ++i, code += kShear) {
+    code += kShear;
+    for (std::size_t j = 0; j <= columns; ++j, ++code, ++numberU, ++numberV) {
+      const std::uint8_t* const lowerLeft = &isPresent[i * up + j];
+      const int cells = kCellLowerLeft * lowerLeft[0] + kCellLowerRight * lowerLeft[1] +
+                        kCellUpperLeft * lowerLeft[up] + kCellUpperRight * lowerLeft[up + 1];
+      const int equations = kEquationU * (*numberU != 0) + kEquationV * (*numberV != 0);
+      *code = static_cast<NodeCode>(equations == 0 ? 0 : cells + equations);
+    }
   }
   return codes;
 }
@@ -100,41 +102,27 @@ StiffnessPattern MakePattern(std::uint32_t codes, const RowsOfCells& rows) {
   return pattern;
 }
 
-/// Empty unless all numbers are equal as in a square cell.
-std::optional<FullMaterial> FullRows(const NodeRows& k) {
-  const FullMaterial full{.cornerU = k[kLowerLeft][0][0],
-                          .cornerV = k[kLowerLeft][1][1],
-                          .cross = k[kLowerLeft][1][0],
-                          .lowerU = k[kLower][0][0],
-                          .lowerV = k[kLower][1][1],
-                          .leftU = k[kLeft][0][0],
-                          .leftV = k[kLeft][1][1],
-                          .ownU = k[kOwn][0][0],
-                          .ownV = k[kOwn][1][1]};
-  using Coupling = NodeRows::value_type;
-  const auto coupling = [](double u, double v, double cross) {
-    return Coupling{{{u, cross}, {cross, v}}};
-  };
-  const Coupling rising = coupling(full.cornerU, full.cornerV, full.cross);
-  const Coupling falling = coupling(full.cornerU, full.cornerV, -full.cross);
-  const Coupling vertical = coupling(full.lowerU, full.lowerV, 0.0);
-  const Coupling horizontal = coupling(full.leftU, full.leftV, 0.0);
-  const NodeRows square = {
-      rising,     vertical, falling,  horizontal, coupling(full.ownU, full.ownV, 0.0),
-      horizontal, falling,  vertical, rising};
-  return k == square ? std::optional(full) : std::nullopt;
+/// True if the rows of full material are what the short ways take them for: opposite neighbours
+/// couple alike, u with v as v with u, diagonal ones all u with u and v with v, and only they
+/// cross.
+bool AllowsShortWays(const NodeRows& k) {
+  for (std::size_t n = 0; n <= kOwn; ++n) {
+    const bool isDiagonal = n == kLowerLeft || n == kLowerRight;
+    if (k[n] != k[kNeighbours - 1 - n] || k[n][1][0] != k[n][0][1]) return false;
+    if (!isDiagonal && k[n][0][1] != 0.0) return false;
+  }
+  return k[kLowerLeft][0][0] == k[kLowerRight][0][0] && k[kLowerLeft][1][1] == k[kLowerRight][1][1];
 }
 
 void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
   std::unordered_map<std::uint32_t, std::uint16_t> known;
-  system.patternOf.push_back(0);
-  system.patterns.push_back({});
-  for (std::size_t quad = 1; quad <= system.order.Quads(); ++quad) {
+  system.kinds.resize(system.order.Quads() + 1);
+  for (std::size_t quad = 0; quad < system.kinds.size(); ++quad) {
     const std::uint32_t codes = system.order.Codes(quad);
     const auto number = static_cast<std::uint16_t>(system.patterns.size());
     const auto [place, isNew] = known.try_emplace(codes, number);
     if (isNew) system.patterns.push_back(MakePattern(codes, rows));
-    system.patternOf.push_back(place->second);
+    system.kinds[quad].pattern = place->second;
   }
 }
 
@@ -143,21 +131,16 @@ void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
 std::optional<WaveSystem> LayOutWaves(const Model& model) {
   if (!IsRegularGrid(model)) return std::nullopt;
   const RowsOfCells rowsOfCells = SumStiffness(model.ElementStiffness);
-  const std::optional<FullMaterial> full = FullRows(rowsOfCells.back());
-  if (!full) return std::nullopt;
+  if (!AllowsShortWays(rowsOfCells.back())) return std::nullopt;
   const int rows = model.CellRowCount + 1;
   const int columns = model.CellColumnCount + 1;
-  std::vector<NodeCode> codes = NodeCodes(model);
-  WaveSystem system{.order = WaveOrder(rows, columns, codes),
+  WaveSystem system{.order = WaveOrder(rows, columns, NodeCodes(model)),
                     .rows = rows,
                     .columns = columns,
-                    .codes = std::move(codes),
-                    .full = *full};
+                    .full = MakePattern(kFullCode * 0x01010101U, rowsOfCells)};
   MakePatterns(system, rowsOfCells);
   const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);
-  system.rest.resize(places);
-  for (auto* flags : {&system.fullForward, &system.fullBackward}) flags->resize(places);
   for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
   const auto load = model.LoadVector.Raw();
   system.ForEachEquation(system.r, [&load](int equation, double& number) {

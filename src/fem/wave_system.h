@@ -36,48 +36,64 @@ enum Neighbour {
 inline constexpr int kNeighbours = 9;
 
 /// Stiffness rows of a quad's nodes (N/mm): [neighbour][its component], for u and for v. Rows of
-/// components without an equation are zero. Quads that look the same share one.
+/// components without an equation are zero; couplings with a neighbour without one are not: its
+/// numbers are. Quads that look the same share a pattern.
 struct StiffnessPattern {
   QuadNumbers k[kNeighbours][2];
   QuadNumbers equation;  ///< 1 where the component has an equation, else 0
-  bool isFull;           ///< every lane has no equation or is a node in full material
+  bool isFull;           ///< every lane has no equation or is a node in full material, free and
+                         ///< between four present cells
 };
 
-/// The rows of a node in full material, that is between four present cells and free: opposite
-/// neighbours couple alike, and only diagonal ones couple u with v, the lower left and upper right
-/// one by `cross`, the lower right and upper left one by its negative.
-struct FullMaterial {
-  double cornerU, cornerV, cross, lowerU, lowerV, leftU, leftV, ownU, ownV;
-};
+/// Waves from a neighbour before a node to the node.
+constexpr int Waves(int neighbour) { return neighbour == kLeft ? 1 : 3 - neighbour; }
 
 /// The part of the factor's rows that every quad needs: the reciprocal pivots (0 without equation),
-/// and the couplings of u with u and of v with v of three neighbours.
+/// and with three neighbours the SAME couplings, of u with u and v with v.
 struct FactorRows {
   QuadNumbers inverse, lower, lowerRight, left;
 };
 
-/// The rest of these rows. For a node in full material it is as a rule the stiffness: lower left
-/// couples all, lower right crosses, the others do not. Near nodes that are not in full material it
-/// can differ, so Factorize compares the numbers; rows without an equation may hold any.
+/// What in full material is as a rule the stiffness itself: the same couplings with the lower left
+/// neighbour; the CROSS ones, of u with v and v with u, with all four; and v with the node's own u.
+/// Near other nodes it can differ, so Factorize compares the numbers. Quads without a difference
+/// share rest 0. Rows without an equation may then hold any numbers.
 struct FactorRest {
-  QuadNumbers lowerLeft;    ///< u with u and v with v
-  QuadNumbers cross[kOwn];  ///< [neighbour]: u with its v, v with its u
-  LaneNumbers own;          ///< v with the node's own u
+  QuadNumbers lowerLeft, cross[kOwn];
+  LaneNumbers vWithU;
 };
 
-/// All numbers of one solve; every array is indexed by quad and begins with the zeros of quad 0.
+/// The same couplings of a quad with a neighbour before it.
+template <class Rows, class Rest>
+constexpr auto& Same(Rows& rows, Rest& rest, int neighbour) {
+  return neighbour == kLowerLeft    ? rest.lowerLeft
+         : neighbour == kLower      ? rows.lower
+         : neighbour == kLowerRight ? rows.lowerRight
+                                    : rows.left;
+}
+
+/// Which numbers belong to a quad, and which short ways lead through them.
+struct QuadKind {
+  std::uint16_t pattern = 0;    ///< index of its StiffnessPattern
+  QuadIndex rest = 0;           ///< index of its FactorRest
+  std::uint8_t fullLanes = 0;   ///< lanes, a bit each, in which its rest is that of full material
+  bool isFullBackward = false;  ///< so is every rest that the backward sweep reads for it
+  bool couplesUV = false;       ///< v of some node couples with its own u
+};
+
+/// All numbers of one solve. Where there is no equation, and for quad 0, vectors, reciprocal pivots
+/// and stiffness rows are 0. Other couplings there may be any finite number: each is multiplied by
+/// such a 0.
 struct WaveSystem {
   WaveOrder order;
-  int rows, columns;            ///< of nodes
-  std::vector<NodeCode> codes;  ///< of node (row, column) at [row * columns + column]
+  int rows, columns;        ///< of nodes
+  StiffnessPattern full{};  ///< of full material in every lane
   std::vector<StiffnessPattern> patterns{};
-  std::vector<std::uint16_t> patternOf{};
-  FullMaterial full{};
-
-  std::vector<FactorRows> factor{};
   std::vector<FactorRest> rest{};
-  /// 1 where the sweep may use `full` in place of every `rest` that it would read for the quad.
-  std::vector<std::uint8_t> fullForward{}, fullBackward{};
+
+  // By quad.
+  std::vector<QuadKind> kinds{};
+  std::vector<FactorRows> factor{};
 
   /// As in PreconditionedCG. z and q share zq: the direction takes a quad's z before the product
   /// writes its q, and the residual takes q before the sweep writes z.
@@ -89,11 +105,10 @@ struct WaveSystem {
     int equation = 0;
     for (int i = 0; i < rows; ++i) {
       for (int j = 0; j < columns; ++j) {
-        const NodeCode code = codes[static_cast<std::size_t>(i * columns + j)];
-        if (code == 0) continue;
-        QuadNumbers& numbers = vector[order.QuadOf(i, j)];
-        if ((code & kEquationU) != 0) visit(++equation, numbers.u.lane[i % kLanes]);
-        if ((code & kEquationV) != 0) visit(++equation, numbers.v.lane[i % kLanes]);
+        const QuadIndex quad = order.QuadOf(i, j);
+        const std::uint32_t code = order.Codes(quad) >> (8 * (i % kLanes));
+        if ((code & kEquationU) != 0) visit(++equation, vector[quad].u.lane[i % kLanes]);
+        if ((code & kEquationV) != 0) visit(++equation, vector[quad].v.lane[i % kLanes]);
       }
     }
   }
