@@ -31,6 +31,8 @@ void Feed(Model& model) {
   const std::size_t right = model.CellStress.First().Size();
   const double increment = double{model.PotentialIncrement};
   for (int j = 1; j <= model.CellColumnCount; ++j) {
+    static_cast<void>(
+        model.CellStress(model.CellRowCount + 1, j + 1));  // throws where it is too small
     const std::uint8_t* own = &isOver[static_cast<std::size_t>(j) * right];
     for (double& potential : model.Potential.Column(j, model.CellRowCount)) {
       ++own;
