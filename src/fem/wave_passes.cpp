@@ -227,8 +227,8 @@ HWY_INLINE void AddThird(const StiffnessPattern& pattern, const FullQuads& full,
 }
 
 /// Three waves in a row, the last one just come in.
-using Window3 = Nodes[3];
-HWY_INLINE void TakeIn(Window3& window, const Nodes& next) {
+using ThreeWaves = Nodes[3];
+HWY_INLINE void TakeIn(ThreeWaves& window, const Nodes& next) {
   window[0] = window[1];
   window[1] = window[2];
   window[2] = next;
@@ -248,9 +248,9 @@ double Direction(WaveSystem& system, double alpha, double beta) {
   const Quad kept = All(beta);
   Nodes products = Both(0.0);
   const QuadNumbers* const p = arrays.p;
-  Window3 below = {Both(0.0), Both(0.0), Both(0.0)};
-  Window3 own = {Both(0.0), Both(0.0), Both(0.0)};
-  Window3 above = {Both(0.0), Both(0.0), Both(0.0)};
+  ThreeWaves below = {Both(0.0), Both(0.0), Both(0.0)};
+  ThreeWaves own = {Both(0.0), Both(0.0), Both(0.0)};
+  ThreeWaves above = {Both(0.0), Both(0.0), Both(0.0)};
   Unfinished oneThird{0, nullptr, Both(0.0)}, twoThirds = oneThird;
   const std::span<const WaveOrder::Begin> strips = system.order.Strips();
   std::size_t next = 1;
