@@ -16,12 +16,12 @@
 #include "examples/recipes.h"
 #include "fem/analysis.h"
 #include "fem/mesh.h"
+#include "library_system.h"
 #include "optimize/optimization_step.h"
 
 namespace {
 
 using namespace quillane;
-using Sparse = Eigen::SparseMatrix<double>;
 
 constexpr int kMostSteps = 100;
 constexpr Single kLambda = 0.2F;
@@ -38,25 +38,6 @@ double Timed(const Work& work) {
   const double start = Now();
   work();
   return Now() - start;
-}
-
-/// Lower triangle of the stiffness, and the load, for the libraries.
-std::pair<Sparse, Eigen::VectorXd> System(Model m) {
-  AssembleEquations(m);
-  std::vector<Eigen::Triplet<double>> entries;
-  const int n = m.EquationCount;
-  Eigen::VectorXd load(n);
-  for (int i = 1; i <= n; ++i) {
-    load[i - 1] = m.LoadVector(i);
-    for (const auto& entry : m.StiffnessMatrix.Row(i)) {
-      if (entry.column <= i && entry.value != 0.0) {
-        entries.emplace_back(i - 1, entry.column - 1, entry.value);
-      }
-    }
-  }
-  Sparse stiffness(n, n);
-  stiffness.setFromTriplets(entries.begin(), entries.end());
-  return {stiffness, load};
 }
 
 constexpr double kNever = std::numeric_limits<double>::infinity();
@@ -108,7 +89,7 @@ bool TimeStep(Model& model, int repetitions, Change& change) {
     change.equations = report.equations;
     change.iterations = report.iterations;
     if (!changes) break;
-    const auto [stiffness, load] = System(after);
+    const auto [stiffness, load] = LibrarySystem(after, false);
     for (std::size_t k = 0; k < kLibraries.size(); ++k) {
       change.libraries[k] = std::min(change.libraries[k], kLibraries[k].time(stiffness, load));
     }

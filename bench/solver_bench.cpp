@@ -3,15 +3,14 @@
 
 #include <Eigen/IterativeLinearSolvers>
 #include <Eigen/SparseCholesky>
-#include <Eigen/SparseCore>
 #include <algorithm>
 #include <cmath>
-#include <utility>
 #include <vector>
 
 #include "fem/analysis.h"
 #include "fem/mesh.h"
 #include "fem/stress.h"
+#include "library_system.h"
 #include "optimize/potential.h"
 
 namespace {
@@ -97,30 +96,11 @@ void PlainStep(benchmark::State& state) {
   }
 }
 
-using Sparse = Eigen::SparseMatrix<double>;
-
-/// Stiffness (lower and upper triangle) and load of the model for the libraries.
-std::pair<Sparse, Eigen::VectorXd> System(Model& m) {
-  AssembleEquations(m);
-  std::vector<Eigen::Triplet<double>> entries;
-  const int n = m.EquationCount;
-  Eigen::VectorXd load(n);
-  for (int i = 1; i <= n; ++i) {
-    load[i - 1] = m.LoadVector(i);
-    for (const auto& entry : m.StiffnessMatrix.Row(i)) {
-      if (entry.value != 0.0) entries.emplace_back(i - 1, entry.column - 1, entry.value);
-    }
-  }
-  Sparse stiffness(n, n);
-  stiffness.setFromTriplets(entries.begin(), entries.end());
-  return {stiffness, load};
-}
-
 /// Factorization and solution by a library; iterative ones to the tolerance of ours.
 template <class Solver>
 void Library(benchmark::State& state) {
   Model model = Layout(state);
-  const auto [stiffness, load] = System(model);
+  const auto [stiffness, load] = LibrarySystem(model, true);
   for (auto _ : state) {
     Solver solver;
     if constexpr (requires { solver.setTolerance(1e-6); }) solver.setTolerance(kSolverTolerance);
