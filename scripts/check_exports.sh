@@ -41,14 +41,9 @@ done
 
 # Pictures to look at: all outlines on one sheet, and each smoothed drawing in LibreCAD.
 montage "$folder"/*.svg.png -tile 2x -geometry 900x500+20+20 "$folder/outlines.png"
-scratch=$(mktemp -d)
-exec 3<>"$scratch/display"
-Xvfb -displayfd 3 -screen 0 1200x800x24 -nolisten tcp 2>/dev/null &
-screen=$!
-trap 'kill "$screen" 2>/dev/null; rm -rf "$scratch"' EXIT
-until [ -s "$scratch/display" ]; do sleep 0.1; done
-DISPLAY=:$(cat "$scratch/display")
-export DISPLAY HOME=$scratch XDG_CONFIG_HOME=$scratch
+. scripts/virtual_screen.sh
+virtual_screen 1200x800
+export HOME=$scratch XDG_CONFIG_HOME=$scratch
 openbox >/dev/null 2>&1 &
 for name in "${names[@]}"; do
   librecad "$folder/$name-smooth.dxf" >/dev/null 2>&1 &

@@ -6,15 +6,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 images=${1:-docs/images}
 batch=build/release/src/batch/quillane-batch
-scratch=$(mktemp -d)
+. scripts/virtual_screen.sh
+virtual_screen 1200x800
 plate=$scratch/plate
-exec 3<>"$scratch/display"
-Xvfb -displayfd 3 -screen 0 1200x800x24 -nolisten tcp 2>/dev/null &
-screen=$!
-trap 'kill "$screen" 2>/dev/null; rm -rf "$scratch"' EXIT
-until [ -s "$scratch/display" ]; do sleep 0.1; done
-DISPLAY=:$(cat "$scratch/display")
-export DISPLAY
 
 "$batch" examples/cantilever.model --volume-fraction 0.5 --save "$plate.model" --quiet
 "$batch" "$plate.model" --outline "$plate-plain.dxf" --vtu "$plate.vtu" --cells "$plate.csv" --quiet

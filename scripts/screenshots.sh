@@ -7,25 +7,18 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 program=$(realpath "${1:-build/release/src/ui/quillane}")
 mkdir -p "${2:-docs/images}"
 images=$(realpath "${2:-docs/images}")
-folder=$(mktemp -d)
-cd "$folder"
-
-exec 3<>"$folder/display"
-Xvfb -displayfd 3 -screen 0 1100x800x24 -nolisten tcp 2>/dev/null &
-screen=$!
-trap 'kill "$screen" 2>/dev/null; rm -rf "$folder"' EXIT
-until [ -s "$folder/display" ]; do sleep 0.1; done
-DISPLAY=":$(cat "$folder/display")"
-export DISPLAY
-openbox >"$folder/openbox" 2>&1 &
+. scripts/virtual_screen.sh
+virtual_screen 1100x800
+cd "$scratch"
+openbox >"$scratch/openbox" 2>&1 &
 until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do sleep 0.1; done
-"$program" 2>"$folder/messages" &
+"$program" 2>"$scratch/messages" &
 quillane=$!
 pause() { sleep "${1:-0.25}"; }
 
 fail() {
   echo "screenshots.sh: $1" >&2
-  cat "$folder/messages" >&2
+  cat "$scratch/messages" >&2
   import -window root "$images/failed.png"
   exit 1
 }
@@ -111,9 +104,9 @@ menu_optimization() { menu 5 0; }
 # Where the canvas is on the screen: all that is light yellow before there is a domain.
 find_canvas() {
   locate "$main"
-  import -window "$main" "$folder/start.png"
+  import -window "$main" "$scratch/start.png"
   local box
-  box=$(convert "$folder/start.png" -fill black +opaque 'rgb(255,255,128)' -format '%@' info:)
+  box=$(convert "$scratch/start.png" -fill black +opaque 'rgb(255,255,128)' -format '%@' info:)
   IFS='x+' read -r canvas_width canvas_height canvas_x canvas_y <<<"$box"
   canvas_x=$((canvas_x + x))
   canvas_y=$((canvas_y + y))
@@ -247,8 +240,8 @@ key Escape
 shoot automatic
 
 menu_copy
-xclip -selection clipboard -t image/png -o >"$folder/copied.png"
-copied_width=$(identify -format %w "$folder/copied.png")
+xclip -selection clipboard -t image/png -o >"$scratch/copied.png"
+copied_width=$(identify -format %w "$scratch/copied.png")
 ((copied_width >= canvas_width && copied_width < canvas_width + 4)) ||
   fail "the copied image is $copied_width wide, not $canvas_width"
 menu_clear
@@ -288,7 +281,7 @@ status=0
 wait "$quillane" || status=$?
 [ "$status" = 1 ] || fail "the error ended the program with $status"
 
-"$program" 2>>"$folder/messages" &
+"$program" 2>>"$scratch/messages" &
 quillane=$!
 await 'Quillane Optimization'
 main=$id

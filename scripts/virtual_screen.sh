@@ -1,0 +1,12 @@
+# To be sourced: virtual_screen SIZE starts a screen of its own, such as 1200x800, for the programs that
+# the script starts. At the script's end it stops, and the folder $scratch, made for the script, goes.
+virtual_screen() {
+  scratch=$(mktemp -d)
+  exec 3<>"$scratch/display"
+  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 2>/dev/null &
+  screen=$!
+  trap 'kill "$screen" 2>/dev/null; rm -rf "$scratch"' EXIT
+  until [ -s "$scratch/display" ]; do sleep 0.1; done
+  DISPLAY=:$(cat "$scratch/display")
+  export DISPLAY
+}
