@@ -58,6 +58,8 @@ HWY_INLINE void Store(const Quad& quad, LaneNumbers& to) {
   for (std::size_t i = 0; i < kParts; ++i) hn::Store(quad.part[i], kTag, to.lane + i * kWidth);
 }
 
+HWY_INLINE double Lane0(const Quad& quad) { return hn::GetLane(quad.part[0]); }
+
 /// `number` where the mask is not zero, else zero.
 HWY_INLINE Quad WhereNotZero(const Quad& mask, const Quad& number) {
   return Each([&](std::size_t i) {
@@ -70,6 +72,14 @@ HWY_INLINE Quad Differs(const Quad& a, const Quad& b) {
   return Each([&](std::size_t i) {
     return hn::IfThenElseZero(hn::Ne(a.part[i], b.part[i]), hn::Set(kTag, 1.0));
   });
+}
+
+HWY_INLINE bool IsZero(const Quad& quad) {
+  bool isZero = true;
+  for (const auto& part : quad.part) {
+    isZero = isZero && hn::AllTrue(kTag, hn::Eq(part, hn::Zero(kTag)));
+  }
+  return isZero;
 }
 
 /// `number`, but `least` in the lanes where its size is at most `least`.

@@ -88,7 +88,7 @@ void Precondition(int n, const ConstRows& factorUpper, const ConstRows& factorLo
   for (int i = n; i >= 1; --i) {
     double sum = 0.0;
     const std::size_t up = factorUpper.At(i);
-    for (std::size_t k = up + 1; k <= up + static_cast<std::size_t>(factorUpper.count[i]); ++k) {
+    for (std::size_t k = up + static_cast<std::size_t>(factorUpper.count[i]); k > up; --k) {
       sum += factorUpper.value[k] * z[factorUpper.column[k]];
     }
     z[i] = z[i] - sum * invDiag[i];

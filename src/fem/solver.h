@@ -60,7 +60,8 @@ void MatrixVectorProduct(Integer n, Integer capacity, const Array1<Integer>& upp
                          const Array2<Double>& lowerValue, const Array1<Double>& diagonalValue,
                          const Array1<Double>& x, Array1<Double>& y);
 
-/// z = M^-1 r by a forward and a backward sweep over the factor.
+/// z = M^-1 r by a forward and a backward sweep over the factor. A row takes its terms in the order
+/// in which the sweep computes their z: columns ascending forward, descending backward.
 void ApplyPreconditioner(Integer n, Integer capacity, const Array1<Integer>& upperCount,
                          const Array1<Integer>& lowerCount, const Array2<Integer>& upperColumn,
                          const Array2<Integer>& lowerColumn, const Array2<Double>& factorUpper,

@@ -90,18 +90,7 @@ HWY_INLINE void ComputeEntries(const NeighbourRows& neighbours, int n, const Cou
   rows.entry[n] = entry;
 }
 
-/// The lanes, a bit each, with a zero.
-HWY_INLINE unsigned ZeroLanes(const Quad& quad) {
-  LaneNumbers numbers;
-  Store(quad, numbers);
-  unsigned lanes = 0;
-  for (int lane = 0; lane < kLanes; ++lane) {
-    if (numbers.lane[lane] == 0.0) lanes |= 1U << lane;
-  }
-  return lanes;
-}
-
-/// Stores the rows of a quad and notes in its kind where they are those of full material.
+/// Stores the rows of a quad and notes in its kind what is special about them.
 HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, const Nodes& inverse,
                      const Quad& vWithU, const Nodes& equation) {
   FactorRows& factor = system.factor[quad];
@@ -119,12 +108,10 @@ HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, con
     differs = differs + Differs(cross, {full.v.u, full.u.v});
     if (n == kLowerLeft) differs = differs + Differs(same, {full.u.u, full.v.v});
   }
-  differs = differs * equation;
   QuadKind& kind = system.kinds[quad];
-  kind.couplesUV = ZeroLanes(couples * equation.u * equation.v) != kAllLanes;
-  kind.fullLanes = static_cast<std::uint8_t>(ZeroLanes(differs.u + differs.v));
+  kind.couplesUV = !IsZero(couples * equation.u * equation.v);
   kind.rest = 0;
-  if (kind.fullLanes == kAllLanes) return;
+  if (IsZero(differs.u * equation.u + differs.v * equation.v)) return;
   kind.rest = static_cast<QuadIndex>(system.rest.size());
   system.rest.push_back(rest);
 }
@@ -175,19 +162,6 @@ HWY_AFTER_NAMESPACE();
 namespace quillane {
 namespace {
 HWY_EXPORT(FactorizeAll);
-
-/// True if all rows are full that the backward sweep reads for the quad of a step: its own, the
-/// right ones, and of the row above lanes 1 to 3 of its own strip and lane 0 of the strip above.
-bool IsFullBackward(const std::vector<QuadKind>& kinds, const Step* at) {
-  unsigned full = kinds[at->own].fullLanes & kinds[at[1].own].fullLanes;
-  unsigned fullAbove = 1;
-  for (int waves = 1; waves <= WaveOrder::kReach; ++waves) {
-    full &= kinds[at[waves].own].fullLanes | 1U;  // lane 0 is not read
-    fullAbove &= kinds[at[waves].above].fullLanes;
-  }
-  return full == kAllLanes && fullAbove == 1;
-}
-
 }  // namespace
 
 bool Factorize(WaveSystem& system, double tolerance) {
@@ -195,13 +169,7 @@ bool Factorize(WaveSystem& system, double tolerance) {
   full.lowerLeft = {system.full.k[kLowerLeft][0].u, system.full.k[kLowerLeft][1].v};
   for (int n = 0; n < kOwn; ++n) full.cross[n] = {system.full.k[n][1].u, system.full.k[n][0].v};
   system.rest.assign(1, full);
-  system.kinds[0].fullLanes = kAllLanes;
-  if (!HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance)) return false;
-  for (const Step& step : system.order.Steps()) {
-    QuadKind& kind = system.kinds[step.own];
-    kind.isFullBackward = step.own != 0 && IsFullBackward(system.kinds, &step);
-  }
-  return true;
+  return HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance);
 }
 
 }  // namespace quillane

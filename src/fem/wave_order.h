@@ -35,7 +35,6 @@ namespace quillane {
 /// Quads are numbered from 1 in the order of the steps; those without any equation do not exist.
 /// Where a quad does not exist quad 0 stands for it, whose vectors and factor are zero.
 inline constexpr int kLanes = 4;
-inline constexpr unsigned kAllLanes = (1U << kLanes) - 1U;  ///< one bit per lane
 
 using QuadIndex = std::uint16_t;
 

@@ -25,6 +25,7 @@ struct Arrays {
   const QuadKind* kinds;
   const FactorRows* factor;
   QuadNumbers *x, *p, *r, *zq;
+  NodeNumbers* fromAbove;
 
   explicit Arrays(WaveSystem& system)
       : patterns(system.patterns.data()),
@@ -34,7 +35,8 @@ struct Arrays {
         x(system.x.data()),
         p(system.p.data()),
         r(system.r.data()),
-        zq(system.zq.data()) {}
+        zq(system.zq.data()),
+        fromAbove(system.fromAbove.data()) {}
 };
 
 HWY_INLINE Coupling LoadCoupling(const QuadNumbers (&k)[2]) { return {Load(k[0]), Load(k[1])}; }
@@ -42,10 +44,6 @@ HWY_INLINE Coupling LoadCoupling(const QuadNumbers (&k)[2]) { return {Load(k[0])
 /// A coupling from its same and its cross numbers.
 HWY_INLINE Coupling Joined(const Nodes& same, const Nodes& cross) {
   return {{same.u, cross.v}, {cross.u, same.v}};
-}
-/// The same seen from the neighbour.
-HWY_INLINE Coupling Turned(const Nodes& same, const Nodes& cross) {
-  return {{same.u, cross.u}, {cross.v, same.v}};
 }
 
 /// Full material: opposite neighbours couple alike, and only diagonal ones cross.
@@ -72,20 +70,10 @@ struct FullQuads {
   }
 };
 
-/// Numbers of the neighbours of a quad's nodes on one side. Before them: [n] is neighbour n. After
-/// them: [n] is the neighbour of which the node is neighbour n.
-using Side = Nodes[kOwn];
+/// Numbers of the neighbours before the nodes of a quad, by Neighbour.
+using Before = Nodes[kOwn];
 
-/// Goes on by a wave. `own` are the numbers just computed. `shifted` are the same wave's, one row
-/// down or up: for the next quad its lower right neighbours, or backward its upper left ones.
-HWY_INLINE void HandOn(Side& side, const Nodes& own, const Nodes& shifted) {
-  side[kLowerLeft] = side[kLower];
-  side[kLower] = side[kLowerRight];
-  side[kLowerRight] = shifted;
-  side[kLeft] = own;
-}
-
-HWY_INLINE Nodes ForwardFull(const FactorRows& rows, const FullQuads& full, const Side& before,
+HWY_INLINE Nodes ForwardFull(const FactorRows& rows, const FullQuads& full, const Before& before,
                              Nodes sum) {
   Subtract(full.rising, before[kLowerLeft], sum);
   sum = sum - Load(rows.lower) * before[kLower];
@@ -93,7 +81,7 @@ HWY_INLINE Nodes ForwardFull(const FactorRows& rows, const FullQuads& full, cons
   return (sum - Load(rows.left) * before[kLeft]) * Load(rows.inverse);
 }
 
-HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, const Side& before,
+HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, const Before& before,
                             Nodes sum) {
   for (int n = 0; n < kOwn; ++n) {
     Subtract(Joined(Load(Same(rows, rest, n)), Load(rest.cross[n])), before[n], sum);
@@ -108,7 +96,7 @@ double Forward(WaveSystem& system, double alpha) {
   const FullQuads full(system.full);
   const Quad stepSize = All(alpha);
   Nodes squares = Both(0.0);
-  Side before = {Both(0.0), Both(0.0), Both(0.0), Both(0.0)};
+  Before before = {Both(0.0), Both(0.0), Both(0.0), Both(0.0)};
   for (const Step& at : system.order.Steps()) {
     Nodes z = Both(0.0);
     if (at.own != 0) {
@@ -125,86 +113,63 @@ double Forward(WaveSystem& system, double alpha) {
       }
       Store(z, arrays.zq[quad]);
     }
-    HandOn(before, z, FromBelow(z, Load(arrays.zq[at.below])));
+    before[kLowerLeft] = before[kLower];
+    before[kLower] = before[kLowerRight];
+    before[kLowerRight] = FromBelow(z, Load(arrays.zq[at.below]));
+    before[kLeft] = z;
   }
   return Sum(squares);
 }
 
-/// Couplings with the neighbours after each node of the quad of a step, [n] as in Side. These
-/// neighbours hold them in their own rows.
-struct RowsAfter {
-  const Arrays& arrays;
-  const Step* at;
-
-  const FactorRest& Rest(std::size_t quad) const { return arrays.rest[arrays.kinds[quad].rest]; }
-
-  HWY_INLINE static Nodes Shifted(int n, const QuadNumbers& own, const QuadNumbers& above) {
-    return n == kLeft ? Load(own) : FromAbove(Load(own), Load(above));
-  }
-  HWY_INLINE Nodes SameOf(int n) const {
-    const std::size_t own = at[Waves(n)].own, above = at[Waves(n)].above;
-    return Shifted(n, Same(arrays.factor[own], Rest(own), n),
-                   Same(arrays.factor[above], Rest(above), n));
-  }
-  HWY_INLINE Nodes CrossOf(int n) const {
-    const std::size_t own = at[Waves(n)].own, above = at[Waves(n)].above;
-    return Shifted(n, Rest(own).cross[n], Rest(above).cross[n]);
-  }
+/// What z of a quad's nodes give to the sums of a neighbour of each.
+struct Given {
+  Nodes byV, byU;
 };
-
-HWY_INLINE Nodes BackwardFull(const RowsAfter& rows, const FullQuads& full, const Side& after,
-                              const Nodes& forward, const Nodes& inverse) {
-  Nodes sum = rows.SameOf(kLeft) * after[kLeft];
-  Add(Joined(rows.SameOf(kLowerRight), full.crossFalling), after[kLowerRight], sum);
-  sum = sum + rows.SameOf(kLower) * after[kLower];
-  Add(full.rising, after[kLowerLeft], sum);
-  return forward - sum * inverse;
+HWY_INLINE Given Give(const QuadNumbers& same, const QuadNumbers& cross, const Nodes& z) {
+  return {Nodes{Load(cross.v), Load(same.v)} * z.v, Nodes{Load(same.u), Load(cross.u)} * z.u};
 }
-
-/// Where v couples with u of a node, u needs the node's v first: the wait doubles.
-template <bool kCouplesUV>
-HWY_INLINE Nodes BackwardAny(const RowsAfter& rows, const Side& after, const Nodes& forward,
-                             const Nodes& inverse) {
-  Coupling k[kOwn];
-  for (int n = 0; n < kOwn; ++n) k[n] = Turned(rows.SameOf(n), rows.CrossOf(n));
-  Nodes sum = Both(0.0);
-  for (int n = kLeft; n >= kLowerLeft; --n) {
-    sum.v = (sum.v + k[n].u.v * after[n].u) + k[n].v.v * after[n].v;
-  }
-  const Quad v = forward.v - sum.v * inverse.v;
-  if (kCouplesUV) sum.u = Load(rows.Rest(rows.at->own).vWithU) * v;
-  for (int n = kLeft; n >= kLowerLeft; --n) {
-    sum.u = (sum.u + k[n].u.u * after[n].u) + k[n].v.u * after[n].v;
-  }
-  return {forward.u - sum.u * inverse.u, v};
+HWY_INLINE Nodes operator+(const Nodes& sum, const Given& given) {
+  return sum + given.byV + given.byU;
 }
 
 double Backward(WaveSystem& system) {
   const Arrays arrays(system);
-  const FullQuads full(system.full);
-  Nodes products = Both(0.0);
-  Side after = {Both(0.0), Both(0.0), Both(0.0), Both(0.0)};
+  const Nodes zero = Both(0.0);
+  Nodes products = zero;
+  // The couplings with a neighbour after a node stand in the rows of the neighbour, which gives as
+  // soon as it has its z. sums[i]: what the row above has given to the nodes i waves before this
+  // step, still in the lanes of that row.
+  Nodes sums[WaveOrder::kReach] = {zero, zero, zero};
+  Given left = {zero, zero};
   const std::span<const Step> steps = system.order.Steps();
   for (std::size_t k = steps.size(); k-- > 0;) {
-    const Step* const at = &steps[k];
-    Nodes z = Both(0.0);
-    if (at->own != 0) {
-      const std::size_t quad = at->own;
-      const RowsAfter rows{arrays, at};
-      const Nodes forward = Load(arrays.zq[quad]);
-      const Nodes inverse = Load(arrays.factor[quad].inverse);
-      const QuadKind& kind = arrays.kinds[quad];
-      if (kind.isFullBackward) {
-        z = BackwardFull(rows, full, after, forward, inverse);
-      } else if (!kind.couplesUV) {
-        z = BackwardAny<false>(rows, after, forward, inverse);
-      } else {
-        z = BackwardAny<true>(rows, after, forward, inverse);
-      }
-      Store(z, arrays.zq[quad]);
-      products = products + Load(arrays.r[quad]) * z;
+    const Step& at = steps[k];
+    const Nodes fromAbove = sums[0];
+    arrays.fromAbove[at.below] = {Lane0(fromAbove.u), Lane0(fromAbove.v)};
+    sums[0] = sums[1];
+    sums[1] = sums[2];
+    sums[2] = zero;
+    if (at.own == 0) {
+      left = {zero, zero};
+      continue;
     }
-    HandOn(after, z, FromAbove(z, Load(arrays.zq[at->above])));
+    const std::size_t quad = at.own;
+    const FactorRows& rows = arrays.factor[quad];
+    const QuadKind& kind = arrays.kinds[quad];
+    const FactorRest& rest = arrays.rest[kind.rest];
+    const NodeNumbers& toLane3 = arrays.fromAbove[quad];
+    Nodes sum = FromAbove(fromAbove, {All(toLane3.u), All(toLane3.v)}) + left;
+    const Nodes inverse = Load(rows.inverse);
+    Nodes z = Load(arrays.zq[quad]);
+    z.v = z.v - sum.v * inverse.v;
+    if (kind.couplesUV) sum.u = sum.u + Load(rest.vWithU) * z.v;
+    z.u = z.u - sum.u * inverse.u;
+    Store(z, arrays.zq[quad]);
+    products = products + Load(arrays.r[quad]) * z;
+    sums[0] = sums[0] + Give(rows.lowerRight, rest.cross[kLowerRight], z);
+    sums[1] = sums[1] + Give(rows.lower, rest.cross[kLower], z);
+    sums[2] = sums[2] + Give(rest.lowerLeft, rest.cross[kLowerLeft], z);
+    left = Give(rows.left, rest.cross[kLeft], z);
   }
   return Sum(products);
 }

@@ -141,6 +141,7 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) {
   MakePatterns(system, rowsOfCells);
   const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);
+  system.fromAbove.resize(places);
   for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
   const auto load = model.LoadVector.Raw();
   system.ForEachEquation(system.r, [&load](int equation, double& number) {

@@ -21,6 +21,11 @@ struct alignas(2 * sizeof(LaneNumbers)) QuadNumbers {
   LaneNumbers u, v;
 };
 
+/// One number for u and one for v of a node.
+struct NodeNumbers {
+  double u, v;
+};
+
 /// The neighbours of a node in ascending order of equation numbers.
 enum Neighbour {
   kLowerLeft,
@@ -72,13 +77,11 @@ constexpr auto& Same(Rows& rows, Rest& rest, int neighbour) {
                                     : rows.left;
 }
 
-/// Which numbers belong to a quad, and which short ways lead through them.
+/// Which numbers belong to a quad, and whether a short way leads through them.
 struct QuadKind {
-  std::uint16_t pattern = 0;    ///< index of its StiffnessPattern
-  QuadIndex rest = 0;           ///< index of its FactorRest
-  std::uint8_t fullLanes = 0;   ///< lanes, a bit each, in which its rest is that of full material
-  bool isFullBackward = false;  ///< so is every rest that the backward sweep reads for it
-  bool couplesUV = false;       ///< v of some node couples with its own u
+  std::uint16_t pattern = 0;  ///< index of its StiffnessPattern
+  QuadIndex rest = 0;         ///< index of its FactorRest
+  bool couplesUV = false;     ///< v of some node couples with its own u: one waits for the other
 };
 
 /// All numbers of one solve. Where there is no equation, and for quad 0, vectors, reciprocal pivots
@@ -98,6 +101,8 @@ struct WaveSystem {
   /// As in PreconditionedCG. z and q share zq: the direction takes a quad's z before the product
   /// writes its q, and the residual takes q before the sweep writes z.
   std::vector<QuadNumbers> x{}, p{}, r{}, zq{};
+  /// What the strip above gives to the node in lane 3 in the backward pass; at 0 what nobody gets.
+  std::vector<NodeNumbers> fromAbove{};
 
   /// Calls visit(equation, number) with every equation, ascending, and its place in a vector.
   template <class Visit>
