@@ -132,8 +132,9 @@ HWY_INLINE Nodes operator+(const Nodes& sum, const Given& given) {
   return sum + given.byV + given.byU;
 }
 
-double Backward(WaveSystem& system) {
+double Backward(WaveSystem& system, double alpha) {
   const Arrays arrays(system);
+  const Quad stepSize = All(alpha);
   const Nodes zero = Both(0.0);
   Nodes products = zero;
   // The couplings with a neighbour after a node stand in the rows of the neighbour, which gives as
@@ -166,6 +167,7 @@ double Backward(WaveSystem& system) {
     z.u = z.u - sum.u * inverse.u;
     Store(z, arrays.zq[quad]);
     products = products + Load(arrays.r[quad]) * z;
+    Store(Load(arrays.x[quad]) + Load(arrays.p[quad]) * stepSize, arrays.x[quad]);
     sums[0] = sums[0] + Give(rows.lowerRight, rest.cross[kLowerRight], z);
     sums[1] = sums[1] + Give(rows.lower, rest.cross[kLower], z);
     sums[2] = sums[2] + Give(rest.lowerLeft, rest.cross[kLowerLeft], z);
@@ -206,10 +208,9 @@ struct Unfinished {
   Nodes sum;
 };
 
-double Direction(WaveSystem& system, double alpha, double beta) {
+double Direction(WaveSystem& system, double beta) {
   const Arrays arrays(system);
   const FullQuads full(system.full);
-  const Quad stepSize = All(alpha);
   const Quad kept = All(beta);
   Nodes products = Both(0.0);
   const QuadNumbers* const p = arrays.p;
@@ -225,7 +226,6 @@ double Direction(WaveSystem& system, double alpha, double beta) {
     const std::size_t end = strips[std::min(strip + 2, strips.size() - 1)].quad;
     for (; next < end; ++next) {
       const Nodes old = Load(p[next]);
-      Store(Load(arrays.x[next]) + old * stepSize, arrays.x[next]);
       Store(Load(arrays.zq[next]) + old * kept, arrays.p[next]);
     }
     // A sum over nine neighbours, each added to the one before, makes the processor wait; thirds of
@@ -276,13 +276,15 @@ HWY_EXPORT(Forward);
 HWY_EXPORT(Backward);
 }  // namespace
 
-double DirectionPass(WaveSystem& system, double alpha, double beta) {
-  return HWY_DYNAMIC_DISPATCH(Direction)(system, alpha, beta);
+double DirectionPass(WaveSystem& system, double beta) {
+  return HWY_DYNAMIC_DISPATCH(Direction)(system, beta);
 }
 double ForwardPass(WaveSystem& system, double alpha) {
   return HWY_DYNAMIC_DISPATCH(Forward)(system, alpha);
 }
-double BackwardPass(WaveSystem& system) { return HWY_DYNAMIC_DISPATCH(Backward)(system); }
+double BackwardPass(WaveSystem& system, double alpha) {
+  return HWY_DYNAMIC_DISPATCH(Backward)(system, alpha);
+}
 
 }  // namespace quillane
 #endif  // HWY_ONCE

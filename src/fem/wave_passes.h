@@ -12,14 +12,14 @@ namespace quillane {
 /// pivot is not finite.
 bool Factorize(WaveSystem& system, double tolerance);
 
-/// x = x + alpha p, then p = z + beta p, q = K p. Returns the sum of p q.
-double DirectionPass(WaveSystem& system, double alpha, double beta);
+/// p = z + beta p, q = K p. Returns the sum of p q.
+double DirectionPass(WaveSystem& system, double beta);
 
 /// r = r - alpha q, then the forward half of z = M^-1 r, which takes the place of q. Returns the
 /// sum of r r.
 double ForwardPass(WaveSystem& system, double alpha);
 
-/// The backward half of z = M^-1 r. Returns the sum of r z.
-double BackwardPass(WaveSystem& system);
+/// x = x + alpha p, and the backward half of z = M^-1 r. Returns the sum of r z.
+double BackwardPass(WaveSystem& system, double alpha);
 
 }  // namespace quillane

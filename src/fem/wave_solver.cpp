@@ -29,9 +29,9 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
   double alpha = 0.0;
   double beta = 0.0;
   ForwardPass(*system, alpha);  // with alpha 0: r stays the load
-  double rho = BackwardPass(*system);
+  double rho = BackwardPass(*system, alpha);
   while (report.iterations < equations + 10) {
-    const double curvature = DirectionPass(*system, alpha, beta);
+    const double curvature = DirectionPass(*system, beta);
     alpha = rho / curvature;
     const double ratio = ForwardPass(*system, alpha) / loadSquared;
     if (!std::isfinite(curvature) || !std::isfinite(alpha) || !std::isfinite(ratio)) {
@@ -41,19 +41,20 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
     report.relativeResidual = std::sqrt(ratio);
     report.converged = ratio <= tolerance * tolerance;
     if (report.converged) break;
-    const double rhoNext = BackwardPass(*system);
+    const double rhoNext = BackwardPass(*system, alpha);
     beta = rhoNext / rho;
     rho = rhoNext;
     if (!std::isfinite(rho) || !std::isfinite(beta)) return std::nullopt;
   }
 
-  // DirectionPass adds a step to x only in the next iteration: the last one is still to be added.
+  // The backward pass adds the step to x. After the last step there is none.
+  const double lastStep = report.converged ? alpha : 0.0;
   const auto solution = model.SolutionVector.Raw();
   system->ForEachEquation(system->x, [&](int equation, double& number) {
     solution[static_cast<std::size_t>(equation)] = number;
   });
   system->ForEachEquation(system->p, [&](int equation, double& number) {
-    solution[static_cast<std::size_t>(equation)] += alpha * number;
+    solution[static_cast<std::size_t>(equation)] += lastStep * number;
   });
   return report;
 } catch (const std::bad_alloc&) {

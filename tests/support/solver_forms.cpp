@@ -50,10 +50,10 @@ std::optional<SolverPieces> WavePieces(Model m, const Vector& x) {
     });
   }
   SolverPieces pieces;
-  DirectionPass(*system, 0.0, 0.0);
+  DirectionPass(*system, 0.0);
   pieces.product = take();
   ForwardPass(*system, 0.0);
-  BackwardPass(*system);
+  BackwardPass(*system, 0.0);
   pieces.preconditioned = take();
   return pieces;
 }
