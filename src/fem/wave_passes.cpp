@@ -81,14 +81,16 @@ HWY_INLINE Nodes ForwardFull(const FactorRows& rows, const FullQuads& full, cons
   return (sum - Load(rows.left) * before[kLeft]) * Load(rows.inverse);
 }
 
-HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, const Before& before,
-                            Nodes sum) {
+HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, bool couplesUV,
+                            const Before& before, Nodes sum) {
   for (int n = 0; n < kOwn; ++n) {
     Subtract(Joined(Load(Same(rows, rest, n)), Load(rest.cross[n])), before[n], sum);
   }
-  const Nodes inverse = Load(rows.inverse);
-  const Quad u = sum.u * inverse.u;
-  return {u, (sum.v - Load(rest.vWithU) * u) * inverse.v};
+  Nodes z;
+  z.u = sum.u * Load(rows.inverse.u);
+  if (couplesUV) sum.v = sum.v - Load(rest.vWithU) * z.u;
+  z.v = sum.v * Load(rows.inverse.v);
+  return z;
 }
 
 double Forward(WaveSystem& system, double alpha) {
@@ -109,7 +111,7 @@ double Forward(WaveSystem& system, double alpha) {
       if (rest == 0) {
         z = ForwardFull(rows, full, before, residual);
       } else {
-        z = ForwardAny(rows, arrays.rest[rest], before, residual);
+        z = ForwardAny(rows, arrays.rest[rest], arrays.kinds[quad].couplesUV, before, residual);
       }
       Store(z, arrays.zq[quad]);
     }
