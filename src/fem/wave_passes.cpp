@@ -219,7 +219,7 @@ double Direction(WaveSystem& system, double beta) {
   ThreeWaves below = {Both(0.0), Both(0.0), Both(0.0)};
   ThreeWaves own = {Both(0.0), Both(0.0), Both(0.0)};
   ThreeWaves above = {Both(0.0), Both(0.0), Both(0.0)};
-  Unfinished oneThird{0, nullptr, Both(0.0)}, twoThirds = oneThird;
+  Unfinished oneThird{0, arrays.patterns, Both(0.0)}, twoThirds = oneThird;
   const std::span<const WaveOrder::Begin> strips = system.order.Strips();
   std::size_t next = 1;
   for (std::size_t strip = 0; strip + 1 < strips.size(); ++strip) {
@@ -237,28 +237,18 @@ double Direction(WaveSystem& system, double beta) {
     const Step* const steps = system.order.Steps().data();
     for (const Step* at = steps + strips[strip].step; at < steps + strips[strip + 1].step; ++at) {
       TakeIn(above, FromAbove(Load(p[at[1].own]), Load(p[at[1].above])));
-      if (twoThirds.quad != 0) {
-        AddThird(*twoThirds.pattern, full, kUpperLeft, above, twoThirds.sum);
-        // Lanes without an equation got numbers of full material; the factor 0 or 1 clears them.
-        if (twoThirds.pattern->isFull) {
-          twoThirds.sum = twoThirds.sum * Load(twoThirds.pattern->equation);
-        }
-        Store(twoThirds.sum, arrays.zq[twoThirds.quad]);
-        products = products + own[1] * twoThirds.sum;
+      AddThird(*twoThirds.pattern, full, kUpperLeft, above, twoThirds.sum);
+      // Lanes without an equation got numbers of full material; the factor 0 or 1 clears them.
+      if (twoThirds.pattern->isFull) {
+        twoThirds.sum = twoThirds.sum * Load(twoThirds.pattern->equation);
       }
+      Store(twoThirds.sum, arrays.zq[twoThirds.quad]);
+      products = products + own[1] * twoThirds.sum;
       TakeIn(own, Load(p[at->own]));
-      twoThirds.quad = oneThird.quad;
-      twoThirds.pattern = oneThird.pattern;
-      if (oneThird.quad != 0) {
-        twoThirds.sum = oneThird.sum;
-        AddThird(*oneThird.pattern, full, kLeft, own, twoThirds.sum);
-      }
-      oneThird.quad = at->own;
-      if (oneThird.quad != 0) {
-        oneThird.pattern = &arrays.patterns[arrays.kinds[oneThird.quad].pattern];
-        oneThird.sum = Both(0.0);
-        AddThird(*oneThird.pattern, full, kLowerLeft, below, oneThird.sum);
-      }
+      twoThirds = oneThird;
+      AddThird(*oneThird.pattern, full, kLeft, own, twoThirds.sum);
+      oneThird = {at->own, &arrays.patterns[arrays.kinds[at->own].pattern], Both(0.0)};
+      AddThird(*oneThird.pattern, full, kLowerLeft, below, oneThird.sum);
       TakeIn(below, FromBelow(own[2], Load(p[at->below])));
     }
   }
