@@ -18,27 +18,6 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-/// Where the arrays of a system begin. Copied to each pass, so that they stay in registers.
-struct Arrays {
-  const StiffnessPattern* patterns;
-  const FactorRest* rest;
-  const QuadKind* kinds;
-  const FactorRows* factor;
-  QuadNumbers *x, *p, *r, *zq;
-  NodeNumbers* fromAbove;
-
-  explicit Arrays(WaveSystem& system)
-      : patterns(system.patterns.data()),
-        rest(system.rest.data()),
-        kinds(system.kinds.data()),
-        factor(system.factor.data()),
-        x(system.x.data()),
-        p(system.p.data()),
-        r(system.r.data()),
-        zq(system.zq.data()),
-        fromAbove(system.fromAbove.data()) {}
-};
-
 HWY_INLINE Coupling LoadCoupling(const QuadNumbers (&k)[2]) { return {Load(k[0]), Load(k[1])}; }
 
 /// A coupling from its same and its cross numbers.
@@ -94,7 +73,12 @@ HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, bool
 }
 
 double Forward(WaveSystem& system, double alpha) {
-  const Arrays arrays(system);
+  // Pointers of its own: those in the vectors a pass would read anew after every store.
+  const QuadKind* const kinds = system.kinds.data();
+  const FactorRows* const factor = system.factor.data();
+  const FactorRest* const rests = system.rest.data();
+  QuadNumbers* const r = system.r.data();
+  QuadNumbers* const zq = system.zq.data();
   const FullQuads full(system.full);
   const Quad stepSize = All(alpha);
   Nodes squares = Both(0.0);
@@ -103,21 +87,20 @@ double Forward(WaveSystem& system, double alpha) {
     Nodes z = Both(0.0);
     if (at.own != 0) {
       const std::size_t quad = at.own;
-      const Nodes residual = Load(arrays.r[quad]) - Load(arrays.zq[quad]) * stepSize;
-      Store(residual, arrays.r[quad]);
+      const Nodes residual = Load(r[quad]) - Load(zq[quad]) * stepSize;
+      Store(residual, r[quad]);
       squares = squares + residual * residual;
-      const FactorRows& rows = arrays.factor[quad];
-      const std::size_t rest = arrays.kinds[quad].rest;
-      if (rest == 0) {
-        z = ForwardFull(rows, full, before, residual);
+      const QuadKind& kind = kinds[quad];
+      if (kind.rest == 0) {
+        z = ForwardFull(factor[quad], full, before, residual);
       } else {
-        z = ForwardAny(rows, arrays.rest[rest], arrays.kinds[quad].couplesUV, before, residual);
+        z = ForwardAny(factor[quad], rests[kind.rest], kind.couplesUV, before, residual);
       }
-      Store(z, arrays.zq[quad]);
+      Store(z, zq[quad]);
     }
     before[kLowerLeft] = before[kLower];
     before[kLower] = before[kLowerRight];
-    before[kLowerRight] = FromBelow(z, Load(arrays.zq[at.below]));
+    before[kLowerRight] = FromBelow(z, Load(zq[at.below]));
     before[kLeft] = z;
   }
   return Sum(squares);
@@ -135,7 +118,14 @@ HWY_INLINE Nodes operator+(const Nodes& sum, const Given& given) {
 }
 
 double Backward(WaveSystem& system, double alpha) {
-  const Arrays arrays(system);
+  const QuadKind* const kinds = system.kinds.data();
+  const FactorRows* const factor = system.factor.data();
+  const FactorRest* const rests = system.rest.data();
+  NodeNumbers* const fromStripAbove = system.fromAbove.data();
+  QuadNumbers* const x = system.x.data();
+  QuadNumbers* const p = system.p.data();
+  QuadNumbers* const r = system.r.data();
+  QuadNumbers* const zq = system.zq.data();
   const Quad stepSize = All(alpha);
   const Nodes zero = Both(0.0);
   Nodes products = zero;
@@ -148,7 +138,7 @@ double Backward(WaveSystem& system, double alpha) {
   for (std::size_t k = steps.size(); k-- > 0;) {
     const Step& at = steps[k];
     const Nodes fromAbove = sums[0];
-    arrays.fromAbove[at.below] = {Lane0(fromAbove.u), Lane0(fromAbove.v)};
+    fromStripAbove[at.below] = {Lane0(fromAbove.u), Lane0(fromAbove.v)};
     sums[0] = sums[1];
     sums[1] = sums[2];
     sums[2] = zero;
@@ -157,19 +147,19 @@ double Backward(WaveSystem& system, double alpha) {
       continue;
     }
     const std::size_t quad = at.own;
-    const FactorRows& rows = arrays.factor[quad];
-    const QuadKind& kind = arrays.kinds[quad];
-    const FactorRest& rest = arrays.rest[kind.rest];
-    const NodeNumbers& toLane3 = arrays.fromAbove[quad];
+    const FactorRows& rows = factor[quad];
+    const QuadKind& kind = kinds[quad];
+    const FactorRest& rest = rests[kind.rest];
+    const NodeNumbers& toLane3 = fromStripAbove[quad];
     Nodes sum = FromAbove(fromAbove, {All(toLane3.u), All(toLane3.v)}) + left;
     const Nodes inverse = Load(rows.inverse);
-    Nodes z = Load(arrays.zq[quad]);
+    Nodes z = Load(zq[quad]);
     z.v = z.v - sum.v * inverse.v;
     if (kind.couplesUV) sum.u = sum.u + Load(rest.vWithU) * z.v;
     z.u = z.u - sum.u * inverse.u;
-    Store(z, arrays.zq[quad]);
-    products = products + Load(arrays.r[quad]) * z;
-    Store(Load(arrays.x[quad]) + Load(arrays.p[quad]) * stepSize, arrays.x[quad]);
+    Store(z, zq[quad]);
+    products = products + Load(r[quad]) * z;
+    Store(Load(x[quad]) + Load(p[quad]) * stepSize, x[quad]);
     sums[0] = sums[0] + Give(rows.lowerRight, rest.cross[kLowerRight], z);
     sums[1] = sums[1] + Give(rows.lower, rest.cross[kLower], z);
     sums[2] = sums[2] + Give(rest.lowerLeft, rest.cross[kLowerLeft], z);
@@ -211,15 +201,17 @@ struct Unfinished {
 };
 
 double Direction(WaveSystem& system, double beta) {
-  const Arrays arrays(system);
+  const StiffnessPattern* const patterns = system.patterns.data();
+  const QuadKind* const kinds = system.kinds.data();
+  QuadNumbers* const p = system.p.data();
+  QuadNumbers* const zq = system.zq.data();
   const FullQuads full(system.full);
   const Quad kept = All(beta);
   Nodes products = Both(0.0);
-  const QuadNumbers* const p = arrays.p;
   ThreeWaves below = {Both(0.0), Both(0.0), Both(0.0)};
   ThreeWaves own = {Both(0.0), Both(0.0), Both(0.0)};
   ThreeWaves above = {Both(0.0), Both(0.0), Both(0.0)};
-  Unfinished oneThird{0, arrays.patterns, Both(0.0)}, twoThirds = oneThird;
+  Unfinished oneThird{0, patterns, Both(0.0)}, twoThirds = oneThird;
   const std::span<const WaveOrder::Begin> strips = system.order.Strips();
   std::size_t next = 1;
   for (std::size_t strip = 0; strip + 1 < strips.size(); ++strip) {
@@ -228,7 +220,7 @@ double Direction(WaveSystem& system, double beta) {
     const std::size_t end = strips[std::min(strip + 2, strips.size() - 1)].quad;
     for (; next < end; ++next) {
       const Nodes old = Load(p[next]);
-      Store(Load(arrays.zq[next]) + old * kept, arrays.p[next]);
+      Store(Load(zq[next]) + old * kept, p[next]);
     }
     // A sum over nine neighbours, each added to the one before, makes the processor wait; thirds of
     // three sums at a time do not. At step t the quad of t - 2 gets its upper row and is finished,
@@ -242,12 +234,12 @@ double Direction(WaveSystem& system, double beta) {
       if (twoThirds.pattern->isFull) {
         twoThirds.sum = twoThirds.sum * Load(twoThirds.pattern->equation);
       }
-      Store(twoThirds.sum, arrays.zq[twoThirds.quad]);
+      Store(twoThirds.sum, zq[twoThirds.quad]);
       products = products + own[1] * twoThirds.sum;
       TakeIn(own, Load(p[at->own]));
       twoThirds = oneThird;
       AddThird(*oneThird.pattern, full, kLeft, own, twoThirds.sum);
-      oneThird = {at->own, &arrays.patterns[arrays.kinds[at->own].pattern], Both(0.0)};
+      oneThird = {at->own, &patterns[kinds[at->own].pattern], Both(0.0)};
       AddThird(*oneThird.pattern, full, kLowerLeft, below, oneThird.sum);
       TakeIn(below, FromBelow(own[2], Load(p[at->below])));
     }
