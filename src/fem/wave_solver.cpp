@@ -3,23 +3,15 @@
 
 #include <cmath>
 #include <new>
+#include <numeric>
 
 #include "fem/wave_passes.h"
 #include "model/run_time_error.h"
 
 namespace quillane {
-namespace {
-
-double SquaredLoad(const Model& model) {
-  double sum = 0.0;
-  for (const double force : model.LoadVector.Raw().subspan(1)) sum += force * force;
-  return sum;
-}
-
-}  // namespace
-
 std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
-  const double loadSquared = SquaredLoad(model);
+  const auto load = model.LoadVector.Raw().subspan(1);
+  const double loadSquared = std::inner_product(load.begin(), load.end(), load.begin(), 0.0);
   if (!std::isfinite(loadSquared)) return std::nullopt;
   std::optional<WaveSystem> system = LayOutWaves(model);
   if (!system || !Factorize(*system, tolerance)) return std::nullopt;

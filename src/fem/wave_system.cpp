@@ -1,7 +1,6 @@
 // From the model's cells and equation numbers to quads and their stiffness.
 #include "fem/wave_system.h"
 
-#include <array>
 #include <limits>
 #include <unordered_map>
 #include <utility>
@@ -10,44 +9,6 @@
 
 namespace quillane {
 namespace {
-
-/// Stiffness rows of one node: [neighbour][its component][component of the row].
-using NodeRows = std::array<std::array<std::array<double, 2>, 2>, kNeighbours>;
-
-/// Those rows for each of the 16 sets of present cells around the node.
-using RowsOfCells = std::array<NodeRows, 16>;
-
-/// Adds up each set's rows in the order of assembly, cells ascending.
-RowsOfCells SumStiffness(const double (&element)[9][9]) {
-  constexpr struct {
-    int code, row, column;  // the cell's lower left node, seen from the node
-    int local;              // the node's number in the cell
-  } kCells[] = {{kCellLowerLeft, -1, -1, 3},
-                {kCellLowerRight, -1, 0, 4},
-                {kCellUpperLeft, 0, -1, 2},
-                {kCellUpperRight, 0, 0, 1}};
-  constexpr int kNodeRow[] = {0, 0, 0, 1, 1};
-  constexpr int kNodeColumn[] = {0, 0, 1, 1, 0};
-  RowsOfCells rows{};
-  for (std::size_t set = 0; set < rows.size(); ++set) {
-    for (const auto& cell : kCells) {
-      if ((static_cast<int>(set) & cell.code) == 0) continue;
-      for (int other = 1; other <= 4; ++other) {
-        const int up = cell.row + kNodeRow[other];
-        const int right = cell.column + kNodeColumn[other];
-        const int neighbour = 3 * (up + 1) + right + 1;
-        auto& couplings = rows[set][static_cast<std::size_t>(neighbour)];
-        for (int d = 0; d < 2; ++d) {
-          for (int c = 0; c < 2; ++c) {
-            couplings[static_cast<std::size_t>(d)][static_cast<std::size_t>(c)] +=
-                element[2 * cell.local - 1 + c][2 * other - 1 + d];
-          }
-        }
-      }
-    }
-  }
-  return rows;
-}
 
 /// As WaveOrder takes them.
 std::vector<NodeCode> NodeCodes(const Model& model) {
@@ -83,21 +44,44 @@ constexpr std::uint32_t kFullCode =
     kCellLowerLeft + kCellLowerRight + kCellUpperLeft + kCellUpperRight + kEquationU + kEquationV;
 static_assert(std::numeric_limits<Integer>::max() <= std::numeric_limits<QuadIndex>::max());
 
-StiffnessPattern MakePattern(std::uint32_t codes, const RowsOfCells& rows) {
+/// Adds the stiffness of the present cells around a node to its rows, in the order of assembly:
+/// cells ascending.
+void AddCells(const double (&element)[9][9], std::uint32_t code, int lane, StiffnessPattern& to) {
+  constexpr struct {
+    std::uint32_t code;
+    int row, column;  // the cell's lower left node, seen from the node
+    int local;        // the node's number in the cell
+  } kCells[] = {{kCellLowerLeft, -1, -1, 3},
+                {kCellLowerRight, -1, 0, 4},
+                {kCellUpperLeft, 0, -1, 2},
+                {kCellUpperRight, 0, 0, 1}};
+  constexpr int kNodeRow[] = {0, 0, 0, 1, 1};
+  constexpr int kNodeColumn[] = {0, 0, 1, 1, 0};
+  for (const auto& cell : kCells) {
+    if ((code & cell.code) == 0) continue;
+    for (int other = 1; other <= 4; ++other) {
+      const int up = cell.row + kNodeRow[other];
+      const int right = cell.column + kNodeColumn[other];
+      for (int d = 0; d < 2; ++d) {
+        QuadNumbers& k = to.k[3 * (up + 1) + right + 1][d];
+        const int u = 2 * cell.local - 1;
+        const int column = 2 * other - 1 + d;
+        if ((code & kEquationU) != 0) k.u.lane[lane] += element[u][column];
+        if ((code & kEquationV) != 0) k.v.lane[lane] += element[u + 1][column];
+      }
+    }
+  }
+}
+
+StiffnessPattern MakePattern(const double (&element)[9][9], std::uint32_t codes) {
   StiffnessPattern pattern{};
   pattern.isFull = true;
   for (int lane = 0; lane < kLanes; ++lane) {
     const std::uint32_t code = codes >> (8 * lane) & 0xFF;
     pattern.isFull = pattern.isFull && (code == 0 || code == kFullCode);
-    const NodeRows& couplings = rows[code % 16];
-    const auto fill = [&](std::size_t c, LaneNumbers QuadNumbers::*row) {
-      (pattern.equation.*row).lane[lane] = 1.0;
-      for (std::size_t n = 0; n < kNeighbours; ++n) {
-        for (std::size_t d = 0; d < 2; ++d) (pattern.k[n][d].*row).lane[lane] = couplings[n][d][c];
-      }
-    };
-    if ((code & kEquationU) != 0) fill(0, &QuadNumbers::u);
-    if ((code & kEquationV) != 0) fill(1, &QuadNumbers::v);
+    pattern.equation.u.lane[lane] = (code & kEquationU) != 0 ? 1.0 : 0.0;
+    pattern.equation.v.lane[lane] = (code & kEquationV) != 0 ? 1.0 : 0.0;
+    AddCells(element, code, lane, pattern);
   }
   return pattern;
 }
@@ -105,23 +89,30 @@ StiffnessPattern MakePattern(std::uint32_t codes, const RowsOfCells& rows) {
 /// True if the rows of full material are what the short ways take them for: opposite neighbours
 /// couple alike, u with v as v with u, diagonal ones all u with u and v with v, and only they
 /// cross.
-bool AllowsShortWays(const NodeRows& k) {
-  for (std::size_t n = 0; n <= kOwn; ++n) {
-    const bool isDiagonal = n == kLowerLeft || n == kLowerRight;
-    if (k[n] != k[kNeighbours - 1 - n] || k[n][1][0] != k[n][0][1]) return false;
-    if (!isDiagonal && k[n][0][1] != 0.0) return false;
+bool AllowsShortWays(const StiffnessPattern& full) {
+  const auto isSame = [&full](int n, int m) {
+    return full.k[n][0].u.lane[0] == full.k[m][0].u.lane[0] &&
+           full.k[n][1].v.lane[0] == full.k[m][1].v.lane[0];
+  };
+  for (int n = 0; n < kNeighbours; ++n) {
+    const double cross = full.k[n][1].u.lane[0];
+    const bool isDiagonal = n % 2 == 0 && n != kOwn;
+    if (!isSame(n, kNeighbours - 1 - n) || full.k[n][0].v.lane[0] != cross ||
+        full.k[kNeighbours - 1 - n][1].u.lane[0] != cross || (!isDiagonal && cross != 0.0)) {
+      return false;
+    }
   }
-  return k[kLowerLeft][0][0] == k[kLowerRight][0][0] && k[kLowerLeft][1][1] == k[kLowerRight][1][1];
+  return isSame(kLowerLeft, kLowerRight);
 }
 
-void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
+void MakePatterns(const double (&element)[9][9], WaveSystem& system) {
   std::unordered_map<std::uint32_t, std::uint16_t> known;
   system.kinds.resize(system.order.Quads() + 1);
   for (std::size_t quad = 0; quad < system.kinds.size(); ++quad) {
     const std::uint32_t codes = system.order.Codes(quad);
     const auto number = static_cast<std::uint16_t>(system.patterns.size());
     const auto [place, isNew] = known.try_emplace(codes, number);
-    if (isNew) system.patterns.push_back(MakePattern(codes, rows));
+    if (isNew) system.patterns.push_back(MakePattern(element, codes));
     system.kinds[quad].pattern = place->second;
   }
 }
@@ -130,15 +121,15 @@ void MakePatterns(WaveSystem& system, const RowsOfCells& rows) {
 
 std::optional<WaveSystem> LayOutWaves(const Model& model) {
   if (!IsRegularGrid(model)) return std::nullopt;
-  const RowsOfCells rowsOfCells = SumStiffness(model.ElementStiffness);
-  if (!AllowsShortWays(rowsOfCells.back())) return std::nullopt;
+  const StiffnessPattern full = MakePattern(model.ElementStiffness, kFullCode * 0x01010101U);
+  if (!AllowsShortWays(full)) return std::nullopt;
   const int rows = model.CellRowCount + 1;
   const int columns = model.CellColumnCount + 1;
   WaveSystem system{.order = WaveOrder(rows, columns, NodeCodes(model)),
                     .rows = rows,
                     .columns = columns,
-                    .full = MakePattern(kFullCode * 0x01010101U, rowsOfCells)};
-  MakePatterns(system, rowsOfCells);
+                    .full = full};
+  MakePatterns(model.ElementStiffness, system);
   const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);
   system.fromAbove.resize(places);
