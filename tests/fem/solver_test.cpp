@@ -196,5 +196,13 @@ TEST(Solver, AnUnheldPlateDoesNotPassAsSolved) {
   EXPECT_NEAR(held.trueResidual, held.relativeResidual, 1e-8);
 }
 
+TEST(Solver, TheLastIterateStandsWhereTheLimitEndsTheSolve) {
+  Model beam = test::Cantilever(1, 1000);
+  const SolveReport report = SolveStructure(beam);
+  EXPECT_FALSE(report.converged);
+  EXPECT_EQ(report.iterations, report.equations + 10);
+  EXPECT_NEAR(report.trueResidual, report.relativeResidual, 1e-3 * report.relativeResidual);
+}
+
 }  // namespace
 }  // namespace quillane

@@ -55,6 +55,9 @@ std::vector<Model> Plates() {
     MarkActiveNodes(model);
     plates.push_back(model);
   }
+  Model gap = test::Cantilever(4, 30);  // the fifth row of nodes is alone in its strip
+  for (int d = 1; d <= 2; ++d) gap.NodeFreedom(test::Node(gap, 5, 15), d) = 1;
+  plates.push_back(gap);
   Model islands = test::Cantilever(30, 50);
   Mark(islands, 5, 10, 20, 17, kCellEmpty);
   Mark(islands, 10, 12, 12, 14, kCellDesign);  // an island that nothing holds
