@@ -1,27 +1,39 @@
 // Numbering of the quads and the steps through them.
 #include "fem/wave_order.h"
 
+#include <limits>
+
 namespace quillane {
 
 WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
+  std::size_t fewest = std::numeric_limits<std::size_t>::max();
+  int best = 0;
+  for (below_ = 0; below_ <= kBelow; ++below_) {
+    NumberQuads(rows, columns, codes);
+    if (Quads() >= fewest) continue;
+    fewest = Quads();
+    best = below_;
+  }
+  below_ = best;
   NumberQuads(rows, columns, codes);
   MakeSteps(columns);
 }
 
 void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> codes) {
-  const int strips = (rows + kLanes - 1) / kLanes;
+  const int strips = (rows + below_ + kLanes - 1) / kLanes;
   places_ = columns + kShear + 2 * kMargin;
   const int places = (strips + 2) * places_;
   quadAt_.assign(static_cast<std::size_t>(places), 0);
   const int width = columns + 2 * kShear;
+  const NodeCode* row = &codes[static_cast<std::size_t>((kBelow - below_) * width)];
   codes_ = {0};
-  for (int strip = 0; strip < strips; ++strip) {
+  strips_.clear();
+  for (int strip = 0; strip < strips; ++strip, row += kLanes * width) {
     strips_.push_back({0, codes_.size()});
     for (int column = 0; column < columns + kShear; ++column) {
       std::uint32_t quad = 0;
       for (int lane = 0; lane < kLanes; ++lane) {
-        const int place = (strip * kLanes + lane) * width + kShear + column - 2 * lane;
-        const std::uint32_t code = codes[static_cast<std::size_t>(place)];
+        const std::uint32_t code = row[lane * width + kShear + column - 2 * lane];
         quad |= code << (8 * lane);
       }
       if (quad == 0) continue;

@@ -22,10 +22,11 @@ namespace quillane {
 /// The number of a node is its WAVE, column + 2 row. On the right: so many waves before (-) or
 /// after (+) a node stand its neighbours.
 ///
-/// STRIP: four grid rows, strip s the rows 4 s to 4 s + 3.
+/// STRIP: four grid rows. The lowest strip may begin below the grid, by the 0 to 3 rows that give
+///     the fewest quads; from there on rows and waves are counted.
 /// QUAD: the nodes of one wave in one strip, one per row; in the drawing the four sixes of strip 0
 ///     are one quad. It is what the solver computes side by side and keeps together in memory.
-/// LANE: a node's place in its quad, its row modulo 4. A lane without a node with an equation
+/// LANE: a node's place in its quad, its row in the strip. A lane without a node with an equation
 ///     holds zeros in every vector. A neighbour in the same row stands in the same lane of another
 ///     quad of the strip; the one in the row below stands one lane lower, for lane 0 in lane 3 of
 ///     the strip below.
@@ -54,10 +55,12 @@ class WaveOrder {
  public:
   /// Lane 3 of a quad stands so many columns left of lane 0.
   static constexpr int kShear = 2 * (kLanes - 1);
+  /// Most rows of the lowest strip below the grid, and of the highest above it.
+  static constexpr int kBelow = kLanes - 1;
 
   /// The order of a grid's nodes; codes of node (row, column), both from 0, at
-  /// [row * (columns + 2 kShear) + kShear + column], with zeros beside them and above, up to a
-  /// multiple of kLanes rows. At most 32767 nodes, so that a quad's index fits 16 bits.
+  /// [(row + kBelow) * (columns + 2 kShear) + kShear + column], with zeros below, beside and, for
+  /// kBelow rows, above them. At most 32767 nodes, so that a quad's index fits 16 bits.
   WaveOrder(int rows, int columns, std::span<const NodeCode> codes);
 
   /// Largest number of a quad.
@@ -81,8 +84,11 @@ class WaveOrder {
   /// the product looks one step ahead.
   std::span<const Begin> Strips() const { return strips_; }
 
-  /// Quad of node (row, column); its lane is row % kLanes.
-  QuadIndex QuadOf(int row, int column) const { return QuadAt(row / kLanes, column + 2 * row); }
+  /// Quad and lane of node (row, column).
+  QuadIndex QuadOf(int row, int column) const {
+    return QuadAt((row + below_) / kLanes, column + 2 * (row + below_));
+  }
+  int LaneOf(int row) const { return (row + below_) % kLanes; }
 
  private:
   /// Lane 0 of the strip above, in the same column, is so many waves later.
@@ -99,7 +105,8 @@ class WaveOrder {
   void NumberQuads(int rows, int columns, std::span<const NodeCode> codes);
   void MakeSteps(int columns);
 
-  int places_;                     ///< per strip in quadAt_, with a margin at both ends
+  int below_ = 0;                  ///< rows of the lowest strip below the grid
+  int places_ = 0;                 ///< per strip in quadAt_, with a margin at both ends
   std::vector<QuadIndex> quadAt_;  ///< by strip, from -1, and wave; 0 where there is no quad
   std::vector<std::uint32_t> codes_;
   std::vector<Step> steps_;

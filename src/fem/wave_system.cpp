@@ -22,11 +22,12 @@ std::vector<NodeCode> NodeCodes(const Model& model) {
     for (std::size_t i = 1; i <= rows; ++i, ++state) isPresent[i * up + j] = *state > 0;
   }
   constexpr std::size_t kShear = WaveOrder::kShear;
-  const std::size_t codeRows = (rows + kLanes) / kLanes * kLanes;
-  std::vector<NodeCode> codes(codeRows * (columns + 1 + 2 * kShear), 0);
+  constexpr std::size_t kBelow = WaveOrder::kBelow;
+  const std::size_t width = columns + 1 + 2 * kShear;
+  std::vector<NodeCode> codes((rows + 1 + 2 * kBelow) * width, 0);
   const Integer* numberU = &model.DofNumber.Column(1, model.NodeCount)[1];
   const Integer* numberV = &model.DofNumber.Column(2, model.NodeCount)[1];
-  NodeCode* code = codes.data();
+  NodeCode* code = &codes[kBelow * width];
   for (std::size_t i = 0; i <= rows; ++i, code += kShear) {
     code += kShear;
     for (std::size_t j = 0; j <= columns; ++j, ++code, ++numberU, ++numberV) {

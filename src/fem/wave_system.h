@@ -109,11 +109,12 @@ struct WaveSystem {
   void ForEachEquation(std::vector<QuadNumbers>& vector, const Visit& visit) const {
     int equation = 0;
     for (int i = 0; i < rows; ++i) {
+      const int lane = order.LaneOf(i);
       for (int j = 0; j < columns; ++j) {
         const QuadIndex quad = order.QuadOf(i, j);
-        const std::uint32_t code = order.Codes(quad) >> (8 * (i % kLanes));
-        if ((code & kEquationU) != 0) visit(++equation, vector[quad].u.lane[i % kLanes]);
-        if ((code & kEquationV) != 0) visit(++equation, vector[quad].v.lane[i % kLanes]);
+        const std::uint32_t code = order.Codes(quad) >> (8 * lane);
+        if ((code & kEquationU) != 0) visit(++equation, vector[quad].u.lane[lane]);
+        if ((code & kEquationV) != 0) visit(++equation, vector[quad].v.lane[lane]);
       }
     }
   }
