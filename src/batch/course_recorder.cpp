@@ -1,4 +1,3 @@
-// Step by step into table, frames and terminal.
 #include "batch/course_recorder.h"
 
 #include <cerrno>

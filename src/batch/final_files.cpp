@@ -1,4 +1,3 @@
-// Model, tables and picture of the end.
 #include "batch/final_files.h"
 
 #include <fmt/format.h>

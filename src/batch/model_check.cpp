@@ -1,4 +1,3 @@
-// Checks of a model file, record group by record group.
 #include "batch/model_check.h"
 
 #include <fmt/format.h>

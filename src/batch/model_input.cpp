@@ -1,4 +1,3 @@
-// Reading a model from wherever it comes.
 #include "batch/model_input.h"
 
 #include <fstream>

@@ -1,4 +1,3 @@
-// Strict reading of option values.
 #include "batch/option_values.h"
 
 #include <fmt/format.h>

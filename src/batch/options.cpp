@@ -1,4 +1,3 @@
-// The command line of quillane-batch, on CLI11.
 #include "batch/options.h"
 
 #include <CLI/CLI.hpp>

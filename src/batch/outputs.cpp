@@ -1,4 +1,3 @@
-// Output names tried, and output written.
 #include "batch/outputs.h"
 
 #include <fmt/format.h>

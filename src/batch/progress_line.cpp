@@ -1,4 +1,3 @@
-// One terminal line that moves.
 #include "batch/progress_line.h"
 
 #include <fmt/format.h>

@@ -1,4 +1,3 @@
-// The batch run: open, analyse, optimize, write, sum up.
 #include "batch/run.h"
 
 #include <fmt/format.h>

@@ -1,4 +1,3 @@
-// The summary as lines and as JSON.
 #include "batch/run_summary.h"
 
 #include <fmt/format.h>

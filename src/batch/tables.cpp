@@ -1,4 +1,3 @@
-// Tables and pictures as the content of files.
 #include "batch/tables.h"
 
 #include <fmt/format.h>

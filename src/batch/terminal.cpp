@@ -1,4 +1,3 @@
-// What the platform tells of a terminal.
 #include "batch/terminal.h"
 
 #include <QByteArray>

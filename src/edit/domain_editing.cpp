@@ -1,4 +1,3 @@
-// Rectangles by two presses: the first is held, the second edits.
 #include "edit/domain_editing.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// The edit modes, told apart.
 #include "edit/press.h"
 
 #include "edit/domain_editing.h"

@@ -1,4 +1,3 @@
-// Texts to numbers, all of a dialog or none.
 #include "edit/settings.h"
 
 #include "model/number_text.h"

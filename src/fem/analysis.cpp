@@ -1,4 +1,3 @@
-// The finite-element chain, step by step.
 #include "fem/analysis.h"
 
 #include <algorithm>

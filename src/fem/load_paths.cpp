@@ -1,4 +1,3 @@
-// Pieces of cells, and what holds them.
 #include "fem/load_paths.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Rows of few entries, kept sorted as they are added to.
 #include "model/coupling_matrix.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Comparison of each layout with those of the steps before.
 #include "optimize/optimization_course.h"
 
 #include <algorithm>

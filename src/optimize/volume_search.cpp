@@ -1,4 +1,3 @@
-// Stages tried, kept and dropped.
 #include "optimize/volume_search.h"
 
 #include <cmath>

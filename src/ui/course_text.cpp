@@ -1,4 +1,3 @@
-// A line for each thing that is worth knowing now.
 #include "ui/course_text.h"
 
 #include <QStringList>

@@ -1,4 +1,3 @@
-// The shown text is cut at painting; text() stays whole.
 #include "ui/elided_label.h"
 
 #include <QEvent>

@@ -1,4 +1,3 @@
-// The lists of the file dialogs and how they follow each other.
 #include "ui/file_form.h"
 
 #include <QComboBox>

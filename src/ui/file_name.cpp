@@ -1,4 +1,3 @@
-// Conversion of file names, sequence by sequence.
 #include "ui/file_name.h"
 
 #include <QByteArray>

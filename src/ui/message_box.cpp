@@ -1,4 +1,3 @@
-// Plain text, one button.
 #include "ui/message_box.h"
 
 #include <QMessageBox>

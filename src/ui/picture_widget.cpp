@@ -1,4 +1,3 @@
-// Mouse positions in user coordinates, repaints from the image.
 #include "ui/picture_widget.h"
 
 #include <QMouseEvent>

@@ -1,4 +1,3 @@
-// The first place that takes the file: the current directory, the temporary folder.
 #include "ui/rescue_file.h"
 
 #include <exception>
