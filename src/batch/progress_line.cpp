@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <string>
 
 #include "batch/terminal.h"
 #include "model/number_text.h"

@@ -14,7 +14,6 @@
 #include "batch/model_input.h"
 #include "batch/outputs.h"
 #include "batch/run_summary.h"
-#include "batch/tables.h"
 #include "export/outline_file.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"

@@ -1,7 +1,7 @@
 // How a client area is shared by canvas, legend and labels.
 #pragma once
 
-#include "model/model.h"
+#include "model/types.h"
 
 namespace quillane {
 

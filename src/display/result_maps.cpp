@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <string>
 
 #include "display/canvas_drawing.h"
 #include "display/palette.h"

@@ -1,6 +1,5 @@
 #include "fem/stress.h"
 
-#include <array>
 #include <cmath>
 #include <span>
 

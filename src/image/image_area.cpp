@@ -38,8 +38,6 @@ bool IsPoint(QPointF point) { return !std::isnan(point.x()) && !std::isnan(point
 
 ImageArea::ImageArea() { Resize(1, 1, 1); }
 
-ImageArea::~ImageArea() = default;
-
 void ImageArea::Resize(int width, int height, double devicePixelRatio) {
   const auto pixels = [devicePixelRatio](int length) {
     const double exact = std::round(std::max(length, 1) * devicePixelRatio);

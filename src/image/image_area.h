@@ -17,9 +17,6 @@ namespace quillane {
 class ImageArea final : public DrawingArea {
  public:
   ImageArea();
-  ~ImageArea() override;
-  ImageArea(const ImageArea&) = delete;
-  ImageArea& operator=(const ImageArea&) = delete;
 
   /// A fresh picture of width x height logical pixels in the background colour; sizes below 1 count
   /// as 1. Throws RunTimeError (out of memory) for a picture too large to hold.

@@ -17,11 +17,6 @@ void KeepEarlierHistory(const std::filesystem::path& path);
 /// while it is open.
 class History {
  public:
-  History() = default;
-  ~History() = default;
-  History(const History&) = delete;
-  History& operator=(const History&) = delete;
-
   /// Sets HistoryRecording, creates or empties the file, writes the header and a record of the
   /// present state. Throws RunTimeError (file), also where path names something other than an
   /// ordinary file.
