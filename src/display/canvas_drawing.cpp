@@ -31,10 +31,8 @@ ElementBox BoxOf(const Model& model, int element) {
           model.NodeXY(third, 2)};
 }
 
-void DrawFramedElement(DrawingArea& picCanvas, const Model& model, int element, Color fill) {
+void FrameElement(DrawingArea& picCanvas, const Model& model, int element) {
   const ElementBox box = BoxOf(model, element);
-  picCanvas.SetColor(fill);
-  picCanvas.FillBox(box.x1, box.y1, box.x2, box.y2);
   picCanvas.SetColor(kCyan);
   picCanvas.DrawBox(box.x1, box.y1, box.x2, box.y2);
 }
@@ -46,12 +44,9 @@ void DrawCells(DrawingArea& picCanvas, const Model& model, Integer state, Color 
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       ++element;
       if (model.CellState(i, j) != state) continue;
-      if (style.grid) {
-        DrawFramedElement(picCanvas, model, element, fill);
-      } else {
-        picCanvas.SetColor(fill);
-        FillElement(picCanvas, model, element);
-      }
+      picCanvas.SetColor(fill);
+      FillElement(picCanvas, model, element);
+      if (style.grid) FrameElement(picCanvas, model, element);
     }
   }
 }
@@ -100,7 +95,9 @@ void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, doub
 
 void HighlightCell(DrawingArea& picCanvas, const Model& model, int element) {
   picCanvas.SetLineWidth(1);
-  DrawFramedElement(picCanvas, model, element, kRed);
+  picCanvas.SetColor(kRed);
+  FillElement(picCanvas, model, element);
+  FrameElement(picCanvas, model, element);
 }
 
 }  // namespace quillane

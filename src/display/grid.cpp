@@ -22,20 +22,9 @@ GridLimits LimitsOf(Single elementSize, const UserScale& scale) {
           LinesWithin(-scale.bottom, elementSize), LinesWithin(scale.top, elementSize)};
 }
 
-void SweepX(DrawingArea& picCanvas, int limit, Single step) {
-  const UserScale scale = picCanvas.Scale();
-  for (int i = 1; i <= limit; ++i) {
-    const auto x = static_cast<double>(static_cast<Single>(i) * step);
-    picCanvas.DrawLine(x, scale.top, x, scale.bottom);
-  }
-}
-
-void SweepY(DrawingArea& picCanvas, int limit, Single step) {
-  const UserScale scale = picCanvas.Scale();
-  for (int i = 1; i <= limit; ++i) {
-    const auto y = static_cast<double>(static_cast<Single>(i) * step);
-    picCanvas.DrawLine(scale.left, y, scale.right, y);
-  }
+template <class DrawAt>
+void Sweep(int limit, Single step, const DrawAt& drawAt) {
+  for (int i = 1; i <= limit; ++i) drawAt(double{static_cast<Single>(i) * step});
 }
 
 }  // namespace
@@ -43,15 +32,17 @@ void SweepY(DrawingArea& picCanvas, int limit, Single step) {
 void drawGrid(DrawingArea& picCanvas, const Model& model) {
   const UserScale scale = picCanvas.Scale();
   const GridLimits limits = LimitsOf(model.ElementSize, scale);
+  const auto upright = [&](double x) { picCanvas.DrawLine(x, scale.top, x, scale.bottom); };
+  const auto level = [&](double y) { picCanvas.DrawLine(scale.left, y, scale.right, y); };
   picCanvas.SetLineWidth(1);
   picCanvas.SetColor(kRed);
-  picCanvas.DrawLine(0, scale.top, 0, scale.bottom);
-  picCanvas.DrawLine(scale.left, 0, scale.right, 0);
+  upright(0);
+  level(0);
   picCanvas.SetColor(kCyan);
-  SweepX(picCanvas, limits.left, -model.ElementSize);
-  SweepX(picCanvas, limits.right, model.ElementSize);
-  SweepY(picCanvas, limits.bottom, -model.ElementSize);
-  SweepY(picCanvas, limits.top, model.ElementSize);
+  Sweep(limits.left, -model.ElementSize, upright);
+  Sweep(limits.right, model.ElementSize, upright);
+  Sweep(limits.bottom, -model.ElementSize, level);
+  Sweep(limits.top, model.ElementSize, level);
 }
 
 bool GridIsDrawable(Single elementSize, const UserScale& scale) {

@@ -42,14 +42,9 @@ void CanvasView::ShowModel() {
 
 void CanvasView::ShowMap(Integer displayMode) {
   CheckView();
-  if (displayMode == kShowStress) {
-    DrawStressMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
-    MarkCorner();
-  }
-  if (displayMode == kShowPotential) {
-    DrawNeuronMap(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
-    MarkCorner();
-  }
+  const auto draw = displayMode == kShowPotential ? DrawNeuronMap : DrawStressMap;
+  draw(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_, {});
+  MarkCorner();
 }
 
 void CanvasView::Clear() {

@@ -29,8 +29,7 @@ class CanvasView {
   /// Marks the active nodes and draws the model, a held corner with it, beside a bare legend.
   void ShowModel();
 
-  /// Draws the map of the given DisplayMode with its legend, a held corner with it; nothing for
-  /// other codes.
+  /// Draws the map of the given DisplayMode with its legend, a held corner with it.
   void ShowMap(Integer displayMode);
 
   /// Wipes both: background, axes and grid, bare legend.
