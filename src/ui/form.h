@@ -28,18 +28,19 @@ class Form : public QDialog {
 
   frmMain& Main() { return main_; }
 
-  /// Calls the dialog's handler at each click.
-  template <class Dialog>
-  void OnClick(QPushButton* button, void (Dialog::*handler)()) {
-    connect(button, &QPushButton::clicked, this,
-            Main().Guarded(static_cast<Dialog*>(this), handler));
-  }
-
   // Controls under their own names, for the initializers of the members that hold them.
   QLabel* Label(const char* caption);
   QLineEdit* NumberBox(const char* name, const char* text = "");
   QRadioButton* Option(const char* name, const char* caption);
   QPushButton* Button(const char* name, const char* caption);
+  /// Calls the dialog's handler at each click.
+  template <class Dialog>
+  QPushButton* Button(const char* name, const char* caption, void (Dialog::*handler)()) {
+    QPushButton* button = Button(name, caption);
+    connect(button, &QPushButton::clicked, this,
+            Main().Guarded(static_cast<Dialog*>(this), handler));
+    return button;
+  }
 
   /// A box with what belongs to it; a text that is empty is left out.
   struct Field {

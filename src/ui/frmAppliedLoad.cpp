@@ -15,7 +15,6 @@ frmAppliedLoad::frmAppliedLoad(frmMain& main) : Form(main, "frmAppliedLoad", "Ap
   rows->addWidget(OptionFrame({optLoadOn, optLoadOff}));
   rows->addLayout(FieldGrid({{"", "Force-X: ", txtLoadX, ""}, {"", "Force-Y: ", txtLoadY, ""}}));
   rows->addLayout(ButtonRow(cmdOK));
-  OnClick(cmdOK, &frmAppliedLoad::cmdOK_Click);
   for (const QLineEdit* box : {txtLoadX, txtLoadY}) {
     connect(box, &QLineEdit::textEdited, optLoadOn, [this] { optLoadOn->setChecked(true); });
   }

@@ -21,7 +21,7 @@ class frmAppliedLoad : public Form {
   QRadioButton* optLoadOff = Option("optLoadOff", "Nothing");
   QLineEdit* txtLoadX = NumberBox("txtLoadX");
   QLineEdit* txtLoadY = NumberBox("txtLoadY");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmAppliedLoad::cmdOK_Click);
 };
 
 }  // namespace quillane

@@ -17,7 +17,6 @@ frmController::frmController(frmMain& main)
                  {"Specify threshold value Epsilon", "Epsilon:", txtDpEpsilon, ""},
                  {"and forget coefficient Lambda.", "Lambda:", txtDpLambda, ""}}));
   rows->addLayout(ButtonRow(cmdOK));
-  OnClick(cmdOK, &frmController::cmdOK_Click);
   Form_Load();
 }
 

@@ -19,7 +19,7 @@ class frmController : public Form {
   QLineEdit* txtDpStress = NumberBox("txtDpStress");
   QLineEdit* txtDpEpsilon = NumberBox("txtDpEpsilon");
   QLineEdit* txtDpLambda = NumberBox("txtDpLambda");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmController::cmdOK_Click);
 };
 
 }  // namespace quillane

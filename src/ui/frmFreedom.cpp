@@ -6,7 +6,6 @@ namespace quillane {
 
 frmFreedom::frmFreedom(frmMain& main) : Form(main, "frmFreedom", "Freedom Conditions") {
   LayOutChoice("Choose individual node settings.", {optFixX, optFixY, optFixXY, optFree}, cmdOK);
-  OnClick(cmdOK, &frmFreedom::cmdOK_Click);
   Form_Load();
 }
 

@@ -20,7 +20,7 @@ class frmFreedom : public Form {
   QRadioButton* optFixY = Option("optFixY", "Y-Displacement Fixed");
   QRadioButton* optFixXY = Option("optFixXY", "All Displacement Fixed");
   QRadioButton* optFree = Option("optFree", "Nothing");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmFreedom::cmdOK_Click);
 };
 
 }  // namespace quillane

@@ -6,7 +6,6 @@ namespace quillane {
 
 frmImageIndicator::frmImageIndicator(frmMain& main) : Form(main, "frmImageIndicator", "Graphics") {
   LayOutChoice("Choose what you want to show.", {optStressValue, optNeuronValue}, cmdOK);
-  OnClick(cmdOK, &frmImageIndicator::cmdOK_Click);
   Form_Load();
 }
 

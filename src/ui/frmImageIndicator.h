@@ -18,7 +18,7 @@ class frmImageIndicator : public Form {
 
   QRadioButton* optStressValue = Option("optStressValue", "von Mises Stress");
   QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmImageIndicator::cmdOK_Click);
 };
 
 }  // namespace quillane

@@ -17,7 +17,6 @@ frmMaterial::frmMaterial(frmMain& main) : Form(main, "frmMaterial", "Design Prop
                              {"", "Thickness: ", txtThickness, "mm"},
                              {"", "Poissons Ratio: ", txtPoison, ""}}));
   rows->addLayout(ButtonRow(cmdOK));
-  OnClick(cmdOK, &frmMaterial::cmdOK_Click);
   Form_Load();
 }
 

@@ -19,7 +19,7 @@ class frmMaterial : public Form {
   QLineEdit* txtEmod = NumberBox("txtEmod");
   QLineEdit* txtThickness = NumberBox("txtThickness");
   QLineEdit* txtPoison = NumberBox("txtPoison");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmMaterial::cmdOK_Click);
 };
 
 }  // namespace quillane

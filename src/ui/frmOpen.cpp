@@ -2,10 +2,7 @@
 
 namespace quillane {
 
-frmOpen::frmOpen(frmMain& main) : FileForm(main, "frmOpen", "Open Model") {
-  OnClick(cmdOpen, &frmOpen::cmdOpen_Click);
-  Complete(cmdOpen);
-}
+frmOpen::frmOpen(frmMain& main) : FileForm(main, "frmOpen", "Open Model") { Complete(cmdOpen); }
 
 void frmOpen::cmdOpen_Click() {
   Trapped([this] { Main().OpenModel(FullPath()); });

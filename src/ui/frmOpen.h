@@ -15,7 +15,7 @@ class frmOpen : public FileForm {
  private:
   void cmdOpen_Click();
 
-  QPushButton* cmdOpen = Button("cmdOpen", "Open");
+  QPushButton* cmdOpen = Button("cmdOpen", "Open", &frmOpen::cmdOpen_Click);
 };
 
 }  // namespace quillane

@@ -23,9 +23,6 @@ frmOptimization::frmOptimization(frmMain& main)
   lblCourse->setMinimumSize(lblCourse->fontMetrics().horizontalAdvance(kLongestCourseLine),
                             lblCourse->fontMetrics().lineSpacing() * kCourseLines);
   rows->addWidget(lblCourse);
-  OnClick(cmdAutoStart, &frmOptimization::cmdAutoStart_Click);
-  OnClick(cmdAutoStop, &frmOptimization::cmdAutoStop_Click);
-  OnClick(cmdManual, &frmOptimization::cmdManual_Click);
   connect(&main, &frmMain::StepDone, this, &frmOptimization::FollowStep);
   Form_Load();
 }

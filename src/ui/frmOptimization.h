@@ -26,9 +26,11 @@ class frmOptimization : public Form {
   /// Right of the main window as far as the screen has room, so that the map stays in view.
   void PlaceBesideTheMap();
 
-  QPushButton* cmdAutoStart = Button("cmdAutoStart", "Automatic_Start");
-  QPushButton* cmdAutoStop = Button("cmdAutoStop", "Automatic_Stop");
-  QPushButton* cmdManual = Button("cmdManual", "Bit by Bit");
+  QPushButton* cmdAutoStart =
+      Button("cmdAutoStart", "Automatic_Start", &frmOptimization::cmdAutoStart_Click);
+  QPushButton* cmdAutoStop =
+      Button("cmdAutoStop", "Automatic_Stop", &frmOptimization::cmdAutoStop_Click);
+  QPushButton* cmdManual = Button("cmdManual", "Bit by Bit", &frmOptimization::cmdManual_Click);
   QLabel* lblCourse = Label("");
   std::optional<BusyPointer> busy_;  ///< while steps follow each other
 };

@@ -4,10 +4,7 @@
 
 namespace quillane {
 
-frmSave::frmSave(frmMain& main) : FileForm(main, "frmSave", "Save Model") {
-  OnClick(cmdSave, &frmSave::cmdSave_Click);
-  Complete(cmdSave);
-}
+frmSave::frmSave(frmMain& main) : FileForm(main, "frmSave", "Save Model") { Complete(cmdSave); }
 
 void frmSave::cmdSave_Click() {
   Trapped([this] { SaveModelFile(Main().model(), FullPath()); });

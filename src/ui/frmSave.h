@@ -15,7 +15,7 @@ class frmSave : public FileForm {
  private:
   void cmdSave_Click();
 
-  QPushButton* cmdSave = Button("cmdSave", "Save");
+  QPushButton* cmdSave = Button("cmdSave", "Save", &frmSave::cmdSave_Click);
 };
 
 }  // namespace quillane

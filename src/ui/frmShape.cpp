@@ -9,7 +9,6 @@ frmShape::frmShape(frmMain& main) : Form(main, "frmShape", "Shape", "cmdCancel")
                {optDesignDomain, optAddElements, optRemoveElements, optAddNonDesignElements,
                 optDeleteDesignDomain, optDoNot},
                cmdOK);
-  OnClick(cmdOK, &frmShape::cmdOK_Click);
   Form_Load();
 }
 

@@ -23,7 +23,7 @@ class frmShape : public Form {
       Option("optAddNonDesignElements", "Add Non-Design Structural Elements");
   QRadioButton* optDeleteDesignDomain = Option("optDeleteDesignDomain", "Delete Design Domain");
   QRadioButton* optDoNot = Option("optDoNot", "Nothing");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmShape::cmdOK_Click);
 };
 
 }  // namespace quillane

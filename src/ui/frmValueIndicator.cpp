@@ -8,7 +8,6 @@ frmValueIndicator::frmValueIndicator(frmMain& main) : Form(main, "frmValueIndica
   LayOutChoice("Choose what you want to check.",
                {optLoadValue, optDisplacementValue, optStressValue, optNeuronValue, optDoNot},
                cmdOK);
-  OnClick(cmdOK, &frmValueIndicator::cmdOK_Click);
   Form_Load();
 }
 

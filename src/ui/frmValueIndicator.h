@@ -21,7 +21,7 @@ class frmValueIndicator : public Form {
   QRadioButton* optStressValue = Option("optStressValue", "von Mises Stress value");
   QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential value");
   QRadioButton* optDoNot = Option("optDoNot", "Nothing");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmValueIndicator::cmdOK_Click);
 };
 
 }  // namespace quillane

@@ -32,7 +32,6 @@ frmWidth::frmWidth(frmMain& main) : Form(main, "frmWidth", "Width and Mesh Densi
   rows->addLayout(FieldGrid({{"Enter display area Width in mm units.", "", txtWidth, "mm"},
                              {"Enter element-Size in mm units.", "", txtUnitGrid, "mm"}}));
   rows->addLayout(ButtonRow(cmdOK));
-  OnClick(cmdOK, &frmWidth::cmdOK_Click);
   Form_Load();
 }
 

@@ -19,7 +19,7 @@ class frmWidth : public Form {
 
   QLineEdit* txtWidth = NumberBox("txtWidth", "1000");
   QLineEdit* txtUnitGrid = NumberBox("txtUnitGrid", "1000");
-  QPushButton* cmdOK = Button("cmdOK", "OK");
+  QPushButton* cmdOK = Button("cmdOK", "OK", &frmWidth::cmdOK_Click);
 };
 
 }  // namespace quillane
