@@ -5,10 +5,10 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "model/numbers.h"
-#include "model/run_time_error.h"
 
 namespace quillane {
 namespace {
@@ -44,28 +44,29 @@ std::pair<std::string_view, std::string_view> Halves(std::string_view text, char
   return {text.substr(0, at), text.substr(at + 1)};
 }
 
+Integer IntegerFrom(int lowest, const std::string& option, std::string_view text) {
+  const std::optional<int> value = Whole<int>(text);
+  if (!value || *value < lowest || *value > kIntegerMax) {
+    Refuse(option, fmt::format("a whole number from {} to {}", lowest, kIntegerMax), text);
+  }
+  return static_cast<Integer>(*value);
+}
+
 }  // namespace
 
-double DecimalNumber(const std::string& option, std::string_view text) {
+Single SingleNumber(const std::string& option, std::string_view text) {
   const std::optional<double> value = Finite(text);
   if (!value) Refuse(option, "a decimal number such as 24.5", text);
-  return *value;
+  if (!FitsSingle(*value)) Refuse(option, "a number of single precision", text);
+  return static_cast<Single>(*value);
 }
 
-Single SingleNumber(const std::string& option, std::string_view text) {
-  try {
-    return ToSingle(DecimalNumber(option, text), "the value");
-  } catch (const RunTimeError&) {
-    Refuse(option, "a number of single precision", text);
-  }
+Integer IntegerNumber(const std::string& option, std::string_view text) {
+  return IntegerFrom(std::numeric_limits<Integer>::min(), option, text);
 }
 
-int WholeNumber(const std::string& option, std::string_view text, int lowest, int highest) {
-  const std::optional<int> value = Whole<int>(text);
-  if (!value || *value < lowest || *value > highest) {
-    Refuse(option, fmt::format("a whole number from {} to {}", lowest, highest), text);
-  }
-  return *value;
+Integer StepCount(const std::string& option, std::string_view text) {
+  return IntegerFrom(0, option, text);
 }
 
 double Share(const std::string& option, std::string_view text) {
@@ -90,7 +91,7 @@ std::pair<int, int> PixelSize(const std::string& option, std::string_view text) 
   return {*width, *height};
 }
 
-std::pair<double, double> NumberRange(const std::string& option, std::string_view text) {
+ValueRange NumberRange(const std::string& option, std::string_view text) {
   const auto [first, second] = Halves(text, ',');
   const std::optional<double> low = Finite(first), high = Finite(second);
   if (!low || !high || *low >= *high) {

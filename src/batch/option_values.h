@@ -5,17 +5,18 @@
 #include <string_view>
 #include <utility>
 
+#include "display/drawing_style.h"
 #include "model/types.h"
 
 namespace quillane {
 
 /// A decimal number such as 24.5 or 2.1e-3. All functions here throw CLI::ValidationError, with the
 /// option's name, for anything else than the whole text being such a value.
-double DecimalNumber(const std::string& option, std::string_view text);
 Single SingleNumber(const std::string& option, std::string_view text);
 
-/// A whole number from lowest to highest, in decimal digits.
-int WholeNumber(const std::string& option, std::string_view text, int lowest, int highest);
+/// A whole number in decimal digits: any Integer, or one from 0 on.
+Integer IntegerNumber(const std::string& option, std::string_view text);
+Integer StepCount(const std::string& option, std::string_view text);
 
 /// A number between 0 and 1, both excluded.
 double Share(const std::string& option, std::string_view text);
@@ -24,6 +25,6 @@ double Share(const std::string& option, std::string_view text);
 std::pair<int, int> PixelSize(const std::string& option, std::string_view text);
 
 /// "0,120": two numbers, the first below the second.
-std::pair<double, double> NumberRange(const std::string& option, std::string_view text);
+ValueRange NumberRange(const std::string& option, std::string_view text);
 
 }  // namespace quillane

@@ -1,11 +1,10 @@
 #include "batch/options.h"
 
 #include <CLI/CLI.hpp>
-#include <functional>
 #include <iostream>
-#include <limits>
 #include <map>
 #include <string>
+#include <tuple>
 
 #include "batch/failure.h"
 #include "batch/option_values.h"
@@ -62,10 +61,13 @@ class CommandLine {
   }
 
  private:
-  /// An option whose text a function reads. Given without a value, it gets the empty text.
-  CLI::Option* Add(const std::string& name, const char* type, const char* help,
-                   const std::function<void(const std::string&)>& read) {
-    return app_.add_option_function<std::string>(name, read, help)->type_name(type)->group(group_);
+  /// An option that read(name, text) turns into its value. Given without a text, it gets the empty
+  /// one.
+  template <class Value, class Read>
+  CLI::Option* Add(const std::string& name, const char* type, const char* help, Value& value,
+                   const Read& read) {
+    const auto store = [&value, name, read](const std::string& text) { value = read(name, text); };
+    return app_.add_option_function<std::string>(name, store, help)->type_name(type)->group(group_);
   }
 
   CLI::Option* AddFlag(const char* name, bool& flag, const char* help) {
@@ -85,28 +87,19 @@ class CommandLine {
   void AddCourse() {
     group_ = "Optimization";
     auto* steps = Add("--steps", "N", "optimization steps after the analysis (default 0)",
-                      [this](const std::string& text) {
-                        options_.steps = WholeNumber("--steps", text, 0, kIntegerMax);
-                      });
+                      options_.steps, StepCount);
     auto* steady = AddFlag("--until-steady", options_.untilSteady,
                            "step until the layout rests; --steps N: at most N");
     auto* fraction = Add("--volume-fraction", "F",
                          "raise the stress target in stages until this share of the volume is "
                          "left, for example 0.5; Epsilon 5 and Lambda 0.1 unless given",
-                         [this](const std::string& text) {
-                           options_.volumeFraction = Share("--volume-fraction", text);
-                         });
+                         options_.volumeFraction, Share);
     auto* target = Add("--stress-target", "S", "in place of the model's, MPa",
-                       [this](const std::string& text) {
-                         options_.stressTarget = SingleNumber("--stress-target", text);
-                       });
-    Add("--epsilon", "E", "threshold in place of the model's, a whole number",
-        [this](const std::string& text) {
-          options_.epsilon = static_cast<Integer>(
-              WholeNumber("--epsilon", text, std::numeric_limits<Integer>::min(), kIntegerMax));
-        });
-    Add("--lambda", "L", "forget coefficient in place of the model's",
-        [this](const std::string& text) { options_.lambda = SingleNumber("--lambda", text); });
+                       options_.stressTarget, SingleNumber);
+    Add("--epsilon", "E", "threshold in place of the model's, a whole number", options_.epsilon,
+        IntegerNumber);
+    Add("--lambda", "L", "forget coefficient in place of the model's", options_.lambda,
+        SingleNumber);
     fraction->excludes(steps)->excludes(steady)->excludes(target);
   }
 
@@ -125,15 +118,10 @@ class CommandLine {
     AddFile("--image", options_.image, "FILE.png", "the final picture with its legend, as PNG");
     AddFile("--frames", options_.frames, "DIR", "a picture of the analysis and of every step");
     Add("--map", "KIND", "what they show: stress (default), potential or model",
-        [this](const std::string& text) { options_.picture.kind = Kind("--map", text); });
-    Add("--size", "WxH", "pixels (default 1200x800)", [this](const std::string& text) {
-      std::tie(options_.picture.width, options_.picture.height) = PixelSize("--size", text);
-    });
+        options_.picture.kind, Kind);
+    Add("--size", "WxH", "pixels (default 1200x800)", size_, PixelSize);
     Add("--range", "MIN,MAX", "the colours' range in place of the smallest and largest value",
-        [this](const std::string& text) {
-          const auto [smallest, largest] = NumberRange("--range", text);
-          options_.picture.style.range = {smallest, largest};
-        });
+        options_.picture.style.range, NumberRange);
     AddFlag("--fit", options_.picture.fitDomain, "frame the design domain, not the model's view");
     AddFlag("--label", options_.label, "write step and volume into them");
     app_.add_flag_callback(
@@ -155,6 +143,7 @@ class CommandLine {
   }
 
   BatchOptions& options_;
+  std::tuple<int&, int&> size_{options_.picture.width, options_.picture.height};
   CLI::App app_{kDescription, "quillane-batch"};
   std::string group_;
 };
