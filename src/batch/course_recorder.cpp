@@ -1,38 +1,19 @@
 #include "batch/course_recorder.h"
 
-#include <cerrno>
-#include <system_error>
-
 #include "batch/failure.h"
-#include "batch/outputs.h"
 #include "batch/tables.h"
 #include "export/vtu.h"
 
 namespace quillane {
-namespace {
-
-int LeaveOpen(std::FILE*) { return 0; }
-
-std::unique_ptr<std::FILE, int (*)(std::FILE*)> OpenTable(const std::filesystem::path& path) {
-  if (path.empty()) return {nullptr, LeaveOpen};
-  if (path == "-") return {stdout, LeaveOpen};
-  std::FILE* const file = std::fopen(path.string().c_str(), "wb");
-  if (file == nullptr)
-    throw Failure{kExitUsageOrFile, path.string() + ": " + std::generic_category().message(errno)};
-  return {file, std::fclose};
-}
-
-}  // namespace
 
 CourseRecorder::CourseRecorder(const BatchOptions& options, RunSummary& summary, int steps)
-    : options_(options),
-      summary_(summary),
-      progress_(stderr, !options.quiet, steps),
-      table_(nullptr, LeaveOpen) {}
+    : options_(options), summary_(summary), progress_(stderr, !options.quiet, steps) {}
 
 void CourseRecorder::Analysed(const Model& model, const SolveReport& report) {
-  table_ = OpenTable(options_.course);
-  WriteLine(CourseHeader());
+  if (!options_.course.empty()) {
+    Named(options_.course.string(), [&] { table_ = OpenStream(options_.course); });
+    WriteLine(CourseHeader());
+  }
   summary_.startVolume = model.Volume;
   AnalysedAgain(model, report);
   Show(model, report);

@@ -1,11 +1,11 @@
 // What a batch run leaves of every step.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "batch/options.h"
+#include "batch/outputs.h"
 #include "batch/progress_line.h"
 #include "batch/run_summary.h"
 #include "optimize/optimization_course.h"
@@ -48,7 +48,7 @@ class CourseRecorder {
   RunSummary& summary_;
   OptimizationCourse course_;
   ProgressLine progress_;
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> table_;
+  Stream table_{nullptr, nullptr};
   std::string tableFault_;
   std::vector<std::string> fields_;  ///< their files, by step
 };

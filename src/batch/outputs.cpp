@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <memory>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -50,7 +49,7 @@ void RefuseDoubleNames(const BatchOptions& options) {
     if (file->empty()) continue;
     const fs::path name = *file == "-" ? *file : Whole(*file);
     const bool inPlace = file == &options.save && name == named.front();
-    const bool taken = std::find(named.begin(), named.end(), name) != named.end();
+    const bool taken = std::ranges::find(named, name) != named.end();
     if (taken && !inPlace && !IsStream(*file)) {
       throw Failure{kExitUsageOrFile, *file == "-" ? "only one output can go to standard output"
                                                    : file->string() + ": two files of one name"};
@@ -81,8 +80,8 @@ void PrepareFrames(const fs::path& folder) {
 }  // namespace
 
 bool WritesToStandardOutput(const BatchOptions& options) {
-  const auto files = OutputFiles(options);
-  return std::any_of(files.begin(), files.end(), [](const fs::path* file) { return *file == "-"; });
+  return std::ranges::any_of(OutputFiles(options),
+                             [](const fs::path* file) { return *file == "-"; });
 }
 
 void TryOutputs(const BatchOptions& options) {
@@ -106,16 +105,18 @@ fs::path FramePath(const fs::path& folder, int step, const char* suffix) {
 fs::path SeriesPath(const fs::path& folder) { return folder / "frames.pvd"; }
 
 void WriteOutput(const fs::path& path, std::string_view content) {
-  if (path == "-") {
-    WriteNow(stdout, content);
-  } else if (IsStream(path)) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
-        std::fopen(path.string().c_str(), "wb"), std::fclose);
-    if (!stream) throw FileWriteError(std::generic_category().message(errno));
-    WriteNow(stream.get(), content);
+  if (path == "-" || IsStream(path)) {
+    WriteNow(OpenStream(path).get(), content);
   } else {
     ReplaceFile(path, content);
   }
+}
+
+Stream OpenStream(const fs::path& path) {
+  if (path == "-") return {stdout, [](std::FILE*) { return 0; }};
+  Stream stream(std::fopen(path.string().c_str(), "wb"), std::fclose);
+  if (!stream) throw FileWriteError(std::generic_category().message(errno));
+  return stream;
 }
 
 void WriteNow(std::FILE* stream, std::string_view content) {

@@ -1,7 +1,9 @@
 // Where the outputs of a batch run go.
 #pragma once
 
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <string_view>
 
 #include "batch/options.h"
@@ -25,6 +27,13 @@ std::filesystem::path SeriesPath(const std::filesystem::path& folder);
 /// Replaces the file of this name by one with this content; writes into a pipe or device; "-" is
 /// standard output. Throws FileWriteError.
 void WriteOutput(const std::filesystem::path& path, std::string_view content);
+
+/// An open stream, closed at its end unless it is standard output.
+using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+/// Empties the file of this name, or opens the pipe or device; "-" is standard output. Throws
+/// FileWriteError.
+Stream OpenStream(const std::filesystem::path& path);
 
 /// Writes to an open stream and empties its buffer. Throws FileWriteError.
 void WriteNow(std::FILE* stream, std::string_view content);
