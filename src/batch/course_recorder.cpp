@@ -68,30 +68,20 @@ void CourseRecorder::WriteFrames(const Model& model) {
 }
 
 void CourseRecorder::WriteLine(const std::string& line) {
-  if (!table_ || !tableFault_.empty()) return;
-  try {
-    WriteNow(table_.get(), line);
-  } catch (const FileWriteError& error) {
-    tableFault_ = options_.course.string() + ": " + error.what();
-  }
+  if (!table_ || !faults_.empty()) return;
+  Tried(faults_, options_.course.string(), [&] { WriteNow(table_.get(), line); });
 }
 
 std::vector<std::string> CourseRecorder::Finish() {
   progress_.Clear();
-  std::vector<std::string> faults;
   const bool closed = !table_ || table_.get_deleter()(table_.release()) == 0;
-  if (!closed && tableFault_.empty()) {
-    tableFault_ = options_.course.string() + ": it could not be written to its end";
+  if (!closed && faults_.empty()) {
+    faults_.push_back(options_.course.string() + ": it could not be written to its end");
   }
-  if (!tableFault_.empty()) faults.push_back(tableFault_);
-  if (fields_.empty()) return faults;
+  if (fields_.empty()) return faults_;
   const std::filesystem::path series = SeriesPath(options_.frames);
-  try {
-    Named(series.string(), [&] { ReplaceFile(series, PvdText(fields_)); });
-  } catch (const Failure& failure) {
-    faults.push_back(failure.message);
-  }
-  return faults;
+  Tried(faults_, series.string(), [&] { ReplaceFile(series, PvdText(fields_)); });
+  return faults_;
 }
 
 }  // namespace quillane

@@ -49,7 +49,7 @@ class CourseRecorder {
   OptimizationCourse course_;
   ProgressLine progress_;
   Stream table_{nullptr, nullptr};
-  std::string tableFault_;
+  std::vector<std::string> faults_;
   std::vector<std::string> fields_;  ///< their files, by step
 };
 

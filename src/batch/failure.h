@@ -3,6 +3,7 @@
 
 #include <new>
 #include <string>
+#include <vector>
 
 #include "model/model_file.h"
 #include "model/run_time_error.h"
@@ -39,6 +40,16 @@ void Named(const std::string& name, Part&& part) {
     throw Failure{kExitUsageOrFile, name + ": " + error.what()};
   } catch (const std::bad_alloc&) {
     throw Failure{kExitRunTimeError, name + ": out of memory"};
+  }
+}
+
+/// Likewise, but adds the message of a failure to `faults` and goes on.
+template <class Part>
+void Tried(std::vector<std::string>& faults, const std::string& name, Part&& part) {
+  try {
+    Named(name, part);
+  } catch (const Failure& failure) {
+    faults.push_back(failure.message);
   }
 }
 

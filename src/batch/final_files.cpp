@@ -14,12 +14,7 @@ std::vector<std::string> WriteFinalFiles(const BatchOptions& options, const Mode
                                          RunSummary& summary) {
   std::vector<std::string> faults;
   const auto write = [&faults](const std::filesystem::path& path, const auto& content) {
-    if (path.empty()) return;
-    try {
-      Named(path.string(), [&] { WriteOutput(path, content()); });
-    } catch (const Failure& failure) {
-      faults.push_back(failure.message);
-    }
+    if (!path.empty()) Tried(faults, path.string(), [&] { WriteOutput(path, content()); });
   };
   write(options.save, [&] { return ModelFileText(model); });
   write(options.cells, [&] { return CellTable(model); });

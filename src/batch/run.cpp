@@ -189,11 +189,7 @@ class BatchRun {
 
   void Finish() {
     std::vector<std::string> faults = WriteFinalFiles(options_, model_, summary_);
-    try {
-      Named(options_.history.string(), [&] { history_.Close(model_); });
-    } catch (const Failure& failure) {
-      faults.push_back(failure.message);
-    }
+    Tried(faults, options_.history.string(), [&] { history_.Close(model_); });
     for (const std::string& fault : recorder_.Finish()) faults.push_back(fault);
     for (const std::string& fault : faults) Complain(fault);
     Judge(!faults.empty());
