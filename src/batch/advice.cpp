@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include "fem/load_paths.h"
 #include "model/run_time_error.h"
@@ -22,16 +21,14 @@ bool LoadsAreLost(const Model& model) {
 }  // namespace
 
 std::string Advice(const Model& model) {
-  const std::span<const Integer> cells = model.CellState.Raw();
-  const std::span<const Double> loads = model.NodeLoad.Raw();
   if (model.Lambda == 0) return " Lambda must not be 0: give --lambda.";
   if (std::fabs(model.PoissonRatio) == 1) {
     return " Poisson's ratio, in the model's record of the material, must not be 1 or -1.";
   }
-  if (std::all_of(loads.begin(), loads.end(), [](double force) { return force == 0; })) {
+  if (std::ranges::all_of(model.NodeLoad.Raw(), [](double force) { return force == 0; })) {
     return " The model has no load.";
   }
-  if (std::none_of(cells.begin(), cells.end(), [](Integer state) { return state > 0; })) {
+  if (std::ranges::none_of(model.CellState.Raw(), [](Integer state) { return state > 0; })) {
     return model.StepCount == 0 && model.Potential.Raw().empty()
                ? " No cell of the model holds material."
                : " No cell holds material any more: take a lower --stress-target, or "

@@ -52,6 +52,10 @@ struct Places {
         end(parameters + 3) {}
 
   static std::size_t Size(int count) { return static_cast<std::size_t>(count); }
+  /// Where record `number`, from 1, of a group begins.
+  static std::size_t Record(std::size_t first, std::size_t width, int number) {
+    return first + Size(number - 1) * width;
+  }
 
   static constexpr std::size_t kView = 0, kGrid = 4, kCorners = 6, kMaterial = 10, kMesh = 13;
   std::size_t cells, nodes, elements, supports, loads, parameters, end;
@@ -79,8 +83,7 @@ class ModelCheck {
       findings_.push_back(
           {lastLine_[kind], fmt::format("and {} more like this: {}", count - kShownOfAKind, kind)});
     }
-    std::stable_sort(findings_.begin(), findings_.end(),
-                     [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    std::ranges::stable_sort(findings_, {}, &Finding::line);
     return std::move(findings_);
   }
 
@@ -123,7 +126,7 @@ class ModelCheck {
         const Integer state = model_.CellState(i, j);
         anyMaterial = anyMaterial || state > 0;
         const std::array known = {kCellCutOut, kCellEmpty, kCellDesign, kCellNonDesign};
-        if (std::find(known.begin(), known.end(), state) != known.end()) continue;
+        if (std::ranges::find(known, state) != known.end()) continue;
         Report(field, "the state is none of -3, 0, 1, 2",
                fmt::format("cell ({}, {}) has state {}", i, j, state));
       }
@@ -147,7 +150,7 @@ class ModelCheck {
   void CheckNumbers() {
     const auto check = [this](std::size_t first, std::size_t width, int count, const char* what) {
       for (int k = 1; k <= count; ++k) {
-        const std::size_t field = first + static_cast<std::size_t>(k - 1) * width;
+        const std::size_t field = Places::Record(first, width, k);
         Integer number = 0;
         ParseField(fields_[field].text, number);
         if (number == k) continue;
@@ -171,8 +174,7 @@ class ModelCheck {
       const double off =
           std::max(std::fabs(model_.NodeXY(k, 1) - x), std::fabs(model_.NodeXY(k, 2) - y));
       if (off <= 0.01 * std::fabs(size)) continue;
-      Report(places_.nodes + 3 * static_cast<std::size_t>(k - 1),
-             "the coordinates disagree with the grid",
+      Report(Places::Record(places_.nodes, 3, k), "the coordinates disagree with the grid",
              fmt::format("node {} at ({}, {}) instead of ({}, {})", k,
                          GeneralText(model_.NodeXY(k, 1)), GeneralText(model_.NodeXY(k, 2)),
                          GeneralText(x), GeneralText(y)));
@@ -186,8 +188,7 @@ class ModelCheck {
       const std::string fault = ElementFault(e);
       if (fault.empty()) continue;
       usable = usable && fault != kNoSuchNode;
-      Report(places_.elements + 5 * static_cast<std::size_t>(e - 1), fault,
-             fmt::format("element {}", e));
+      Report(Places::Record(places_.elements, 5, e), fault, fmt::format("element {}", e));
     }
     return usable;
   }
@@ -227,7 +228,8 @@ class ModelCheck {
       anyLoad = anyLoad || loaded;
       if (!loaded || active) continue;
       absent[static_cast<std::size_t>(k)] = true;
-      Report(LoadField(k), "its load acts where no cell holds material", fmt::format("node {}", k));
+      Report(Places::Record(places_.loads, 3, k), "its load acts where no cell holds material",
+             fmt::format("node {}", k));
     }
     if (!anyLoad) Report(places_.loads, "no node has a load");
     if (!anySupport) {
@@ -236,23 +238,15 @@ class ModelCheck {
     }
     for (const int node : LostLoads(model_)) {
       if (absent[static_cast<std::size_t>(node)]) continue;
-      Report(LoadField(node),
+      Report(Places::Record(places_.loads, 3, node),
              "the plate under this load is not held: it can move or turn, or hangs on a corner",
              fmt::format("node {}", node));
     }
-    CheckEquations();
-  }
-
-  void CheckEquations() {
     try {
       NumberComponents(model_);
     } catch (const RunTimeError& error) {
       Report(Places::kGrid, error.what());
     }
-  }
-
-  std::size_t LoadField(int node) const {
-    return places_.loads + 3 * static_cast<std::size_t>(node - 1);
   }
 
   void CheckParameters() {

@@ -31,8 +31,7 @@ LevelLimits LimitsBetween(ValueRange extremes) {
 
 /// The lowest level 1..16 whose limit is not below the value.
 int LevelOf(const LevelLimits& limits, Single value) {
-  const auto limit =
-      std::find_if(limits.begin(), limits.end(), [value](Single top) { return value <= top; });
+  const auto limit = std::ranges::find_if(limits, [value](Single top) { return value <= top; });
   if (limit == limits.end()) {
     throw RunTimeError(ErrorKind::kSubscript,
                        "the value " + GeneralText(value) + " is above the highest level");

@@ -1,7 +1,6 @@
 #include "export/outline_file.h"
 
-#include <algorithm>
-#include <cctype>
+#include <QByteArray>
 #include <map>
 
 #include "export/dxf.h"
@@ -12,12 +11,9 @@
 namespace quillane {
 
 std::optional<OutlineFormat> OutlineFormatOf(const std::filesystem::path& path) {
-  static const std::map<std::string, OutlineFormat> kFormats = {
+  static const std::map<QByteArray, OutlineFormat> kFormats = {
       {".svg", OutlineFormat::kSvg}, {".dxf", OutlineFormat::kDxf}, {".stl", OutlineFormat::kStl}};
-  std::string suffix = path.extension().string();
-  std::ranges::transform(suffix, suffix.begin(),
-                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  const auto format = kFormats.find(suffix);
+  const auto format = kFormats.find(QByteArray::fromStdString(path.extension().string()).toLower());
   return format == kFormats.end() ? std::nullopt : std::optional(format->second);
 }
 

@@ -1,6 +1,7 @@
 // Reading of folders and of the list of drives. No failure of the file system gets out of here.
 #include "ui/folder.h"
 
+#include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QStorageInfo>
@@ -12,11 +13,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-std::string LowerCase(std::string name) {
-  for (char& c : name) c = LowerCase(c);
-  return name;
+std::string LowerCase(const std::string& name) {
+  return QByteArray::fromStdString(name).toLower().toStdString();
 }
 
 /// Sorts names without regard to case; names that differ in case only by their bytes.
@@ -24,9 +22,8 @@ void Sort(std::vector<std::string>& names) {
   std::vector<std::pair<std::string, std::string>> keyed;
   keyed.reserve(names.size());
   for (std::string& name : names) keyed.emplace_back(LowerCase(name), std::move(name));
-  std::sort(keyed.begin(), keyed.end());
-  std::transform(keyed.begin(), keyed.end(), names.begin(),
-                 [](auto& pair) { return std::move(pair.second); });
+  std::ranges::sort(keyed);
+  std::ranges::transform(keyed, names.begin(), [](auto& pair) { return std::move(pair.second); });
 }
 
 void Add(FolderContents& contents, const fs::directory_entry& entry) {
@@ -59,8 +56,7 @@ std::vector<fs::path> Drives() {
   const auto add = [&drives](const QString& root) {
     const fs::path path = QFile::encodeName(root).toStdString();
     std::error_code unreadable;
-    if (std::find(drives.begin(), drives.end(), path) == drives.end() &&
-        fs::is_directory(path, unreadable)) {
+    if (std::ranges::find(drives, path) == drives.end() && fs::is_directory(path, unreadable)) {
       drives.push_back(path);
     }
   };
@@ -76,9 +72,7 @@ int DriveOf(const std::vector<fs::path>& drives, const fs::path& folder) {
     const auto end = std::mismatch(drive.begin(), drive.end(), folder.begin(), folder.end());
     return end.first == drive.end() ? std::distance(drive.begin(), drive.end()) : 0;
   };
-  const auto holder = std::max_element(
-      drives.begin(), drives.end(),
-      [&](const fs::path& a, const fs::path& b) { return depthAbove(a) < depthAbove(b); });
+  const auto holder = std::ranges::max_element(drives, {}, depthAbove);
   return static_cast<int>(std::distance(drives.begin(), holder));
 }
 
