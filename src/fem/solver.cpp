@@ -11,17 +11,14 @@ namespace quillane {
 namespace {
 
 /// A triangular row store as raw memory: slot s of row i at [i * stride + s], slots from 1.
-template <class Count, class Column, class Value>
-struct RawRows {
-  Count* count;
-  Column* column;
-  Value* value;
+struct ConstRows {
+  const Integer* count;
+  const Integer* column;
+  const Double* value;
   std::size_t stride;
 
   std::size_t At(int row) const { return static_cast<std::size_t>(row) * stride; }
 };
-
-using ConstRows = RawRows<const Integer, const Integer, const Double>;
 
 /// Checks once what the loops then rely on: rows 0..n of at most `capacity` entries exist and their
 /// columns lie in 1..n. An access cast to void is there for the subscript error it throws.
@@ -47,13 +44,9 @@ ConstRows CheckedRows(Integer n, Integer capacity, const Array1<Integer>& count,
   return {count.Raw().data(), column.Raw().data(), value.Raw().data(), stride};
 }
 
-template <class T>
-T* CheckedVector(Integer n, Array1<T>& vector) {
-  if (n > 0) (void)vector(0), (void)vector(n);
-  return vector.Raw().data();
-}
-template <class T>
-const T* CheckedVector(Integer n, const Array1<T>& vector) {
+/// The elements of an Array1, const or not, of which 0..n exist.
+template <class Vector>
+auto* CheckedVector(Integer n, Vector& vector) {
   if (n > 0) (void)vector(0), (void)vector(n);
   return vector.Raw().data();
 }

@@ -8,11 +8,6 @@
 #include "model/run_time_error.h"
 
 namespace quillane {
-namespace {
-
-bool ColumnBefore(const CouplingMatrix::Entry& entry, int column) { return entry.column < column; }
-
-}  // namespace
 
 void CouplingMatrix::ReDim(int n) {
   const auto rows = static_cast<std::size_t>(n) + 1;
@@ -42,7 +37,7 @@ std::span<const CouplingMatrix::Entry> CouplingMatrix::Slots(int p) const {
 double CouplingMatrix::operator()(int p, int q) const {
   CheckSubscript(p, q);
   const auto slots = Slots(p);
-  const auto at = std::lower_bound(slots.begin(), slots.end(), q, ColumnBefore);
+  const auto at = std::ranges::lower_bound(slots, q, {}, &Entry::column);
   if (at != slots.end() && at->column == q) return at->value;
   const auto spilled = spill_.find({p, q});
   return spilled == spill_.end() ? 0.0 : spilled->second;
@@ -53,7 +48,7 @@ void CouplingMatrix::Add(int p, int q, double value) {
   const auto row = static_cast<std::size_t>(p);
   Entry* const begin = slots_.data() + row * kRowSlots;
   Entry* const end = begin + count_[row];
-  Entry* const at = std::lower_bound(begin, end, q, ColumnBefore);
+  Entry* const at = std::ranges::lower_bound(begin, end, q, {}, &Entry::column);
   double* entry = nullptr;
   if (at != end && at->column == q) {
     entry = &at->value;
@@ -77,8 +72,7 @@ std::span<const CouplingMatrix::Entry> CouplingMatrix::Row(int p) const {
   for (; spilled != spill_.end() && spilled->first.first == p; ++spilled) {
     mergedRow_.push_back({spilled->first.second, spilled->second});
   }
-  std::sort(mergedRow_.begin(), mergedRow_.end(),
-            [](const Entry& a, const Entry& b) { return a.column < b.column; });
+  std::ranges::sort(mergedRow_, {}, &Entry::column);
   return mergedRow_;
 }
 

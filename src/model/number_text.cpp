@@ -84,12 +84,17 @@ FieldFault ParseReal(std::string_view field, T& value) {
 }
 
 template <class T>
+std::string CharsOf(T value, std::chars_format format, int digits) {
+  std::array<char, 800> buffer;
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, digits);
+  return {buffer.data(), end.ptr};
+}
+
+template <class T>
 std::string GeneralReal(T value, int digits) {
   if (value == 0) return "0";
-  std::array<char, 64> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                 std::chars_format::general, digits);
-  std::string text(buffer.data(), end.ptr);
+  std::string text = CharsOf(value, std::chars_format::general, digits);
   const std::size_t e = text.find('e');
   if (e != std::string::npos) text[e] = 'E';
   return text;
@@ -104,10 +109,7 @@ std::string GeneralText(int value) { return std::to_string(value); }
 std::string ExponentText(double value) {
   if (!std::isfinite(value)) return GeneralText(value);
   // Every double is a finite decimal fraction of at most 767 digits, so a tie shows itself exactly.
-  std::array<char, 800> buffer;
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
-                                    std::chars_format::scientific, 770);
-  const std::string_view exact(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+  const std::string exact = CharsOf(std::fabs(value), std::chars_format::scientific, 770);
   const std::size_t e = exact.find('e');
   int exponent = 0;
   std::from_chars(exact.data() + e + (exact[e + 1] == '+' ? 2 : 1), exact.data() + exact.size(),
@@ -128,14 +130,11 @@ std::string ExponentText(double value) {
 std::string WholeText(double value) {
   const double rounded = std::round(value);
   if (rounded == 0) return "0";
-  std::array<char, 400> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded,
-                                 std::chars_format::fixed, 0);
-  return std::string(buffer.data(), end.ptr);
+  return CharsOf(rounded, std::chars_format::fixed, 0);
 }
 
 std::optional<double> LeadingNumber(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  text = TrimBlanks(text);
   const std::size_t length = NumberLength(text);
   if (length == 0) return 0.0;
   double value = 0.0;

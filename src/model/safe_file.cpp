@@ -16,10 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
+using File = std::unique_ptr<std::FILE, decltype([](std::FILE* file) { std::fclose(file); })>;
 
 std::string SystemReason() { return std::generic_category().message(errno); }
 
