@@ -26,8 +26,4 @@ void ThrowSubscript(const char* name, int i, int j, IndexRange first, IndexRange
                                                 first.Text() + ", " + second.Text() + ")");
 }
 
-void ThrowOutOfMemory(const char* name) {
-  throw RunTimeError(ErrorKind::kOutOfMemory, std::string("no memory for ") + name);
-}
-
 }  // namespace quillane::detail

@@ -30,14 +30,13 @@ void CheckRange(const char* name, IndexRange range);
 [[noreturn]] void ThrowSubscript(const char* name, int i, IndexRange range);
 [[noreturn]] void ThrowSubscript(const char* name, int i, int j, IndexRange first,
                                  IndexRange second);
-[[noreturn]] void ThrowOutOfMemory(const char* name);
 
 template <class T>
 void Recreate(std::vector<T>& values, std::size_t size, const char* name) {
   try {
     values.assign(size, T{});
   } catch (const std::bad_alloc&) {
-    ThrowOutOfMemory(name);
+    throw RunTimeError(ErrorKind::kOutOfMemory, std::string("no memory for ") + name);
   }
 }
 
@@ -61,7 +60,6 @@ class Array1 {
   const T& operator()(int i) const { return values_[Offset(i)]; }
 
   IndexRange Range() const { return range_; }
-  const char* Name() const { return name_; }
 
   /// The elements in index order, for inner loops after one check of the range.
   std::span<T> Raw() { return values_; }

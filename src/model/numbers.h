@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cmath>
+#include <concepts>
 
 #include "model/types.h"
 
@@ -24,11 +25,8 @@ Single ToSingle(double value, const char* what);
 
 /// Hands the value on; throws RunTimeError (floating point) naming `what` when it is infinite or
 /// not a number, as a division by zero, an invalid operation or an overflow leave it.
-inline double Finite(double value, const char* what, const char* advice = "") {
-  if (!std::isfinite(value)) ThrowFloatingPoint(what, advice);
-  return value;
-}
-inline float Finite(float value, const char* what, const char* advice = "") {
+template <std::floating_point Real>
+Real Finite(Real value, const char* what, const char* advice = "") {
   if (!std::isfinite(value)) ThrowFloatingPoint(what, advice);
   return value;
 }
