@@ -7,7 +7,6 @@
 #include <iterator>
 
 #include "fem/load_paths.h"
-#include "fem/mesh.h"
 #include "fem/stress.h"
 #include "model/number_text.h"
 #include "model/safe_file.h"

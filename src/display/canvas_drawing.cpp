@@ -39,11 +39,10 @@ void FrameElement(DrawingArea& picCanvas, const Model& model, int element) {
 
 void DrawCells(DrawingArea& picCanvas, const Model& model, Integer state, Color fill,
                const DrawingStyle& style) {
-  int element = 0;
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
-      ++element;
       if (model.CellState(i, j) != state) continue;
+      const int element = ElementOfCell(model, i, j);
       picCanvas.SetColor(fill);
       FillElement(picCanvas, model, element);
       if (style.grid) FrameElement(picCanvas, model, element);

@@ -48,17 +48,12 @@ void DrawLegend(DrawingArea& picColorBar, const ColorTable& table, std::string_v
 
 void FillCells(DrawingArea& picCanvas, const Model& model, const Array2<Double>& values,
                const LevelLimits& limits, const ColorTable& table, const DrawingStyle& style) {
-  int element = 0;
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      ++element;
-      if (model.CellState(i, j) <= 0) continue;
-      const Single given = ToSingle(values(i, j), "The value of a cell");
-      const Single value = style.range ? std::min(given, limits.back()) : given;
-      picCanvas.SetColor(LevelColor(table, LevelOf(limits, value)));
-      FillElement(picCanvas, model, element);
-    }
-  }
+  ForEachPresentCell(model, [&](int i, int j, int element) {
+    const Single given = ToSingle(values(i, j), "The value of a cell");
+    const Single value = style.range ? std::min(given, limits.back()) : given;
+    picCanvas.SetColor(LevelColor(table, LevelOf(limits, value)));
+    FillElement(picCanvas, model, element);
+  });
 }
 
 void DrawMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,

@@ -61,18 +61,15 @@ void CheckNodes(const Model& model, const std::vector<Point>& corners) {
 std::vector<std::array<int, 4>> PresentCells(const Model& model) {
   const int stride = model.CellColumnCount + 1;
   std::vector<std::array<int, 4>> cells;
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (!HasMaterial(model, i, j)) continue;
-      const int e = (i - 1) * model.CellColumnCount + j, n = (i - 1) * stride + j;
-      cells.push_back({n, n + 1, n + 1 + stride, n + stride});
-      for (int k = 1; k <= 4; ++k) {
-        if (model.ElementNodes(e, k) != cells.back()[static_cast<std::size_t>(k - 1)]) {
-          ThrowNoGrid("element " + std::to_string(e) + " has other nodes than its cell");
-        }
+  ForEachPresentCell(model, [&](int i, int j, int e) {
+    const int n = (i - 1) * stride + j;
+    cells.push_back({n, n + 1, n + 1 + stride, n + stride});
+    for (int k = 1; k <= 4; ++k) {
+      if (model.ElementNodes(e, k) != cells.back()[static_cast<std::size_t>(k - 1)]) {
+        ThrowNoGrid("element " + std::to_string(e) + " has other nodes than its cell");
       }
     }
-  }
+  });
   if (cells.empty()) throw FileWriteError("the plate has no material");
   return cells;
 }
@@ -84,16 +81,13 @@ class Walk {
       : stride_(model.CellColumnCount + 1),
         leaving_(static_cast<std::size_t>(model.NodeCount) + 1),
         place_(leaving_.size(), kNowhere) {
-    for (int i = 1; i <= model.CellRowCount; ++i) {
-      for (int j = 1; j <= model.CellColumnCount; ++j) {
-        if (!HasMaterial(model, i, j)) continue;
-        const int n = (i - 1) * stride_ + j;
-        if (!HasMaterial(model, i - 1, j)) Leave(n, kEast);
-        if (!HasMaterial(model, i, j + 1)) Leave(n + 1, kNorth);
-        if (!HasMaterial(model, i + 1, j)) Leave(n + 1 + stride_, kWest);
-        if (!HasMaterial(model, i, j - 1)) Leave(n + stride_, kSouth);
-      }
-    }
+    ForEachPresentCell(model, [&](int i, int j, int) {
+      const int n = (i - 1) * stride_ + j;
+      if (!HasMaterial(model, i - 1, j)) Leave(n, kEast);
+      if (!HasMaterial(model, i, j + 1)) Leave(n + 1, kNorth);
+      if (!HasMaterial(model, i + 1, j)) Leave(n + 1 + stride_, kWest);
+      if (!HasMaterial(model, i, j - 1)) Leave(n + stride_, kSouth);
+    });
   }
 
   std::vector<std::vector<int>> Loops() {

@@ -31,10 +31,4 @@ std::vector<std::vector<Point>> Outline(const Shape& shape);
 double LoopArea(const Shape& shape, const std::vector<int>& loop);
 double Area(const Shape& shape);
 
-/// Whether there is a cell in this row and column, and material in it.
-inline bool HasMaterial(const Model& model, int row, int column) {
-  return row >= 1 && row <= model.CellRowCount && column >= 1 && column <= model.CellColumnCount &&
-         model.CellState(row, column) > 0;
-}
-
 }  // namespace quillane

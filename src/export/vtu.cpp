@@ -11,8 +11,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "export/shape.h"
-
 namespace quillane {
 namespace {
 
@@ -66,25 +64,22 @@ class VtkFile {
 };
 
 struct Cell {
-  int row, column, element;
+  int row, column;
 };
 
 /// The cells with material, their nodes, and the four corners of each cell as indices among these.
 struct Quads {
   explicit Quads(const Model& model) {
     std::unordered_map<int, int> indexOfNode;
-    for (int i = 1; i <= model.CellRowCount; ++i) {
-      for (int j = 1; j <= model.CellColumnCount; ++j) {
-        if (!HasMaterial(model, i, j)) continue;
-        cells.push_back({i, j, (i - 1) * model.CellColumnCount + j});
-        for (int k = 1; k <= 4; ++k) {
-          const int n = model.ElementNodes(cells.back().element, k);
-          const auto [known, fresh] = indexOfNode.try_emplace(n, static_cast<int>(nodes.size()));
-          if (fresh) nodes.push_back(n);
-          corners.push_back(known->second);
-        }
+    ForEachPresentCell(model, [&](int i, int j, int element) {
+      cells.push_back({i, j});
+      for (int k = 1; k <= 4; ++k) {
+        const int n = model.ElementNodes(element, k);
+        const auto [known, fresh] = indexOfNode.try_emplace(n, static_cast<int>(nodes.size()));
+        if (fresh) nodes.push_back(n);
+        corners.push_back(known->second);
       }
-    }
+    });
   }
 
   std::vector<Cell> cells;

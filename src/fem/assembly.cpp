@@ -1,24 +1,18 @@
 #include "fem/assembly.h"
 
-#include "fem/mesh.h"
-
 namespace quillane {
 
 void AssembleStiffness(Model& model) {
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) <= 0) continue;
-      const int e = ElementOfCell(model, i, j);
-      for (int a = 1; a <= 8; ++a) {
-        const int p = model.ElementDofs(e, a);
-        if (p == 0) continue;
-        for (int b = 1; b <= 8; ++b) {
-          const int q = model.ElementDofs(e, b);
-          if (q != 0) model.StiffnessMatrix.Add(p, q, model.ElementStiffness[a][b]);
-        }
+  ForEachPresentCell(model, [&model](int, int, int e) {
+    for (int a = 1; a <= 8; ++a) {
+      const int p = model.ElementDofs(e, a);
+      if (p == 0) continue;
+      for (int b = 1; b <= 8; ++b) {
+        const int q = model.ElementDofs(e, b);
+        if (q != 0) model.StiffnessMatrix.Add(p, q, model.ElementStiffness[a][b]);
       }
     }
-  }
+  });
 }
 
 void AssembleLoads(Model& model) {

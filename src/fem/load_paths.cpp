@@ -4,8 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "fem/mesh.h"
-
 namespace quillane {
 namespace {
 
@@ -28,9 +26,7 @@ class PieceWalk {
   explicit PieceWalk(const Model& model)
       : model_(model), isCarried_(static_cast<std::size_t>(model.NodeCount) + 1) {
     visited_.ReDim({1, model.CellRowCount}, {1, model.CellColumnCount});
-    for (int i = 1; i <= model.CellRowCount; ++i) {
-      for (int j = 1; j <= model.CellColumnCount; ++j) WalkFrom(i, j);
-    }
+    ForEachPresentCell(model, [this](int i, int j, int) { WalkFrom(i, j); });
   }
 
   bool Carries(int node) const { return isCarried_[static_cast<std::size_t>(node)]; }
@@ -52,10 +48,7 @@ class PieceWalk {
   }
 
   void Visit(int row, int column) {
-    if (row < 1 || row > model_.CellRowCount || column < 1 || column > model_.CellColumnCount ||
-        model_.CellState(row, column) <= 0 || visited_(row, column) != 0) {
-      return;
-    }
+    if (!HasMaterial(model_, row, column) || visited_(row, column) != 0) return;
     visited_(row, column) = 1;
     piece_.emplace_back(row, column);
   }

@@ -5,11 +5,6 @@
 
 namespace quillane {
 
-/// The element of cell (row, column), both from 1: (row - 1) * CellColumnCount + column.
-inline int ElementOfCell(const Model& model, int row, int column) {
-  return (row - 1) * model.CellColumnCount + column;
-}
-
 /// Lays out nodes and elements of a fresh grid: sets CellRowCount, CellColumnCount, NodeCount and
 /// ElementCount, re-creates every grid array zero-filled, and fills NodeXY (mm; sums of ElementSize
 /// in single precision from DomainX1, DomainY1) and ElementNodes (counter-clockwise from the lower

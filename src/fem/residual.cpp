@@ -5,8 +5,6 @@
 #include <cmath>
 #include <vector>
 
-#include "fem/mesh.h"
-
 namespace quillane {
 
 double TrueResidual(const Model& model) {
@@ -17,21 +15,17 @@ double TrueResidual(const Model& model) {
   }
   const auto loads = model.LoadVector.Raw();
   std::vector<double> residual(loads.begin(), loads.end());
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) <= 0) continue;
-      const int e = ElementOfCell(model, i, j);
-      std::array<std::size_t, kSize> equation;
-      std::array<double, kSize> force{};
-      for (std::size_t b = 0; b < kSize; ++b) {
-        const int number = model.ElementDofs(e, static_cast<int>(b) + 1);
-        equation[b] = static_cast<std::size_t>(number);
-        const double displacement = number == 0 ? 0.0 : model.SolutionVector(number);
-        for (std::size_t a = 0; a < kSize; ++a) force[a] += columns[b][a] * displacement;
-      }
-      for (std::size_t a = 0; a < kSize; ++a) residual[equation[a]] -= force[a];
+  ForEachPresentCell(model, [&](int, int, int e) {
+    std::array<std::size_t, kSize> equation;
+    std::array<double, kSize> force{};
+    for (std::size_t b = 0; b < kSize; ++b) {
+      const int number = model.ElementDofs(e, static_cast<int>(b) + 1);
+      equation[b] = static_cast<std::size_t>(number);
+      const double displacement = number == 0 ? 0.0 : model.SolutionVector(number);
+      for (std::size_t a = 0; a < kSize; ++a) force[a] += columns[b][a] * displacement;
     }
-  }
+    for (std::size_t a = 0; a < kSize; ++a) residual[equation[a]] -= force[a];
+  });
   double residualSquared = 0.0;
   double loadSquared = 0.0;
   for (std::size_t equation = 1; equation < loads.size(); ++equation) {

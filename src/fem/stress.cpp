@@ -3,7 +3,6 @@
 #include <cmath>
 #include <span>
 
-#include "fem/mesh.h"
 #include "model/numbers.h"
 
 namespace quillane {
@@ -141,13 +140,9 @@ std::vector<PlaneTensor> ComponentStresses(const Model& model) {
   const CentreStress centreStress(model, model.ElementSize, model.YoungModulus, model.PoissonRatio);
   const int cells = ElementOfCell(model, model.CellRowCount, model.CellColumnCount);
   std::vector<PlaneTensor> stresses(static_cast<std::size_t>(cells) + 1);
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) <= 0) continue;
-      const int element = ElementOfCell(model, i, j);
-      stresses[static_cast<std::size_t>(element)] = centreStress(element);
-    }
-  }
+  ForEachPresentCell(model, [&](int, int, int element) {
+    stresses[static_cast<std::size_t>(element)] = centreStress(element);
+  });
   return stresses;
 }
 

@@ -1,9 +1,7 @@
 // The one structure that holds the whole state of the program.
 #pragma once
 
-#include <cstddef>
 #include <string>
-#include <vector>
 
 #include "model/arrays.h"
 #include "model/coupling_matrix.h"
@@ -128,6 +126,27 @@ struct Model {
   Integer HistoryRecording = 0;       ///< kTrue while the history file is open
   std::string ModelFilePath;          ///< model file last saved or opened
 };
+
+/// The element of cell (row, column), both from 1.
+inline int ElementOfCell(const Model& model, int row, int column) {
+  return (row - 1) * model.CellColumnCount + column;
+}
+
+/// Whether there is a cell in this row and column, and an element in it.
+inline bool HasMaterial(const Model& model, int row, int column) {
+  return row >= 1 && row <= model.CellRowCount && column >= 1 && column <= model.CellColumnCount &&
+         model.CellState(row, column) > 0;
+}
+
+/// Calls use(row, column, element) for every cell that holds an element, row by row.
+template <class Use>
+void ForEachPresentCell(const Model& model, const Use& use) {
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      if (model.CellState(i, j) > 0) use(i, j, ElementOfCell(model, i, j));
+    }
+  }
+}
 
 /// Re-creates every array that belongs to the grid and its nodes and elements, zero-filled, from
 /// CellRowCount, CellColumnCount, NodeCount and ElementCount. Throws RunTimeError where a count

@@ -57,15 +57,12 @@ void Decide(Model& model) {
 
 void InitPotential(Model& model) {
   UpdateIncrement(model);
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) <= 0) continue;
-      const Single saturated =
-          Finite(model.PotentialIncrement * 5.0F / model.Lambda, "the saturated potential",
-                 "Lambda must not be 0: see Optimizaion Parameter.");
-      model.Potential(i, j) = double{saturated};
-    }
-  }
+  ForEachPresentCell(model, [&model](int i, int j, int) {
+    const Single saturated =
+        Finite(model.PotentialIncrement * 5.0F / model.Lambda, "the saturated potential",
+               "Lambda must not be 0: see Optimizaion Parameter.");
+    model.Potential(i, j) = double{saturated};
+  });
 }
 
 void UpdatePotential(Model& model) {
