@@ -19,7 +19,7 @@ class CourseRecorder {
   /// steps: how many will follow the analysis, -1 where nobody knows.
   CourseRecorder(const BatchOptions& options, RunSummary& summary, int steps);
 
-  /// The first analysis stands, or with `again` another one of the same layout. Throws Failure.
+  /// The first analysis stands, or another one of the same layout. Throws Failure.
   void Analysed(const Model& model, const SolveReport& report);
   void AnalysedAgain(const Model& model, const SolveReport& report);
 
