@@ -24,8 +24,8 @@ void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> cod
   places_ = columns + kShear + 2 * kMargin;
   const int places = (strips + 2) * places_;
   quadAt_.assign(static_cast<std::size_t>(places), 0);
-  const int width = columns + 2 * kShear;
-  const NodeCode* row = &codes[static_cast<std::size_t>((kBelow - below_) * width)];
+  const std::ptrdiff_t width = columns + 2 * kShear;
+  const NodeCode* row = codes.data() + (kBelow - below_) * width;
   codes_ = {0};
   strips_.clear();
   for (int strip = 0; strip < strips; ++strip, row += kLanes * width) {
@@ -33,7 +33,7 @@ void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> cod
     for (int column = 0; column < columns + kShear; ++column) {
       std::uint32_t quad = 0;
       for (int lane = 0; lane < kLanes; ++lane) {
-        const std::uint32_t code = row[lane * width + kShear + column - 2 * lane];
+        const std::uint32_t code = row[lane * (width - 2) + column + kShear];
         quad |= code << (8 * lane);
       }
       if (quad == 0) continue;
