@@ -1,4 +1,4 @@
-// Arithmetic on quads, in as many vectors of the processor as that takes. Everything the fast
+// Arithmetic on quads, in as many registers of the processor as that takes. Everything the fast
 // solver needs of the vector library stands here, compiled once per instruction set.
 #if defined(QUILLANE_FEM_QUAD_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef QUILLANE_FEM_QUAD_INL_H_
@@ -23,58 +23,58 @@ constexpr std::size_t kParts = kLanes / kWidth;
 
 /// One number per lane. Sums and products are rounded one by one: -ffp-contract=off keeps the
 /// compiler from fusing them.
-struct Quad {
+struct Lanes {
   hn::Vec<Tag> part[kParts];
 };
 
-/// A quad whose part i is operation(i).
+/// Numbers whose part i is operation(i).
 template <class Operation>
-HWY_INLINE Quad Each(const Operation& operation) {
-  Quad quad;
-  for (std::size_t i = 0; i < kParts; ++i) quad.part[i] = operation(i);
-  return quad;
+HWY_INLINE Lanes Each(const Operation& operation) {
+  Lanes lanes;
+  for (std::size_t i = 0; i < kParts; ++i) lanes.part[i] = operation(i);
+  return lanes;
 }
 
-HWY_INLINE Quad operator+(const Quad& a, const Quad& b) {
+HWY_INLINE Lanes operator+(const Lanes& a, const Lanes& b) {
   return Each([&](std::size_t i) { return hn::Add(a.part[i], b.part[i]); });
 }
-HWY_INLINE Quad operator-(const Quad& a, const Quad& b) {
+HWY_INLINE Lanes operator-(const Lanes& a, const Lanes& b) {
   return Each([&](std::size_t i) { return hn::Sub(a.part[i], b.part[i]); });
 }
-HWY_INLINE Quad operator*(const Quad& a, const Quad& b) {
+HWY_INLINE Lanes operator*(const Lanes& a, const Lanes& b) {
   return Each([&](std::size_t i) { return hn::Mul(a.part[i], b.part[i]); });
 }
-HWY_INLINE Quad operator/(const Quad& a, const Quad& b) {
+HWY_INLINE Lanes operator/(const Lanes& a, const Lanes& b) {
   return Each([&](std::size_t i) { return hn::Div(a.part[i], b.part[i]); });
 }
 
-HWY_INLINE Quad All(double number) {
+HWY_INLINE Lanes All(double number) {
   return Each([&](std::size_t) { return hn::Set(kTag, number); });
 }
-HWY_INLINE Quad Load(const LaneNumbers& from) {
+HWY_INLINE Lanes Load(const LaneNumbers& from) {
   return Each([&](std::size_t i) { return hn::Load(kTag, from.lane + i * kWidth); });
 }
-HWY_INLINE void Store(const Quad& quad, LaneNumbers& to) {
+HWY_INLINE void Store(const Lanes& quad, LaneNumbers& to) {
   for (std::size_t i = 0; i < kParts; ++i) hn::Store(quad.part[i], kTag, to.lane + i * kWidth);
 }
 
-HWY_INLINE double Lane0(const Quad& quad) { return hn::GetLane(quad.part[0]); }
+HWY_INLINE double Lane0(const Lanes& quad) { return hn::GetLane(quad.part[0]); }
 
 /// `number` where the mask is not zero, else zero.
-HWY_INLINE Quad WhereNotZero(const Quad& mask, const Quad& number) {
+HWY_INLINE Lanes WhereNotZero(const Lanes& mask, const Lanes& number) {
   return Each([&](std::size_t i) {
     return hn::IfThenZeroElse(hn::Eq(mask.part[i], hn::Zero(kTag)), number.part[i]);
   });
 }
 
 /// 1 where the numbers differ, else 0.
-HWY_INLINE Quad Differs(const Quad& a, const Quad& b) {
+HWY_INLINE Lanes Differs(const Lanes& a, const Lanes& b) {
   return Each([&](std::size_t i) {
     return hn::IfThenElseZero(hn::Ne(a.part[i], b.part[i]), hn::Set(kTag, 1.0));
   });
 }
 
-HWY_INLINE bool IsZero(const Quad& quad) {
+HWY_INLINE bool IsZero(const Lanes& quad) {
   bool isZero = true;
   for (const auto& part : quad.part) {
     isZero = isZero && hn::AllTrue(kTag, hn::Eq(part, hn::Zero(kTag)));
@@ -83,18 +83,18 @@ HWY_INLINE bool IsZero(const Quad& quad) {
 }
 
 /// `number`, but `least` in the lanes where its size is at most `least`.
-HWY_INLINE Quad ReplaceSmall(const Quad& number, const Quad& least) {
+HWY_INLINE Lanes ReplaceSmall(const Lanes& number, const Lanes& least) {
   return Each([&](std::size_t i) {
     const auto isSmall = hn::Le(hn::Abs(number.part[i]), least.part[i]);
     return hn::IfThenElse(isSmall, least.part[i], number.part[i]);
   });
 }
 
-/// Four consecutive lanes of `first` followed by `last`, from lane kFrom of `first`: 1 or 3.
+/// Lanes kFrom to kFrom + 3 of `first` followed by `last`; kFrom is 1 or 3.
 template <std::size_t kFrom>
-HWY_INLINE Quad Window(const Quad& first, const Quad& last) {
+HWY_INLINE Lanes Window(const Lanes& first, const Lanes& last) {
 #if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86
-  const auto bits = [](const Quad& quad) { return _mm256_castpd_si256(quad.part[0].raw); };
+  const auto bits = [](const Lanes& quad) { return _mm256_castpd_si256(quad.part[0].raw); };
   return {{hn::Vec<Tag>{_mm256_castsi256_pd(_mm256_alignr_epi64(bits(last), bits(first), kFrom))}}};
 #elif HWY_TARGET <= HWY_AVX2 && HWY_ARCH_X86
   const auto middle = hn::ConcatLowerUpper(kTag, last.part[0], first.part[0]);
@@ -118,13 +118,13 @@ HWY_INLINE Quad Window(const Quad& first, const Quad& last) {
 
 /// Both components of the nodes of a quad.
 struct Nodes {
-  Quad u, v;
+  Lanes u, v;
 };
 
 HWY_INLINE Nodes operator+(const Nodes& a, const Nodes& b) { return {a.u + b.u, a.v + b.v}; }
 HWY_INLINE Nodes operator-(const Nodes& a, const Nodes& b) { return {a.u - b.u, a.v - b.v}; }
 HWY_INLINE Nodes operator*(const Nodes& a, const Nodes& b) { return {a.u * b.u, a.v * b.v}; }
-HWY_INLINE Nodes operator*(const Nodes& a, const Quad& b) { return {a.u * b, a.v * b}; }
+HWY_INLINE Nodes operator*(const Nodes& a, const Lanes& b) { return {a.u * b, a.v * b}; }
 
 HWY_INLINE Nodes WhereNotZero(const Nodes& mask, const Nodes& number) {
   return {WhereNotZero(mask.u, number.u), WhereNotZero(mask.v, number.v)};
@@ -139,14 +139,13 @@ HWY_INLINE void Store(const Nodes& nodes, QuadNumbers& to) {
   Store(nodes.v, to.v);
 }
 
-/// Numbers of the same wave one row below: the lanes of the own strip, one lane up, after lane 3 of
-/// the strip below.
+/// Moves each lane one up; lane 0 comes from lane 3 of the strip below. From numbers of a wave,
+/// those of the same wave one row below.
 HWY_INLINE Nodes FromBelow(const Nodes& own, const Nodes& below) {
   return {Window<3>(below.u, own.u), Window<3>(below.v, own.v)};
 }
 
-/// Numbers of the same wave one row above: the lanes of the own strip, one lane down, before lane 0
-/// of the strip above.
+/// Moves each lane one down; lane 3 comes from lane 0 of the strip above.
 HWY_INLINE Nodes FromAbove(const Nodes& own, const Nodes& above) {
   return {Window<1>(own.u, above.u), Window<1>(own.v, above.v)};
 }
@@ -164,11 +163,14 @@ struct Coupling {
   Nodes u, v;
 };
 
-/// Adds to the sums of the nodes' rows what a neighbour contributes, or takes it away.
+HWY_INLINE Coupling Load(const QuadNumbers (&k)[2]) { return {Load(k[0]), Load(k[1])}; }
+
+/// Adds to the sums of the nodes' rows what a neighbour contributes.
 HWY_INLINE void Add(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
   sum = sum + k.u * neighbour.u;
   sum = sum + k.v * neighbour.v;
 }
+/// Takes it from them.
 HWY_INLINE void Subtract(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
   sum = sum - k.u * neighbour.u;
   sum = sum - k.v * neighbour.v;

@@ -28,7 +28,6 @@ bool IsRegularMesh(const Model& model) {
   return isRegular;
 }
 
-/// True if the equations run 1, 2, ... along the nodes, u before v.
 bool IsDenselyNumbered(const Model& model) {
   const IndexRange nodes{0, model.NodeCount};
   const IndexRange components{1, 2};

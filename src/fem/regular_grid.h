@@ -6,7 +6,8 @@
 namespace quillane {
 
 /// True if the mesh is the one that BuildMesh makes of CellRowCount x CellColumnCount cells and the
-/// equations run 1, 2, ... along its nodes, u before v, without gaps. A file can hold any other.
+/// equations run 1, 2, ... along its nodes, u before v, without gaps. A file can hold
+/// another mesh.
 bool IsRegularGrid(const Model& model);
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// The vector lengths the fast solver is compiled for: one instruction set of each.
+// What the fast solver is compiled for: no instruction set that would only repeat another.
 #pragma once
 
 #include "hwy/detect_targets.h"

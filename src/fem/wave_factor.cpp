@@ -1,4 +1,4 @@
-// Incomplete Cholesky factorization, quad by quad in the order of the waves.
+// Incomplete Cholesky factorization, quad by quad in the order of the steps.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fem/wave_factor.cpp"
 // The order counts: the targets, the loop over them, then what is compiled for each.
@@ -8,9 +8,6 @@
 #include "fem/quad-inl.h"
 // clang-format on
 
-#include <cstddef>
-#include <vector>
-
 #include "fem/wave_passes.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -18,9 +15,9 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-/// Nodes that stand before both a node and one of its neighbours: what they are to the node, and
-/// what to the neighbour. An entry with the neighbour is the stiffness less one product for each
-/// component of these nodes and, for the neighbour's v, one for the neighbour's u.
+/// A node that stands before both a node and a neighbour n of it: what it is to the node, and what
+/// to the neighbour. Each of its components takes one product from the entries with n. From those
+/// with n's v, n's own u takes one more.
 struct Shared {
   int toNode, toNeighbour;
 };
@@ -54,8 +51,8 @@ struct NeighbourRows {
     return Shifted(n, system.factor[QuadOf(n)].inverse, system.factor[QuadBelow(n)].inverse);
   }
   /// Coupling of neighbour n's v with its own u.
-  HWY_INLINE Quad VWithU(int n) const {
-    const Quad there = Load(Rest(QuadOf(n)).vWithU);
+  HWY_INLINE Lanes VWithU(int n) const {
+    const Lanes there = Load(Rest(QuadOf(n)).vWithU);
     return n == kLeft ? there : Window<3>(Load(Rest(QuadBelow(n)).vWithU), there);
   }
   /// Couplings of neighbour n with its own neighbour.
@@ -83,24 +80,24 @@ HWY_INLINE void ComputeEntries(const NeighbourRows& neighbours, int n, const Cou
     entry.v = entry.v - known.u * (inverse.u * cross.v);
     entry.v = entry.v - known.v * (inverse.v * same.v);
   }
-  // Couplings of exactly zero are no part of the pattern: they do not fill in.
+  // Where the stiffness is exactly zero the factor is zero, too.
   entry.u = WhereNotZero(stiffness.u, entry.u);
   entry.v = entry.v - entry.u * (rows.inverse[n].u * neighbours.VWithU(n));
   entry.v = WhereNotZero(stiffness.v, entry.v);
   rows.entry[n] = entry;
 }
 
-/// Stores the rows of a quad and notes in its kind what is special about them.
+/// Stores the rows of a quad and notes in its kind which short ways they allow.
 HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, const Nodes& inverse,
-                     const Quad& vWithU, const Nodes& equation) {
+                     const Lanes& vWithU, const Nodes& equation) {
   FactorRows& factor = system.factor[quad];
   FactorRest rest;
   Store(inverse, factor.inverse);
   Store(vWithU, rest.vWithU);
-  const Quad couples = Differs(vWithU, All(0.0));
+  const Lanes couples = Differs(vWithU, All(0.0));
   Nodes differs = {All(0.0), couples};
   for (int n = 0; n < kOwn; ++n) {
-    const Coupling full = {Load(system.full.k[n][0]), Load(system.full.k[n][1])};
+    const Coupling full = Load(system.full.k[n]);
     const Nodes same = {rows.entry[n].u.u, rows.entry[n].v.v};
     const Nodes cross = {rows.entry[n].v.u, rows.entry[n].u.v};
     Store(same, Same(factor, rest, n));
@@ -117,16 +114,16 @@ HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, con
 }
 
 /// Factorizes the quad of a step. Returns 0 where the pivots are finite, else not a number.
-HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Quad& tolerance) {
+HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Lanes& tolerance) {
   const StiffnessPattern& pattern = system.patterns[system.kinds[at->own].pattern];
   const NeighbourRows neighbours{system, at};
   Rows rows;
   const Nodes ownU = Load(pattern.k[kOwn][0]);
   Nodes pivot = {ownU.u, Load(pattern.k[kOwn][1].v)};
-  Quad vWithU = ownU.v;
+  Lanes vWithU = ownU.v;
   for (int n = 0; n < kOwn; ++n) {
     rows.inverse[n] = neighbours.Inverse(n);
-    ComputeEntries(neighbours, n, {Load(pattern.k[n][0]), Load(pattern.k[n][1])}, rows);
+    ComputeEntries(neighbours, n, Load(pattern.k[n]), rows);
     const Coupling& entry = rows.entry[n];
     pivot = pivot - entry.u * entry.u * rows.inverse[n].u;
     vWithU = vWithU - rows.inverse[n].u * entry.u.u * entry.u.v;
@@ -145,7 +142,7 @@ HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Quad& t
 }
 
 bool FactorizeAll(WaveSystem& system, double tolerance) {
-  const Quad least = All(tolerance);
+  const Lanes least = All(tolerance);
   Nodes check = Both(0.0);
   for (const Step& step : system.order.Steps()) {
     if (step.own != 0) check = check + FactorizeQuad(system, &step, least);

@@ -8,24 +8,24 @@ namespace quillane {
 WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
   std::size_t fewest = std::numeric_limits<std::size_t>::max();
   int best = 0;
-  for (below_ = 0; below_ <= kBelow; ++below_) {
+  for (rowsBelow_ = 0; rowsBelow_ <= kMostOutside; ++rowsBelow_) {
     NumberQuads(rows, columns, codes);
     if (Quads() >= fewest) continue;
     fewest = Quads();
-    best = below_;
+    best = rowsBelow_;
   }
-  below_ = best;
+  rowsBelow_ = best;
   NumberQuads(rows, columns, codes);
   MakeSteps(columns);
 }
 
 void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> codes) {
-  const int strips = (rows + below_ + kLanes - 1) / kLanes;
-  places_ = columns + kShear + 2 * kMargin;
+  const int strips = (rows + rowsBelow_ + kLanes - 1) / kLanes;
+  places_ = columns + kShear + 2 * kStripStep;
   const int places = (strips + 2) * places_;
   quadAt_.assign(static_cast<std::size_t>(places), 0);
   const std::ptrdiff_t width = columns + 2 * kShear;
-  const NodeCode* row = codes.data() + (kBelow - below_) * width;
+  const NodeCode* row = codes.data() + (kMostOutside - rowsBelow_) * width;
   codes_ = {0};
   strips_.clear();
   for (int strip = 0; strip < strips; ++strip, row += kLanes * width) {
@@ -33,6 +33,7 @@ void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> cod
     for (int column = 0; column < columns + kShear; ++column) {
       std::uint32_t quad = 0;
       for (int lane = 0; lane < kLanes; ++lane) {
+        // One row up and two columns left is the same wave.
         const std::uint32_t code = row[lane * (width - 2) + column + kShear];
         quad |= code << (8 * lane);
       }
@@ -49,7 +50,7 @@ void WaveOrder::MakeSteps(int columns) {
   const auto stepAt = [&](int strip, int wave) {
     return Step{QuadAt(strip - 1, wave), QuadAt(strip, wave), QuadAt(strip + 1, wave)};
   };
-  // Where the last own quad was; at first in a strip with nothing above it.
+  // Where the last own quad was; at first as if after a strip with nothing above it.
   int endStrip = -2;
   int endWave = -2 * kStripStep;
   const auto appendGap = [&](int strip, int wave) {

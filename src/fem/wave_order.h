@@ -19,27 +19,28 @@ namespace quillane {
 ///     row 1 |  2  3  4  5  6  7  8         -3  -2  -1
 ///     row 0 |  0  1  2  3  4  5  6
 ///
-/// The number of a node is its WAVE, column + 2 row. On the right: so many waves before (-) or
-/// after (+) a node stand its neighbours.
+/// The number of a node is its WAVE, column + 2 row. On the right: how many waves before (-) or
+/// after (+) a node each of its neighbours stands.
 ///
-/// STRIP: four grid rows. The lowest strip may begin below the grid, by the 0 to 3 rows that give
-///     the fewest quads; from there on rows and waves are counted.
+/// STRIP: four grid rows; in the drawing strip 0 begins at row 0. The lowest strip may begin below
+///     the grid, by the 0 to 3 rows that give the fewest quads. Rows then count from there.
 /// QUAD: the nodes of one wave in one strip, one per row; in the drawing the four sixes of strip 0
 ///     are one quad. It is what the solver computes side by side and keeps together in memory.
-/// LANE: a node's place in its quad, its row in the strip. A lane without a node with an equation
-///     holds zeros in every vector. A neighbour in the same row stands in the same lane of another
-///     quad of the strip; the one in the row below stands one lane lower, for lane 0 in lane 3 of
-///     the strip below.
+/// LANE: a node's place in its quad, its row in the strip. A lane whose node is missing or
+///     has no equation holds zeros in every vector. A neighbour in the same row stands in the same
+///     lane of another quad of the strip; the one in the row below stands one lane lower, for lane
+///     0 in lane 3 of the strip below.
 /// STEP: one wave in one strip. A pass goes through the strips from the lowest up, each wave by
-///     wave, or exactly backward. It hands on to the next step what that step needs.
+///     wave, or exactly backward, and hands on to the next step what that one needs.
+/// GAP: three steps without own quad, which empty what is handed on.
 ///
 /// Quads are numbered from 1 in the order of the steps; those without any equation do not exist.
-/// Where a quad does not exist quad 0 stands for it, whose vectors and factor are zero.
+/// Where a quad does not exist quad 0 stands for it, whose vectors and FactorRows are zero.
 inline constexpr int kLanes = 4;
 
 using QuadIndex = std::uint16_t;
 
-/// The quads of one wave in a strip and in those below and above it; in a gap see Steps.
+/// The quads of one wave in a strip and in those below and above it. For a gap see Steps.
 struct Step {
   QuadIndex below, own, above;
 };
@@ -56,11 +57,11 @@ class WaveOrder {
   /// Lane 3 of a quad stands so many columns left of lane 0.
   static constexpr int kShear = 2 * (kLanes - 1);
   /// Most rows of the lowest strip below the grid, and of the highest above it.
-  static constexpr int kBelow = kLanes - 1;
+  static constexpr int kMostOutside = kLanes - 1;
 
   /// The order of a grid's nodes; codes of node (row, column), both from 0, at
-  /// [(row + kBelow) * (columns + 2 kShear) + kShear + column], with zeros below, beside and, for
-  /// kBelow rows, above them. At most 32767 nodes, so that a quad's index fits 16 bits.
+  /// [(row + kMostOutside) * (columns + 2 kShear) + kShear + column], with zeros around: kShear
+  /// columns beside them, kMostOutside rows below and above. At most 32767 nodes.
   WaveOrder(int rows, int columns, std::span<const NodeCode> codes);
 
   /// Largest number of a quad.
@@ -68,10 +69,10 @@ class WaveOrder {
   /// Codes of a quad's lanes, lane l in byte l.
   std::uint32_t Codes(std::size_t quad) const { return codes_[quad]; }
 
-  /// The farthest neighbours are so many waves away.
+  /// A neighbour is at most so many waves away.
   static constexpr int kReach = 3;
 
-  /// All steps. A GAP, kReach steps without own quad, stands first, last, between strips, and in
+  /// All steps. A gap of kReach steps stands first, last, between strips, and in
   /// place of every longer pause inside a strip. In a gap `above` goes with the own quad before it,
   /// `below` with the one after it.
   std::span<const Step> Steps() const { return steps_; }
@@ -80,32 +81,30 @@ class WaveOrder {
   struct Begin {
     std::size_t step, quad;
   };
-  /// One per strip, from the lowest, and the end. Its step is the last of Steps(), not one past it:
-  /// the product looks one step ahead.
+  /// One per strip, from the lowest, and the end. The end's step is the last of Steps(), not one
+  /// past it: the product looks one step ahead.
   std::span<const Begin> Strips() const { return strips_; }
 
   /// Quad and lane of node (row, column).
   QuadIndex QuadOf(int row, int column) const {
-    return QuadAt((row + below_) / kLanes, column + 2 * (row + below_));
+    return QuadAt((row + rowsBelow_) / kLanes, column + 2 * (row + rowsBelow_));
   }
-  int LaneOf(int row) const { return (row + below_) % kLanes; }
+  int LaneOf(int row) const { return (row + rowsBelow_) % kLanes; }
 
  private:
-  /// Lane 0 of the strip above, in the same column, is so many waves later.
+  /// So many waves later is lane 0 of the next strip in the same column; so many places are empty
+  /// at both ends of a strip in quadAt_, where its neighbours can be asked at any of their waves.
   static constexpr int kStripStep = 2 * kLanes;
-  /// Empty places at both ends of a strip in quadAt_, so that the strips below and above can be
-  /// asked at any of its waves.
-  static constexpr int kMargin = kStripStep;
 
   std::size_t Place(int strip, int wave) const {
-    const int place = (strip + 1) * places_ + wave - strip * kStripStep + kMargin;
+    const int place = (strip + 1) * places_ + wave - (strip - 1) * kStripStep;
     return static_cast<std::size_t>(place);
   }
   QuadIndex QuadAt(int strip, int wave) const { return quadAt_[Place(strip, wave)]; }
   void NumberQuads(int rows, int columns, std::span<const NodeCode> codes);
   void MakeSteps(int columns);
 
-  int below_ = 0;                  ///< rows of the lowest strip below the grid
+  int rowsBelow_ = 0;              ///< of the lowest strip, below the grid
   int places_ = 0;                 ///< per strip in quadAt_, with a margin at both ends
   std::vector<QuadIndex> quadAt_;  ///< by strip, from -1, and wave; 0 where there is no quad
   std::vector<std::uint32_t> codes_;

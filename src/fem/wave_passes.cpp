@@ -18,18 +18,16 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-HWY_INLINE Coupling LoadCoupling(const QuadNumbers (&k)[2]) { return {Load(k[0]), Load(k[1])}; }
-
 /// A coupling from its same and its cross numbers.
 HWY_INLINE Coupling Joined(const Nodes& same, const Nodes& cross) {
   return {{same.u, cross.v}, {cross.u, same.v}};
 }
 
-/// Full material: opposite neighbours couple alike, and only diagonal ones cross.
+/// Full material: opposite neighbours couple alike, and only corner ones cross.
 struct FullQuads {
   Nodes crossFalling;
   Coupling rising, falling;  ///< towards lower left and upper right, lower right and upper left
-  Nodes vertical, horizontal, diagonal;
+  Nodes vertical, horizontal, own;
 
   explicit FullQuads(const StiffnessPattern& full)
       : crossFalling(Cross(full, kLowerRight)),
@@ -37,14 +35,14 @@ struct FullQuads {
         falling(Joined(Same(full, kLowerLeft), crossFalling)),
         vertical(Same(full, kLower)),
         horizontal(Same(full, kLeft)),
-        diagonal(Same(full, kOwn)) {}
+        own(Same(full, kOwn)) {}
 
  private:
   static Nodes Same(const StiffnessPattern& full, int n) {
     return {Load(full.k[n][0].u), Load(full.k[n][1].v)};
   }
   static Nodes Cross(const StiffnessPattern& full, int n) {
-    const Quad cross = Load(full.k[n][1].u);
+    const Lanes cross = Load(full.k[n][1].u);
     return {cross, cross};
   }
 };
@@ -73,21 +71,21 @@ HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, bool
 }
 
 double Forward(WaveSystem& system, double alpha) {
-  // Pointers of its own: those in the vectors a pass would read anew after every store.
+  // Pointers of a pass's own: those in the vectors would be read anew after every store.
   const QuadKind* const kinds = system.kinds.data();
   const FactorRows* const factor = system.factor.data();
   const FactorRest* const rests = system.rest.data();
   QuadNumbers* const r = system.r.data();
   QuadNumbers* const zq = system.zq.data();
   const FullQuads full(system.full);
-  const Quad stepSize = All(alpha);
+  const Lanes alphas = All(alpha);
   Nodes squares = Both(0.0);
   Before before = {Both(0.0), Both(0.0), Both(0.0), Both(0.0)};
   for (const Step& at : system.order.Steps()) {
     Nodes z = Both(0.0);
     if (at.own != 0) {
       const std::size_t quad = at.own;
-      const Nodes residual = Load(r[quad]) - Load(zq[quad]) * stepSize;
+      const Nodes residual = Load(r[quad]) - Load(zq[quad]) * alphas;
       Store(residual, r[quad]);
       squares = squares + residual * residual;
       const QuadKind& kind = kinds[quad];
@@ -106,7 +104,7 @@ double Forward(WaveSystem& system, double alpha) {
   return Sum(squares);
 }
 
-/// What z of a quad's nodes give to the sums of a neighbour of each.
+/// What a quad's z give to the sums of a neighbour of each node.
 struct Given {
   Nodes byV, byU;
 };
@@ -121,37 +119,36 @@ double Backward(WaveSystem& system, double alpha) {
   const QuadKind* const kinds = system.kinds.data();
   const FactorRows* const factor = system.factor.data();
   const FactorRest* const rests = system.rest.data();
-  NodeNumbers* const fromStripAbove = system.fromAbove.data();
+  NodeNumbers* const toLane3 = system.toLane3.data();
   QuadNumbers* const x = system.x.data();
   QuadNumbers* const p = system.p.data();
   QuadNumbers* const r = system.r.data();
   QuadNumbers* const zq = system.zq.data();
-  const Quad stepSize = All(alpha);
+  const Lanes alphas = All(alpha);
   const Nodes zero = Both(0.0);
   Nodes products = zero;
-  // The couplings with a neighbour after a node stand in the rows of the neighbour, which gives as
-  // soon as it has its z. sums[i]: what the row above has given to the nodes i waves before this
-  // step, still in the lanes of that row.
+  // A node's couplings with later neighbours stand in their rows: a later quad gives its part as
+  // soon as it has its z. At the top of the loop sums[i] is what the row above has given to the
+  // nodes i waves before this step, still in the lanes of the givers.
   Nodes sums[WaveOrder::kReach] = {zero, zero, zero};
-  Given left = {zero, zero};
+  Given toLeft = {zero, zero};
   const std::span<const Step> steps = system.order.Steps();
   for (std::size_t k = steps.size(); k-- > 0;) {
     const Step& at = steps[k];
-    const Nodes fromAbove = sums[0];
-    fromStripAbove[at.below] = {Lane0(fromAbove.u), Lane0(fromAbove.v)};
+    const Nodes given = sums[0];
+    toLane3[at.below] = {Lane0(given.u), Lane0(given.v)};
     sums[0] = sums[1];
     sums[1] = sums[2];
     sums[2] = zero;
     if (at.own == 0) {
-      left = {zero, zero};
+      toLeft = {zero, zero};
       continue;
     }
     const std::size_t quad = at.own;
     const FactorRows& rows = factor[quad];
     const QuadKind& kind = kinds[quad];
     const FactorRest& rest = rests[kind.rest];
-    const NodeNumbers& toLane3 = fromStripAbove[quad];
-    Nodes sum = FromAbove(fromAbove, {All(toLane3.u), All(toLane3.v)}) + left;
+    Nodes sum = FromAbove(given, {All(toLane3[quad].u), All(toLane3[quad].v)}) + toLeft;
     const Nodes inverse = Load(rows.inverse);
     Nodes z = Load(zq[quad]);
     z.v = z.v - sum.v * inverse.v;
@@ -159,11 +156,11 @@ double Backward(WaveSystem& system, double alpha) {
     z.u = z.u - sum.u * inverse.u;
     Store(z, zq[quad]);
     products = products + Load(r[quad]) * z;
-    Store(Load(x[quad]) + Load(p[quad]) * stepSize, x[quad]);
+    Store(Load(x[quad]) + Load(p[quad]) * alphas, x[quad]);
     sums[0] = sums[0] + Give(rows.lowerRight, rest.cross[kLowerRight], z);
     sums[1] = sums[1] + Give(rows.lower, rest.cross[kLower], z);
     sums[2] = sums[2] + Give(rest.lowerLeft, rest.cross[kLowerLeft], z);
-    left = Give(rows.left, rest.cross[kLeft], z);
+    toLeft = Give(rows.left, rest.cross[kLeft], z);
   }
   return Sum(products);
 }
@@ -172,10 +169,10 @@ double Backward(WaveSystem& system, double alpha) {
 HWY_INLINE void AddThird(const StiffnessPattern& pattern, const FullQuads& full, int leftmost,
                          const Nodes (&p)[3], Nodes& sum) {
   if (!pattern.isFull) {
-    for (int n = 0; n < 3; ++n) Add(LoadCoupling(pattern.k[leftmost + n]), p[n], sum);
+    for (int n = 0; n < 3; ++n) Add(Load(pattern.k[leftmost + n]), p[n], sum);
   } else if (leftmost == kLeft) {
     sum = sum + full.horizontal * p[0];
-    sum = sum + full.diagonal * p[1];
+    sum = sum + full.own * p[1];
     sum = sum + full.horizontal * p[2];
   } else {
     const bool isBelow = leftmost == kLowerLeft;
@@ -185,7 +182,7 @@ HWY_INLINE void AddThird(const StiffnessPattern& pattern, const FullQuads& full,
   }
 }
 
-/// Three waves in a row, the last one just come in.
+/// Three successive waves, the newest last.
 using ThreeWaves = Nodes[3];
 HWY_INLINE void TakeIn(ThreeWaves& window, const Nodes& next) {
   window[0] = window[1];
@@ -206,27 +203,27 @@ double Direction(WaveSystem& system, double beta) {
   QuadNumbers* const p = system.p.data();
   QuadNumbers* const zq = system.zq.data();
   const FullQuads full(system.full);
-  const Quad kept = All(beta);
+  const Lanes betas = All(beta);
   Nodes products = Both(0.0);
   ThreeWaves below = {Both(0.0), Both(0.0), Both(0.0)};
   ThreeWaves own = {Both(0.0), Both(0.0), Both(0.0)};
   ThreeWaves above = {Both(0.0), Both(0.0), Both(0.0)};
   Unfinished oneThird{0, patterns, Both(0.0)}, twoThirds = oneThird;
   const std::span<const WaveOrder::Begin> strips = system.order.Strips();
+  const Step* const steps = system.order.Steps().data();
   std::size_t next = 1;
   for (std::size_t strip = 0; strip + 1 < strips.size(); ++strip) {
     // p is made one strip ahead: the product reads it there. From then on nobody needs z of that
-    // strip, and q may take its place.
+    // strip, and q overwrites it.
     const std::size_t end = strips[std::min(strip + 2, strips.size() - 1)].quad;
     for (; next < end; ++next) {
       const Nodes old = Load(p[next]);
-      Store(Load(zq[next]) + old * kept, p[next]);
+      Store(Load(zq[next]) + old * betas, p[next]);
     }
-    // A sum over nine neighbours, each added to the one before, makes the processor wait; thirds of
-    // three sums at a time do not. At step t the quad of t - 2 gets its upper row and is finished,
-    // that of t - 1 its own row, that of t its lower row: `above` then ends at wave t + 1, `own` at
-    // t, `below` at t - 1.
-    const Step* const steps = system.order.Steps().data();
+    // Nine neighbours added one after the other make the processor wait, so three quads are summed
+    // at once, each a third further. At step t the quad of t - 2 gets its upper row and is
+    // finished, that of t - 1 its own row, that of t its lower row: `above` then ends at t + 1,
+    // `own` at t, `below` at t - 1.
     for (const Step* at = steps + strips[strip].step; at < steps + strips[strip + 1].step; ++at) {
       TakeIn(above, FromAbove(Load(p[at[1].own]), Load(p[at[1].above])));
       AddThird(*twoThirds.pattern, full, kUpperLeft, above, twoThirds.sum);
@@ -235,7 +232,7 @@ double Direction(WaveSystem& system, double beta) {
         twoThirds.sum = twoThirds.sum * Load(twoThirds.pattern->equation);
       }
       Store(twoThirds.sum, zq[twoThirds.quad]);
-      products = products + own[1] * twoThirds.sum;
+      products = products + own[1] * twoThirds.sum;  // own[1]: p of the finished quad
       TakeIn(own, Load(p[at->own]));
       twoThirds = oneThird;
       AddThird(*oneThird.pattern, full, kLeft, own, twoThirds.sum);

@@ -1,6 +1,6 @@
 // The factorization and the three passes of the fast solver over its vectors. Each pass returns a
-// sum over all equations, the same on every processor: one sum per lane and component, quad after
-// quad in the order of the pass; then u plus v; then the lanes.
+// sum over all equations, the same on every processor: first per lane and component, quad after
+// quad in the order of the pass; then u plus v; then over the lanes.
 #pragma once
 
 #include "fem/wave_system.h"

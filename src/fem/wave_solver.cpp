@@ -1,4 +1,4 @@
-// The same iteration as PreconditionedCG, pass by pass over the waves.
+// The same iteration as PreconditionedCG, pass by pass over the quads.
 #include "fem/wave_solver.h"
 
 #include <cmath>
@@ -9,14 +9,15 @@
 #include "model/run_time_error.h"
 
 namespace quillane {
+
 std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
-  const auto load = model.LoadVector.Raw().subspan(1);
+  const int equations = model.EquationCount;
+  const auto load = model.LoadVector.Raw().subspan(1, static_cast<std::size_t>(equations));
   const double loadSquared = std::inner_product(load.begin(), load.end(), load.begin(), 0.0);
   if (!std::isfinite(loadSquared)) return std::nullopt;
   std::optional<WaveSystem> system = LayOutWaves(model);
   if (!system || !Factorize(*system, tolerance)) return std::nullopt;
 
-  const int equations = model.EquationCount;
   SolveReport report{.equations = equations};
   double alpha = 0.0;
   double beta = 0.0;
@@ -39,14 +40,14 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
     if (!std::isfinite(rho) || !std::isfinite(beta)) return std::nullopt;
   }
 
-  // The backward pass adds the step to x. After the last step there is none.
-  const double lastStep = report.converged ? alpha : 0.0;
+  // The backward pass updates x. After convergence there is none: the last update is done here.
+  const double lastAlpha = report.converged ? alpha : 0.0;
   const auto solution = model.SolutionVector.Raw();
   system->ForEachEquation(system->x, [&](int equation, double& number) {
     solution[static_cast<std::size_t>(equation)] = number;
   });
   system->ForEachEquation(system->p, [&](int equation, double& number) {
-    solution[static_cast<std::size_t>(equation)] += lastStep * number;
+    solution[static_cast<std::size_t>(equation)] += lastAlpha * number;
   });
   return report;
 } catch (const std::bad_alloc&) {

@@ -3,14 +3,13 @@
 
 #include <limits>
 #include <unordered_map>
-#include <utility>
 
 #include "fem/regular_grid.h"
 
 namespace quillane {
 namespace {
 
-/// As WaveOrder takes them.
+/// The codes of all nodes, laid out as WaveOrder takes them.
 std::vector<NodeCode> NodeCodes(const Model& model) {
   const auto rows = static_cast<std::size_t>(model.CellRowCount);
   const auto columns = static_cast<std::size_t>(model.CellColumnCount);
@@ -22,12 +21,12 @@ std::vector<NodeCode> NodeCodes(const Model& model) {
     for (std::size_t i = 1; i <= rows; ++i, ++state) isPresent[i * up + j] = *state > 0;
   }
   constexpr std::size_t kShear = WaveOrder::kShear;
-  constexpr std::size_t kBelow = WaveOrder::kBelow;
+  constexpr std::size_t kMostOutside = WaveOrder::kMostOutside;
   const std::size_t width = columns + 1 + 2 * kShear;
-  std::vector<NodeCode> codes((rows + 1 + 2 * kBelow) * width, 0);
+  std::vector<NodeCode> codes((rows + 1 + 2 * kMostOutside) * width, 0);
   const Integer* numberU = &model.DofNumber.Column(1, model.NodeCount)[1];
   const Integer* numberV = &model.DofNumber.Column(2, model.NodeCount)[1];
-  NodeCode* code = &codes[kBelow * width];
+  NodeCode* code = &codes[kMostOutside * width];
   for (std::size_t i = 0; i <= rows; ++i, code += kShear) {
     code += kShear;
     for (std::size_t j = 0; j <= columns; ++j, ++code, ++numberU, ++numberV) {
@@ -88,7 +87,7 @@ StiffnessPattern MakePattern(const double (&element)[9][9], std::uint32_t codes)
 }
 
 /// True if the rows of full material are what the short ways take them for: opposite neighbours
-/// couple alike, u with v as v with u, diagonal ones all u with u and v with v, and only they
+/// couple alike, u with v as v with u, corner ones all u with u and v with v, and only they
 /// cross.
 bool AllowsShortWays(const StiffnessPattern& full) {
   const auto isSame = [&full](int n, int m) {
@@ -97,9 +96,9 @@ bool AllowsShortWays(const StiffnessPattern& full) {
   };
   for (int n = 0; n < kNeighbours; ++n) {
     const double cross = full.k[n][1].u.lane[0];
-    const bool isDiagonal = n % 2 == 0 && n != kOwn;
+    const bool isCorner = n % 2 == 0 && n != kOwn;
     if (!isSame(n, kNeighbours - 1 - n) || full.k[n][0].v.lane[0] != cross ||
-        full.k[kNeighbours - 1 - n][1].u.lane[0] != cross || (!isDiagonal && cross != 0.0)) {
+        full.k[kNeighbours - 1 - n][1].u.lane[0] != cross || (!isCorner && cross != 0.0)) {
       return false;
     }
   }
@@ -133,7 +132,7 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) {
   MakePatterns(model.ElementStiffness, system);
   const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);
-  system.fromAbove.resize(places);
+  system.toLane3.resize(places);
   for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
   const auto load = model.LoadVector.Raw();
   system.ForEachEquation(system.r, [&load](int equation, double& number) {

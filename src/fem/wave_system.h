@@ -26,7 +26,7 @@ struct NodeNumbers {
   double u, v;
 };
 
-/// The neighbours of a node in ascending order of equation numbers.
+/// The neighbours of a node, and the node, in ascending order of equation numbers.
 enum Neighbour {
   kLowerLeft,
   kLower,
@@ -41,16 +41,16 @@ enum Neighbour {
 inline constexpr int kNeighbours = 9;
 
 /// Stiffness rows of a quad's nodes (N/mm): [neighbour][its component], for u and for v. Rows of
-/// components without an equation are zero; couplings with a neighbour without one are not: its
-/// numbers are. Quads that look the same share a pattern.
+/// components without an equation are zero; couplings with a neighbour without one are kept: its
+/// numbers are zero. Quads of the same codes share a pattern.
 struct StiffnessPattern {
   QuadNumbers k[kNeighbours][2];
   QuadNumbers equation;  ///< 1 where the component has an equation, else 0
-  bool isFull;           ///< every lane has no equation or is a node in full material, free and
+  bool isFull;           ///< each lane is without an equation or a node in full material: free,
                          ///< between four present cells
 };
 
-/// Waves from a neighbour before a node to the node.
+/// How many waves before a node this neighbour stands, one of those before kOwn.
 constexpr int Waves(int neighbour) { return neighbour == kLeft ? 1 : 3 - neighbour; }
 
 /// The part of the factor's rows that every quad needs: the reciprocal pivots (0 without equation),
@@ -59,10 +59,10 @@ struct FactorRows {
   QuadNumbers inverse, lower, lowerRight, left;
 };
 
-/// What in full material is as a rule the stiffness itself: the same couplings with the lower left
-/// neighbour; the CROSS ones, of u with v and v with u, with all four; and v with the node's own u.
-/// Near other nodes it can differ, so Factorize compares the numbers. Quads without a difference
-/// share rest 0. Rows without an equation may then hold any numbers.
+/// The part that in full material is as a rule the stiffness itself: the same couplings with the
+/// lower left neighbour; the CROSS ones, of u with v and v with u, with all four; and v with the
+/// node's own u. Factorize compares the numbers: quads without a difference share rest 0. Rows
+/// without an equation may then hold any numbers.
 struct FactorRest {
   QuadNumbers lowerLeft, cross[kOwn];
   LaneNumbers vWithU;
@@ -77,7 +77,7 @@ constexpr auto& Same(Rows& rows, Rest& rest, int neighbour) {
                                     : rows.left;
 }
 
-/// Which numbers belong to a quad, and whether a short way leads through them.
+/// Which numbers belong to a quad. Rest 0 and couplesUV false allow short ways.
 struct QuadKind {
   std::uint16_t pattern = 0;  ///< index of its StiffnessPattern
   QuadIndex rest = 0;         ///< index of its FactorRest
@@ -86,7 +86,7 @@ struct QuadKind {
 
 /// All numbers of one solve. Where there is no equation, and for quad 0, vectors, reciprocal pivots
 /// and stiffness rows are 0. Other couplings there may be any finite number: each is multiplied by
-/// such a 0.
+/// such a 0. A number that is not finite goes through it into the sums that the passes return.
 struct WaveSystem {
   WaveOrder order;
   int rows, columns;        ///< of nodes
@@ -101,8 +101,8 @@ struct WaveSystem {
   /// As in PreconditionedCG. z and q share zq: the direction takes a quad's z before the product
   /// writes its q, and the residual takes q before the sweep writes z.
   std::vector<QuadNumbers> x{}, p{}, r{}, zq{};
-  /// What the strip above gives to the node in lane 3 in the backward pass; at 0 what nobody gets.
-  std::vector<NodeNumbers> fromAbove{};
+  /// By quad: what the strip above gives to its lane 3 in the backward pass. Entry 0 is never read.
+  std::vector<NodeNumbers> toLane3{};
 
   /// Calls visit(equation, number) with every equation, ascending, and its place in a vector.
   template <class Visit>
@@ -121,8 +121,8 @@ struct WaveSystem {
 };
 
 /// Lays out the model's numbered equations: r holds its LoadVector, all other vectors are zero, the
-/// factor is room only. Empty where the mesh is no regular grid or the stiffness not that of
-/// square cells.
+/// factor is only allocated. Empty where the mesh is no regular grid or the stiffness has not the
+/// symmetries of square cells.
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
 }  // namespace quillane
