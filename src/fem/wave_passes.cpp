@@ -216,10 +216,7 @@ double Direction(WaveSystem& system, double beta) {
     // p is made one strip ahead: the product reads it there. From then on nobody needs z of that
     // strip, and q overwrites it.
     const std::size_t end = strips[std::min(strip + 2, strips.size() - 1)].quad;
-    for (; next < end; ++next) {
-      const Nodes old = Load(p[next]);
-      Store(Load(zq[next]) + old * betas, p[next]);
-    }
+    for (; next < end; ++next) Store(Load(zq[next]) + Load(p[next]) * betas, p[next]);
     // Nine neighbours added one after the other make the processor wait, so three quads are summed
     // at once, each a third further. At step t the quad of t - 2 gets its upper row and is
     // finished, that of t - 1 its own row, that of t its lower row: `above` then ends at t + 1,
