@@ -4,21 +4,42 @@
 #include <limits>
 #include <unordered_map>
 
-#include "fem/regular_grid.h"
-
 namespace quillane {
 namespace {
 
-/// The codes of all nodes, laid out as WaveOrder takes them.
+/// True if the mesh is the one that BuildMesh makes of the cells.
+bool IsRegularMesh(const Model& model) {
+  const int rows = model.CellRowCount;
+  const int columns = model.CellColumnCount;
+  if (rows < 1 || columns < 1 || model.NodeCount != (rows + 1) * (columns + 1) ||
+      model.ElementCount != rows * columns) {
+    return false;
+  }
+  const int corner[] = {1, 2, columns + 3, columns + 2};
+  bool isRegular = true;
+  for (int k = 0; k < 4; ++k) {
+    const Integer* node = &model.ElementNodes.Column(k + 1, model.ElementCount)[1];
+    for (int i = 0; i < rows; ++i, node += columns) {
+      const int first = (columns + 1) * i + corner[k];
+      for (int j = 0; j < columns; ++j) isRegular &= node[j] == first + j;
+    }
+  }
+  return isRegular;
+}
+
+/// The codes of all nodes, laid out as WaveOrder takes them. Empty where the equations do not run
+/// 1, 2, ... along the nodes, u before v, without gaps.
 std::vector<NodeCode> NodeCodes(const Model& model) {
   const auto rows = static_cast<std::size_t>(model.CellRowCount);
   const auto columns = static_cast<std::size_t>(model.CellColumnCount);
   // Cells row by row, 1 where present, with a margin.
   const std::size_t up = columns + 2;
   std::vector<std::uint8_t> isPresent((rows + 2) * up, 0);
-  const Integer* state = model.CellState.Raw().data();
-  for (std::size_t j = 1; j <= columns; ++j) {
-    for (std::size_t i = 1; i <= rows; ++i, ++state) isPresent[i * up + j] = *state > 0;
+  for (int j = 1; j <= model.CellColumnCount; ++j) {
+    std::uint8_t* cell = &isPresent[static_cast<std::size_t>(j)];
+    for (const Integer state : model.CellState.Column(j, model.CellRowCount)) {
+      *(cell += up) = state > 0;
+    }
   }
   constexpr std::size_t kShear = WaveOrder::kShear;
   constexpr std::size_t kMostOutside = WaveOrder::kMostOutside;
@@ -27,16 +48,25 @@ std::vector<NodeCode> NodeCodes(const Model& model) {
   const Integer* numberU = &model.DofNumber.Column(1, model.NodeCount)[1];
   const Integer* numberV = &model.DofNumber.Column(2, model.NodeCount)[1];
   NodeCode* code = &codes[kMostOutside * width];
+  int equation = 0;
+  bool isDense = true;
+  const auto take = [&](int number) {
+    if (number == 0) return 0;
+    isDense &= number == ++equation;
+    return 1;
+  };
   for (std::size_t i = 0; i <= rows; ++i, code += kShear) {
     code += kShear;
     for (std::size_t j = 0; j <= columns; ++j, ++code, ++numberU, ++numberV) {
       const std::uint8_t* const lowerLeft = &isPresent[i * up + j];
       const int cells = kCellLowerLeft * lowerLeft[0] + kCellLowerRight * lowerLeft[1] +
                         kCellUpperLeft * lowerLeft[up] + kCellUpperRight * lowerLeft[up + 1];
-      const int equations = kEquationU * (*numberU != 0) + kEquationV * (*numberV != 0);
+      int equations = kEquationU * take(*numberU);
+      equations += kEquationV * take(*numberV);
       *code = static_cast<NodeCode>(equations == 0 ? 0 : cells + equations);
     }
   }
+  if (!isDense || equation != model.EquationCount) codes.clear();
   return codes;
 }
 
@@ -120,15 +150,15 @@ void MakePatterns(const double (&element)[9][9], WaveSystem& system) {
 }  // namespace
 
 std::optional<WaveSystem> LayOutWaves(const Model& model) {
-  if (!IsRegularGrid(model)) return std::nullopt;
+  if (!IsRegularMesh(model)) return std::nullopt;
+  const std::vector<NodeCode> codes = NodeCodes(model);
+  if (codes.empty()) return std::nullopt;
   const StiffnessPattern full = MakePattern(model.ElementStiffness, kFullCode * 0x01010101U);
   if (!AllowsShortWays(full)) return std::nullopt;
   const int rows = model.CellRowCount + 1;
   const int columns = model.CellColumnCount + 1;
-  WaveSystem system{.order = WaveOrder(rows, columns, NodeCodes(model)),
-                    .rows = rows,
-                    .columns = columns,
-                    .full = full};
+  WaveSystem system{
+      .order = WaveOrder(rows, columns, codes), .rows = rows, .columns = columns, .full = full};
   MakePatterns(model.ElementStiffness, system);
   const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);

@@ -121,8 +121,9 @@ struct WaveSystem {
 };
 
 /// Lays out the model's numbered equations: r holds its LoadVector, all other vectors are zero, the
-/// factor is only allocated. Empty where the mesh is no regular grid or the stiffness has not the
-/// symmetries of square cells.
+/// factor is only allocated. Empty where mesh and numbers are not those of BuildMesh and
+/// NumberEquations, which a file can bring, or the stiffness has not the symmetries of square
+/// cells.
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
 }  // namespace quillane
