@@ -1,9 +1,8 @@
 // Incomplete Cholesky factorization, quad by quad in the order of the steps.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fem/wave_factor.cpp"
-// The order counts: the targets, the loop over them, then what is compiled for each.
+// The order counts: the loop over the instruction sets, then what is compiled for each.
 // clang-format off
-#include "fem/vector_targets.h"
 #include "hwy/foreach_target.h"
 #include "fem/quad-inl.h"
 // clang-format on

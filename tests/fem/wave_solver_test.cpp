@@ -14,7 +14,6 @@
 #include "fem/assembly.h"
 #include "fem/element_stiffness.h"
 #include "fem/mesh.h"
-#include "fem/vector_targets.h"
 #include "hwy/targets.h"
 #include "model/run_time_error.h"
 #include "support/plates.h"
