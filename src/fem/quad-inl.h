@@ -1,12 +1,6 @@
 // Arithmetic on quads, in as many registers of the processor as that takes. Everything the fast
-// solver needs of the vector library stands here, compiled once per instruction set.
-#if defined(QUILLANE_FEM_QUAD_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef QUILLANE_FEM_QUAD_INL_H_
-#undef QUILLANE_FEM_QUAD_INL_H_
-#else
-#define QUILLANE_FEM_QUAD_INL_H_
-#endif
-
+// solver needs of the vector library stands here. Included once per instruction set, and so without
+// a guard.
 #include "fem/wave_system.h"
 #include "hwy/highway.h"
 
@@ -179,5 +173,3 @@ HWY_INLINE void Subtract(const Coupling& k, const Nodes& neighbour, Nodes& sum) 
 }  // namespace HWY_NAMESPACE
 }  // namespace quillane
 HWY_AFTER_NAMESPACE();
-
-#endif

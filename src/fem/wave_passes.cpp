@@ -1,10 +1,11 @@
-// Product and sweeps, step by step.
+// Product and sweeps, step by step; the factorization is compiled here, too.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fem/wave_passes.cpp"
 // The order counts: the loop over the instruction sets, then what is compiled for each.
 // clang-format off
 #include "hwy/foreach_target.h"
 #include "fem/quad-inl.h"
+#include "fem/wave_factor-inl.h"
 // clang-format on
 
 #include "fem/wave_passes.h"
@@ -248,11 +249,19 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace quillane {
 namespace {
+HWY_EXPORT(FactorizeAll);
 HWY_EXPORT(Direction);
 HWY_EXPORT(Forward);
 HWY_EXPORT(Backward);
 }  // namespace
 
+bool Factorize(WaveSystem& system, double tolerance) {
+  FactorRest full{};
+  full.lowerLeft = {system.full.k[kLowerLeft][0].u, system.full.k[kLowerLeft][1].v};
+  for (int n = 0; n < kOwn; ++n) full.cross[n] = {system.full.k[n][1].u, system.full.k[n][0].v};
+  system.rest.assign(1, full);
+  return HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance);
+}
 double DirectionPass(WaveSystem& system, double beta) {
   return HWY_DYNAMIC_DISPATCH(Direction)(system, beta);
 }

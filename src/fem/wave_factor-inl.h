@@ -1,14 +1,5 @@
-// Incomplete Cholesky factorization, quad by quad in the order of the steps.
-#undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "fem/wave_factor.cpp"
-// The order counts: the loop over the instruction sets, then what is compiled for each.
-// clang-format off
-#include "hwy/foreach_target.h"
-#include "fem/quad-inl.h"
-// clang-format on
-
-#include "fem/wave_passes.h"
-
+// Incomplete Cholesky factorization, quad by quad in the order of the steps. Included once per
+// instruction set, after the arithmetic on quads.
 HWY_BEFORE_NAMESPACE();
 namespace quillane {
 namespace HWY_NAMESPACE {
@@ -153,20 +144,3 @@ bool FactorizeAll(WaveSystem& system, double tolerance) {
 }  // namespace HWY_NAMESPACE
 }  // namespace quillane
 HWY_AFTER_NAMESPACE();
-
-#if HWY_ONCE
-namespace quillane {
-namespace {
-HWY_EXPORT(FactorizeAll);
-}  // namespace
-
-bool Factorize(WaveSystem& system, double tolerance) {
-  FactorRest full{};
-  full.lowerLeft = {system.full.k[kLowerLeft][0].u, system.full.k[kLowerLeft][1].v};
-  for (int n = 0; n < kOwn; ++n) full.cross[n] = {system.full.k[n][1].u, system.full.k[n][0].v};
-  system.rest.assign(1, full);
-  return HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance);
-}
-
-}  // namespace quillane
-#endif  // HWY_ONCE
