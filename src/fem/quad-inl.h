@@ -48,32 +48,18 @@ HWY_INLINE Lanes All(double number) {
 HWY_INLINE Lanes Load(const LaneNumbers& from) {
   return Each([&](std::size_t i) { return hn::Load(kTag, from.lane + i * kWidth); });
 }
-HWY_INLINE void Store(const Lanes& quad, LaneNumbers& to) {
-  for (std::size_t i = 0; i < kParts; ++i) hn::Store(quad.part[i], kTag, to.lane + i * kWidth);
+HWY_INLINE void Store(const Lanes& lanes, LaneNumbers& to) {
+  for (std::size_t i = 0; i < kParts; ++i) hn::Store(lanes.part[i], kTag, to.lane + i * kWidth);
 }
 
-HWY_INLINE double Lane0(const Lanes& quad) { return hn::GetLane(quad.part[0]); }
+HWY_INLINE double Lane0(const Lanes& lanes) { return hn::GetLane(lanes.part[0]); }
 
-/// `number` where the mask is not zero, else zero.
-HWY_INLINE Lanes WhereNotZero(const Lanes& mask, const Lanes& number) {
+/// `number` where the mask is not zero, else `otherwise`.
+HWY_INLINE Lanes Where(const Lanes& mask, const Lanes& number, const Lanes& otherwise) {
   return Each([&](std::size_t i) {
-    return hn::IfThenZeroElse(hn::Eq(mask.part[i], hn::Zero(kTag)), number.part[i]);
+    const auto isZero = hn::Eq(mask.part[i], hn::Zero(kTag));
+    return hn::IfThenElse(isZero, otherwise.part[i], number.part[i]);
   });
-}
-
-/// 1 where the numbers differ, else 0.
-HWY_INLINE Lanes Differs(const Lanes& a, const Lanes& b) {
-  return Each([&](std::size_t i) {
-    return hn::IfThenElseZero(hn::Ne(a.part[i], b.part[i]), hn::Set(kTag, 1.0));
-  });
-}
-
-HWY_INLINE bool IsZero(const Lanes& quad) {
-  bool isZero = true;
-  for (const auto& part : quad.part) {
-    isZero = isZero && hn::AllTrue(kTag, hn::Eq(part, hn::Zero(kTag)));
-  }
-  return isZero;
 }
 
 /// `number`, but `least` in the lanes where its size is at most `least`.
@@ -88,7 +74,7 @@ HWY_INLINE Lanes ReplaceSmall(const Lanes& number, const Lanes& least) {
 template <std::size_t kFrom>
 HWY_INLINE Lanes Window(const Lanes& first, const Lanes& last) {
 #if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86
-  const auto bits = [](const Lanes& quad) { return _mm256_castpd_si256(quad.part[0].raw); };
+  const auto bits = [](const Lanes& lanes) { return _mm256_castpd_si256(lanes.part[0].raw); };
   return {{hn::Vec<Tag>{_mm256_castsi256_pd(_mm256_alignr_epi64(bits(last), bits(first), kFrom))}}};
 #elif HWY_TARGET <= HWY_AVX2 && HWY_ARCH_X86
   const auto middle = hn::ConcatLowerUpper(kTag, last.part[0], first.part[0]);
@@ -120,17 +106,14 @@ HWY_INLINE Nodes operator-(const Nodes& a, const Nodes& b) { return {a.u - b.u, 
 HWY_INLINE Nodes operator*(const Nodes& a, const Nodes& b) { return {a.u * b.u, a.v * b.v}; }
 HWY_INLINE Nodes operator*(const Nodes& a, const Lanes& b) { return {a.u * b, a.v * b}; }
 
-HWY_INLINE Nodes WhereNotZero(const Nodes& mask, const Nodes& number) {
-  return {WhereNotZero(mask.u, number.u), WhereNotZero(mask.v, number.v)};
-}
-HWY_INLINE Nodes Differs(const Nodes& a, const Nodes& b) {
-  return {Differs(a.u, b.u), Differs(a.v, b.v)};
-}
 HWY_INLINE Nodes Both(double number) { return {All(number), All(number)}; }
 HWY_INLINE Nodes Load(const QuadNumbers& from) { return {Load(from.u), Load(from.v)}; }
 HWY_INLINE void Store(const Nodes& nodes, QuadNumbers& to) {
   Store(nodes.u, to.u);
   Store(nodes.v, to.v);
+}
+HWY_INLINE Nodes Where(const Nodes& mask, const Nodes& number, const Nodes& otherwise) {
+  return {Where(mask.u, number.u, otherwise.u), Where(mask.v, number.v, otherwise.v)};
 }
 
 /// Moves each lane one up; lane 0 comes from lane 3 of the strip below. From numbers of a wave,
@@ -158,17 +141,6 @@ struct Coupling {
 };
 
 HWY_INLINE Coupling Load(const QuadNumbers (&k)[2]) { return {Load(k[0]), Load(k[1])}; }
-
-/// Adds to the sums of the nodes' rows what a neighbour contributes.
-HWY_INLINE void Add(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
-  sum = sum + k.u * neighbour.u;
-  sum = sum + k.v * neighbour.v;
-}
-/// Takes it from them.
-HWY_INLINE void Subtract(const Coupling& k, const Nodes& neighbour, Nodes& sum) {
-  sum = sum - k.u * neighbour.u;
-  sum = sum - k.v * neighbour.v;
-}
 
 }  // namespace HWY_NAMESPACE
 }  // namespace quillane

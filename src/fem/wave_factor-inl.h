@@ -65,15 +65,13 @@ HWY_INLINE void ComputeEntries(const NeighbourRows& neighbours, int n, const Cou
     const Coupling& known = rows.entry[shared.toNode];
     const Nodes same = neighbours.SameOf(n, shared.toNeighbour);
     const Nodes cross = neighbours.CrossOf(n, shared.toNeighbour);
-    entry.u = entry.u - known.u * (inverse.u * same.u);
-    entry.u = entry.u - known.v * (inverse.v * cross.u);
-    entry.v = entry.v - known.u * (inverse.u * cross.v);
-    entry.v = entry.v - known.v * (inverse.v * same.v);
+    entry.u = entry.u - known.u * (inverse.u * same.u) - known.v * (inverse.v * cross.u);
+    entry.v = entry.v - known.u * (inverse.u * cross.v) - known.v * (inverse.v * same.v);
   }
   // Where the stiffness is exactly zero the factor is zero, too.
-  entry.u = WhereNotZero(stiffness.u, entry.u);
+  entry.u = Where(stiffness.u, entry.u, Both(0.0));
   entry.v = entry.v - entry.u * (rows.inverse[n].u * neighbours.VWithU(n));
-  entry.v = WhereNotZero(stiffness.v, entry.v);
+  entry.v = Where(stiffness.v, entry.v, Both(0.0));
   rows.entry[n] = entry;
 }
 
@@ -81,24 +79,21 @@ HWY_INLINE void ComputeEntries(const NeighbourRows& neighbours, int n, const Cou
 HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, const Nodes& inverse,
                      const Lanes& vWithU, const Nodes& equation) {
   FactorRows& factor = system.factor[quad];
+  const FactorRest& full = system.rest[0];
   FactorRest rest;
   Store(inverse, factor.inverse);
   Store(vWithU, rest.vWithU);
-  const Lanes couples = Differs(vWithU, All(0.0));
-  Nodes differs = {All(0.0), couples};
   for (int n = 0; n < kOwn; ++n) {
-    const Coupling full = Load(system.full.k[n]);
     const Nodes same = {rows.entry[n].u.u, rows.entry[n].v.v};
     const Nodes cross = {rows.entry[n].v.u, rows.entry[n].u.v};
     Store(same, Same(factor, rest, n));
-    Store(cross, rest.cross[n]);
-    differs = differs + Differs(cross, {full.v.u, full.u.v});
-    if (n == kLowerLeft) differs = differs + Differs(same, {full.u.u, full.v.v});
+    Store(Where(equation, cross, Load(full.cross[n])), rest.cross[n]);
   }
+  Store(Where(equation, Load(rest.lowerLeft), Load(full.lowerLeft)), rest.lowerLeft);
   QuadKind& kind = system.kinds[quad];
-  kind.couplesUV = !IsZero(couples * equation.u * equation.v);
+  kind.couplesUV = rest.vWithU != full.vWithU;
   kind.rest = 0;
-  if (IsZero(differs.u * equation.u + differs.v * equation.v)) return;
+  if (rest == full) return;
   kind.rest = static_cast<QuadIndex>(system.rest.size());
   system.rest.push_back(rest);
 }
@@ -115,12 +110,11 @@ HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Lanes& 
     rows.inverse[n] = neighbours.Inverse(n);
     ComputeEntries(neighbours, n, Load(pattern.k[n]), rows);
     const Coupling& entry = rows.entry[n];
-    pivot = pivot - entry.u * entry.u * rows.inverse[n].u;
-    vWithU = vWithU - rows.inverse[n].u * entry.u.u * entry.u.v;
-    pivot = pivot - entry.v * entry.v * rows.inverse[n].v;
-    vWithU = vWithU - rows.inverse[n].v * entry.v.u * entry.v.v;
+    const Nodes& inverse = rows.inverse[n];
+    pivot = pivot - entry.u * entry.u * inverse.u - entry.v * entry.v * inverse.v;
+    vWithU = vWithU - inverse.u * entry.u.u * entry.u.v - inverse.v * entry.v.u * entry.v.v;
   }
-  vWithU = WhereNotZero(ownU.v, vWithU);
+  vWithU = Where(ownU.v, vWithU, All(0.0));
   // Without an equation the pivot is 0: replaced, so that the division is finite, and then cleared.
   const Nodes equation = Load(pattern.equation);
   Nodes inverse;

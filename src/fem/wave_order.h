@@ -77,13 +77,8 @@ class WaveOrder {
   /// `below` with the one after it.
   std::span<const Step> Steps() const { return steps_; }
 
-  /// Where a strip begins, at the gap before its first own quad; its end is the next one's begin.
-  struct Begin {
-    std::size_t step, quad;
-  };
-  /// One per strip, from the lowest, and the end. The end's step is the last of Steps(), not one
-  /// past it: the product looks one step ahead.
-  std::span<const Begin> Strips() const { return strips_; }
+  /// The most steps from a quad back to one that holds a neighbour of its nodes.
+  std::size_t Distance() const { return distance_; }
 
   /// Quad and lane of node (row, column).
   QuadIndex QuadOf(int row, int column) const {
@@ -104,12 +99,13 @@ class WaveOrder {
   void NumberQuads(int rows, int columns, std::span<const NodeCode> codes);
   void MakeSteps(int columns);
 
-  int rowsBelow_ = 0;              ///< of the lowest strip, below the grid
+  int rowsBelow_ = 0;  ///< of the lowest strip, below the grid
+  int strips_ = 0;
   int places_ = 0;                 ///< per strip in quadAt_, with a margin at both ends
   std::vector<QuadIndex> quadAt_;  ///< by strip, from -1, and wave; 0 where there is no quad
   std::vector<std::uint32_t> codes_;
   std::vector<Step> steps_;
-  std::vector<Begin> strips_;
+  std::size_t distance_ = kReach;
 };
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// Product and sweeps, step by step; the factorization is compiled here, too.
+// Sweeps and product, step by step; the factorization is compiled here, too.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fem/wave_passes.cpp"
 // The order counts: the loop over the instruction sets, then what is compiled for each.
@@ -10,7 +10,6 @@
 
 #include "fem/wave_passes.h"
 
-#include <algorithm>
 #include <span>
 
 HWY_BEFORE_NAMESPACE();
@@ -18,82 +17,53 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-/// A coupling from its same and its cross numbers.
-HWY_INLINE Coupling Joined(const Nodes& same, const Nodes& cross) {
-  return {{same.u, cross.v}, {cross.u, same.v}};
-}
-
-/// Full material: opposite neighbours couple alike, and only corner ones cross.
-struct FullQuads {
-  Nodes crossFalling;
-  Coupling rising, falling;  ///< towards lower left and upper right, lower right and upper left
-  Nodes vertical, horizontal, own;
-
-  explicit FullQuads(const StiffnessPattern& full)
-      : crossFalling(Cross(full, kLowerRight)),
-        rising(Joined(Same(full, kLowerLeft), Cross(full, kLowerLeft))),
-        falling(Joined(Same(full, kLowerLeft), crossFalling)),
-        vertical(Same(full, kLower)),
-        horizontal(Same(full, kLeft)),
-        own(Same(full, kOwn)) {}
-
- private:
-  static Nodes Same(const StiffnessPattern& full, int n) {
-    return {Load(full.k[n][0].u), Load(full.k[n][1].v)};
-  }
-  static Nodes Cross(const StiffnessPattern& full, int n) {
-    const Lanes cross = Load(full.k[n][1].u);
-    return {cross, cross};
-  }
-};
-
-/// Numbers of the neighbours before the nodes of a quad, by Neighbour.
-using Before = Nodes[kOwn];
-
-HWY_INLINE Nodes ForwardFull(const FactorRows& rows, const FullQuads& full, const Before& before,
-                             Nodes sum) {
-  Subtract(full.rising, before[kLowerLeft], sum);
-  sum = sum - Load(rows.lower) * before[kLower];
-  Subtract(Joined(Load(rows.lowerRight), full.crossFalling), before[kLowerRight], sum);
-  return (sum - Load(rows.left) * before[kLeft]) * Load(rows.inverse);
-}
-
-HWY_INLINE Nodes ForwardAny(const FactorRows& rows, const FactorRest& rest, bool couplesUV,
-                            const Before& before, Nodes sum) {
+/// The sums of the forward sweep for the nodes of a quad: r minus what the z of the neighbours
+/// before them, [neighbour], contribute.
+template <bool kOnlyCornersCross>
+HWY_INLINE Nodes ForwardSum(const FactorRows& rows, const FactorRest& rest, const Nodes (&z)[kOwn],
+                            Nodes sum) {
   for (int n = 0; n < kOwn; ++n) {
-    Subtract(Joined(Load(Same(rows, rest, n)), Load(rest.cross[n])), before[n], sum);
+    const Nodes same = Load(Same(rows, rest, n));
+    if (kOnlyCornersCross && !IsCorner(n)) {
+      sum = sum - same * z[n];
+    } else {
+      const Nodes cross = Load(rest.cross[n]);
+      sum = sum - Nodes{same.u, cross.v} * z[n].u - Nodes{cross.u, same.v} * z[n].v;
+    }
   }
-  Nodes z;
-  z.u = sum.u * Load(rows.inverse.u);
-  if (couplesUV) sum.v = sum.v - Load(rest.vWithU) * z.u;
-  z.v = sum.v * Load(rows.inverse.v);
-  return z;
+  return sum;
 }
 
-double Forward(WaveSystem& system, double alpha) {
+ForwardSums Forward(WaveSystem& system, double alpha) {
   // Pointers of a pass's own: those in the vectors would be read anew after every store.
   const QuadKind* const kinds = system.kinds.data();
   const FactorRows* const factor = system.factor.data();
   const FactorRest* const rests = system.rest.data();
+  QuadNumbers* const x = system.x.data();
+  const QuadNumbers* const p = system.p.data();
   QuadNumbers* const r = system.r.data();
   QuadNumbers* const zq = system.zq.data();
-  const FullQuads full(system.full);
   const Lanes alphas = All(alpha);
-  Nodes squares = Both(0.0);
-  Before before = {Both(0.0), Both(0.0), Both(0.0), Both(0.0)};
+  Nodes rr = Both(0.0);
+  Nodes rz = Both(0.0);
+  Nodes before[kOwn] = {rr, rr, rr, rr};  // z of the neighbours
   for (const Step& at : system.order.Steps()) {
     Nodes z = Both(0.0);
     if (at.own != 0) {
       const std::size_t quad = at.own;
       const Nodes residual = Load(r[quad]) - Load(zq[quad]) * alphas;
       Store(residual, r[quad]);
-      squares = squares + residual * residual;
+      Store(Load(x[quad]) + Load(p[quad]) * alphas, x[quad]);
+      rr = rr + residual * residual;
+      const FactorRows& rows = factor[quad];
       const QuadKind& kind = kinds[quad];
-      if (kind.rest == 0) {
-        z = ForwardFull(factor[quad], full, before, residual);
-      } else {
-        z = ForwardAny(factor[quad], rests[kind.rest], kind.couplesUV, before, residual);
-      }
+      const FactorRest& rest = rests[kind.rest];
+      Nodes sum = kind.rest == 0 ? ForwardSum<true>(rows, rest, before, residual)
+                                 : ForwardSum<false>(rows, rest, before, residual);
+      z.u = sum.u * Load(rows.inverse.u);
+      if (kind.couplesUV) sum.v = sum.v - Load(rest.vWithU) * z.u;
+      z.v = sum.v * Load(rows.inverse.v);
+      rz = rz + sum * z;
       Store(z, zq[quad]);
     }
     before[kLowerLeft] = before[kLower];
@@ -101,7 +71,7 @@ double Forward(WaveSystem& system, double alpha) {
     before[kLowerRight] = FromBelow(z, Load(zq[at.below]));
     before[kLeft] = z;
   }
-  return Sum(squares);
+  return {Sum(rr), Sum(rz)};
 }
 
 /// What a quad's z give to the sums of a neighbour of each node.
@@ -115,130 +85,128 @@ HWY_INLINE Nodes operator+(const Nodes& sum, const Given& given) {
   return sum + given.byV + given.byU;
 }
 
-double Backward(WaveSystem& system, double alpha) {
-  const QuadKind* const kinds = system.kinds.data();
-  const FactorRows* const factor = system.factor.data();
-  const FactorRest* const rests = system.rest.data();
-  NodeNumbers* const toLane3 = system.toLane3.data();
-  QuadNumbers* const x = system.x.data();
-  QuadNumbers* const p = system.p.data();
-  QuadNumbers* const r = system.r.data();
-  QuadNumbers* const zq = system.zq.data();
-  const Lanes alphas = All(alpha);
-  const Nodes zero = Both(0.0);
-  Nodes products = zero;
-  // A node's couplings with later neighbours stand in their rows: a later quad gives its part as
-  // soon as it has its z. At the top of the loop sums[i] is what the row above has given to the
-  // nodes i waves before this step, still in the lanes of the givers.
-  Nodes sums[WaveOrder::kReach] = {zero, zero, zero};
-  Given toLeft = {zero, zero};
-  const std::span<const Step> steps = system.order.Steps();
-  for (std::size_t k = steps.size(); k-- > 0;) {
-    const Step& at = steps[k];
-    const Nodes given = sums[0];
-    toLane3[at.below] = {Lane0(given.u), Lane0(given.v)};
-    sums[0] = sums[1];
-    sums[1] = sums[2];
-    sums[2] = zero;
+/// The backward half of z and p = z + beta p, from the last step to the first.
+class BackwardSweep {
+ public:
+  HWY_INLINE BackwardSweep(WaveSystem& system, double beta) : system_(system), beta_(All(beta)) {}
+
+  HWY_INLINE void Take(const Step& at) {
+    const Nodes given = sums_[0];
+    toLane3_[at.below] = {Lane0(given.u), Lane0(given.v)};
+    sums_[0] = sums_[1];
+    sums_[1] = sums_[2];
+    sums_[2] = zero_;
     if (at.own == 0) {
-      toLeft = {zero, zero};
-      continue;
+      toLeft_ = {zero_, zero_};
+      return;
     }
     const std::size_t quad = at.own;
-    const FactorRows& rows = factor[quad];
-    const QuadKind& kind = kinds[quad];
-    const FactorRest& rest = rests[kind.rest];
-    Nodes sum = FromAbove(given, {All(toLane3[quad].u), All(toLane3[quad].v)}) + toLeft;
+    const FactorRows& rows = factor_[quad];
+    const QuadKind& kind = kinds_[quad];
+    const FactorRest& rest = rests_[kind.rest];
+    Nodes sum = FromAbove(given, {All(toLane3_[quad].u), All(toLane3_[quad].v)}) + toLeft_;
     const Nodes inverse = Load(rows.inverse);
-    Nodes z = Load(zq[quad]);
+    Nodes z = Load(zq_[quad]);
     z.v = z.v - sum.v * inverse.v;
     if (kind.couplesUV) sum.u = sum.u + Load(rest.vWithU) * z.v;
     z.u = z.u - sum.u * inverse.u;
-    Store(z, zq[quad]);
-    products = products + Load(r[quad]) * z;
-    Store(Load(x[quad]) + Load(p[quad]) * alphas, x[quad]);
-    sums[0] = sums[0] + Give(rows.lowerRight, rest.cross[kLowerRight], z);
-    sums[1] = sums[1] + Give(rows.lower, rest.cross[kLower], z);
-    sums[2] = sums[2] + Give(rest.lowerLeft, rest.cross[kLowerLeft], z);
-    toLeft = Give(rows.left, rest.cross[kLeft], z);
+    const Nodes p = Load(p_[quad]);
+    Store(z + p * beta_, p_[quad]);
+    sums_[0] = sums_[0] + Give(rows.lowerRight, rest.cross[kLowerRight], z);
+    sums_[1] = sums_[1] + Give(rows.lower, rest.cross[kLower], z);
+    sums_[2] = sums_[2] + Give(rest.lowerLeft, rest.cross[kLowerLeft], z);
+    toLeft_ = Give(rows.left, rest.cross[kLeft], z);
   }
-  return Sum(products);
-}
 
-/// A third of a quad's product: what three neighbours in one row of the grid contribute.
-HWY_INLINE void AddThird(const StiffnessPattern& pattern, const FullQuads& full, int leftmost,
-                         const Nodes (&p)[3], Nodes& sum) {
-  if (!pattern.isFull) {
-    for (int n = 0; n < 3; ++n) Add(Load(pattern.k[leftmost + n]), p[n], sum);
-  } else if (leftmost == kLeft) {
-    sum = sum + full.horizontal * p[0];
-    sum = sum + full.own * p[1];
-    sum = sum + full.horizontal * p[2];
-  } else {
-    const bool isBelow = leftmost == kLowerLeft;
-    Add(isBelow ? full.rising : full.falling, p[0], sum);
-    sum = sum + full.vertical * p[1];
-    Add(isBelow ? full.falling : full.rising, p[2], sum);
-  }
-}
-
-/// Three successive waves, the newest last.
-using ThreeWaves = Nodes[3];
-HWY_INLINE void TakeIn(ThreeWaves& window, const Nodes& next) {
-  window[0] = window[1];
-  window[1] = window[2];
-  window[2] = next;
-}
-
-/// A quad's product that is not finished.
-struct Unfinished {
-  std::size_t quad;
-  const StiffnessPattern* pattern;
-  Nodes sum;
+ private:
+  WaveSystem& system_;
+  const QuadKind* const kinds_ = system_.kinds.data();
+  const FactorRows* const factor_ = system_.factor.data();
+  const FactorRest* const rests_ = system_.rest.data();
+  NodeNumbers* const toLane3_ = system_.toLane3.data();
+  const QuadNumbers* const zq_ = system_.zq.data();
+  QuadNumbers* const p_ = system_.p.data();
+  const Lanes beta_;
+  const Nodes zero_ = Both(0.0);
+  // A node's couplings with later neighbours stand in their rows: a later quad gives its part as
+  // soon as it has its z. Before a step sums_[i] is what the row above has given to the nodes i
+  // waves before it, still in the lanes of the givers.
+  Nodes sums_[WaveOrder::kReach] = {zero_, zero_, zero_};
+  Given toLeft_ = {zero_, zero_};
 };
 
-double Direction(WaveSystem& system, double beta) {
-  const StiffnessPattern* const patterns = system.patterns.data();
-  const QuadKind* const kinds = system.kinds.data();
-  QuadNumbers* const p = system.p.data();
-  QuadNumbers* const zq = system.zq.data();
-  const FullQuads full(system.full);
-  const Lanes betas = All(beta);
-  Nodes products = Both(0.0);
-  ThreeWaves below = {Both(0.0), Both(0.0), Both(0.0)};
-  ThreeWaves own = {Both(0.0), Both(0.0), Both(0.0)};
-  ThreeWaves above = {Both(0.0), Both(0.0), Both(0.0)};
-  Unfinished oneThird{0, patterns, Both(0.0)}, twoThirds = oneThird;
-  const std::span<const WaveOrder::Begin> strips = system.order.Strips();
-  const Step* const steps = system.order.Steps().data();
-  std::size_t next = 1;
-  for (std::size_t strip = 0; strip + 1 < strips.size(); ++strip) {
-    // p is made one strip ahead: the product reads it there. From then on nobody needs z of that
-    // strip, and q overwrites it.
-    const std::size_t end = strips[std::min(strip + 2, strips.size() - 1)].quad;
-    for (; next < end; ++next) Store(Load(zq[next]) + Load(p[next]) * betas, p[next]);
-    // Nine neighbours added one after the other make the processor wait, so three quads are summed
-    // at once, each a third further. At step t the quad of t - 2 gets its upper row and is
-    // finished, that of t - 1 its own row, that of t its lower row: `above` then ends at t + 1,
-    // `own` at t, `below` at t - 1.
-    for (const Step* at = steps + strips[strip].step; at < steps + strips[strip + 1].step; ++at) {
-      TakeIn(above, FromAbove(Load(p[at[1].own]), Load(p[at[1].above])));
-      AddThird(*twoThirds.pattern, full, kUpperLeft, above, twoThirds.sum);
-      // Lanes without an equation got numbers of full material; the factor 0 or 1 clears them.
-      if (twoThirds.pattern->isFull) {
-        twoThirds.sum = twoThirds.sum * Load(twoThirds.pattern->equation);
-      }
-      Store(twoThirds.sum, zq[twoThirds.quad]);
-      products = products + own[1] * twoThirds.sum;  // own[1]: p of the finished quad
-      TakeIn(own, Load(p[at->own]));
-      twoThirds = oneThird;
-      AddThird(*oneThird.pattern, full, kLeft, own, twoThirds.sum);
-      oneThird = {at->own, &patterns[kinds[at->own].pattern], Both(0.0)};
-      AddThird(*oneThird.pattern, full, kLowerLeft, below, oneThird.sum);
-      TakeIn(below, FromBelow(own[2], Load(p[at->below])));
+/// p of one row of the grid in three successive waves.
+using ThreeWaves = Nodes[3];
+
+/// Adds to the product what three neighbours in one row of the grid contribute.
+template <bool kOnlyCornersCross>
+HWY_INLINE void AddThird(const StiffnessPattern& pattern, int leftmost, const ThreeWaves& p,
+                         Nodes& sum) {
+  for (int i = 0; i < 3; ++i) {
+    const Coupling k = Load(pattern.k[leftmost + i]);
+    if (kOnlyCornersCross && !IsCorner(leftmost + i)) {
+      sum = sum + Nodes{k.u.u, k.v.v} * p[i];
+    } else {
+      sum = sum + k.u * p[i].u + k.v * p[i].v;
     }
   }
-  return Sum(products);
+}
+
+/// The product q = K p, from the last step to the first.
+class Product {
+ public:
+  HWY_INLINE explicit Product(WaveSystem& system) : system_(system) {}
+
+  /// Neither the first kReach steps nor the last.
+  HWY_INLINE void Take(const Step* at) {
+    TakeIn(below_, FromBelow(Load(p_[at[-3].own]), Load(p_[at[-3].below])));
+    TakeIn(own_, Load(p_[at[-1].own]));
+    TakeIn(above_, FromAbove(Load(p_[at[1].own]), Load(p_[at[1].above])));
+    if (at->own == 0) return;
+    const StiffnessPattern& pattern = patterns_[kinds_[at->own].pattern];
+    const Nodes q = pattern.onlyCornersCross ? Sums<true>(pattern) : Sums<false>(pattern);
+    Store(q, zq_[at->own]);
+    pq_ = pq_ + own_[1] * q;
+  }
+
+  double SumOfPQ() const { return Sum(pq_); }
+
+ private:
+  HWY_INLINE static void TakeIn(ThreeWaves& waves, const Nodes& next) {
+    waves[2] = waves[1];
+    waves[1] = waves[0];
+    waves[0] = next;
+  }
+  template <bool kOnlyCornersCross>
+  HWY_INLINE Nodes Sums(const StiffnessPattern& pattern) const {
+    Nodes sum = Both(0.0);
+    AddThird<kOnlyCornersCross>(pattern, kLowerLeft, below_, sum);
+    AddThird<kOnlyCornersCross>(pattern, kLeft, own_, sum);
+    AddThird<kOnlyCornersCross>(pattern, kUpperLeft, above_, sum);
+    return sum;
+  }
+
+  WaveSystem& system_;
+  const QuadKind* const kinds_ = system_.kinds.data();
+  const StiffnessPattern* const patterns_ = system_.patterns.data();
+  const QuadNumbers* const p_ = system_.p.data();
+  QuadNumbers* const zq_ = system_.zq.data();
+  Nodes pq_ = Both(0.0);
+  ThreeWaves below_ = {pq_, pq_, pq_}, own_ = {pq_, pq_, pq_}, above_ = {pq_, pq_, pq_};
+};
+
+double Backward(WaveSystem& system, double beta) {
+  BackwardSweep sweep(system, beta);
+  Product product(system);
+  // The sweep waits for its own numbers, the product for none of its own: the processor does the
+  // one beside the other. The product stays so far behind that every p it reads is new.
+  const std::span<const Step> steps = system.order.Steps();
+  const std::size_t lag = system.order.Distance();
+  for (std::size_t k = steps.size() + lag; k-- > WaveOrder::kReach;) {
+    if (k >= lag) sweep.Take(steps[k - lag]);
+    if (k + 1 < steps.size()) product.Take(&steps[k]);
+  }
+  return product.SumOfPQ();
 }
 
 }  // namespace
@@ -250,26 +218,19 @@ HWY_AFTER_NAMESPACE();
 namespace quillane {
 namespace {
 HWY_EXPORT(FactorizeAll);
-HWY_EXPORT(Direction);
 HWY_EXPORT(Forward);
 HWY_EXPORT(Backward);
 }  // namespace
 
 bool Factorize(WaveSystem& system, double tolerance) {
-  FactorRest full{};
-  full.lowerLeft = {system.full.k[kLowerLeft][0].u, system.full.k[kLowerLeft][1].v};
-  for (int n = 0; n < kOwn; ++n) full.cross[n] = {system.full.k[n][1].u, system.full.k[n][0].v};
-  system.rest.assign(1, full);
+  system.rest.resize(1);
   return HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance);
 }
-double DirectionPass(WaveSystem& system, double beta) {
-  return HWY_DYNAMIC_DISPATCH(Direction)(system, beta);
-}
-double ForwardPass(WaveSystem& system, double alpha) {
+ForwardSums ForwardPass(WaveSystem& system, double alpha) {
   return HWY_DYNAMIC_DISPATCH(Forward)(system, alpha);
 }
-double BackwardPass(WaveSystem& system, double alpha) {
-  return HWY_DYNAMIC_DISPATCH(Backward)(system, alpha);
+double BackwardPass(WaveSystem& system, double beta) {
+  return HWY_DYNAMIC_DISPATCH(Backward)(system, beta);
 }
 
 }  // namespace quillane

@@ -1,6 +1,6 @@
-// The factorization and the three passes of the fast solver over its vectors. Each pass returns a
-// sum over all equations, the same on every processor: first per lane and component, quad after
-// quad in the order of the pass; then u plus v; then over the lanes.
+// The factorization and the two passes of the fast solver over its vectors. Each pass returns sums
+// over all equations, the same on every processor: first per lane and component, quad after quad in
+// the order of the pass; then u plus v; then over the lanes.
 #pragma once
 
 #include "fem/wave_system.h"
@@ -12,14 +12,17 @@ namespace quillane {
 /// pivot is not finite.
 bool Factorize(WaveSystem& system, double tolerance);
 
-/// p = z + beta p, q = K p. Returns the sum of p q.
-double DirectionPass(WaveSystem& system, double beta);
+/// Sums over all equations.
+struct ForwardSums {
+  double rr, rz;
+};
 
-/// r = r - alpha q, then the forward half of z = M^-1 r, which takes the place of q. Returns the
-/// sum of r r.
-double ForwardPass(WaveSystem& system, double alpha);
+/// x = x + alpha p, r = r - alpha q, then the forward half of z = M^-1 r, which takes the place of
+/// q: y = (D + L)^-1 r. The sum of r z needs no more: M = (D + L) D^-1 (D + L)^T, so it is that of
+/// y D y.
+ForwardSums ForwardPass(WaveSystem& system, double alpha);
 
-/// x = x + alpha p, and the backward half of z = M^-1 r. Returns the sum of r z.
-double BackwardPass(WaveSystem& system, double alpha);
+/// The backward half of z, p = z + beta p, q = K p. Returns the sum of p q.
+double BackwardPass(WaveSystem& system, double beta);
 
 }  // namespace quillane

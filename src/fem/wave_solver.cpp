@@ -19,14 +19,13 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
   if (!system || !Factorize(*system, tolerance)) return std::nullopt;
 
   SolveReport report{.equations = equations};
-  double alpha = 0.0;
   double beta = 0.0;
-  ForwardPass(*system, alpha);  // with alpha 0: r stays the load
-  double rho = BackwardPass(*system, alpha);
+  double rho = ForwardPass(*system, 0.0).rz;  // with alpha 0: r stays the load
   while (report.iterations < equations + 10) {
-    const double curvature = DirectionPass(*system, beta);
-    alpha = rho / curvature;
-    const double ratio = ForwardPass(*system, alpha) / loadSquared;
+    const double curvature = BackwardPass(*system, beta);
+    const double alpha = rho / curvature;
+    const auto [residualSquared, rhoNext] = ForwardPass(*system, alpha);
+    const double ratio = residualSquared / loadSquared;
     if (!std::isfinite(curvature) || !std::isfinite(alpha) || !std::isfinite(ratio)) {
       return std::nullopt;
     }
@@ -34,20 +33,14 @@ std::optional<SolveReport> SolveOnWaves(Model& model, double tolerance) try {
     report.relativeResidual = std::sqrt(ratio);
     report.converged = ratio <= tolerance * tolerance;
     if (report.converged) break;
-    const double rhoNext = BackwardPass(*system, alpha);
     beta = rhoNext / rho;
     rho = rhoNext;
     if (!std::isfinite(rho) || !std::isfinite(beta)) return std::nullopt;
   }
 
-  // The backward pass updates x. After convergence there is none: the last update is done here.
-  const double lastAlpha = report.converged ? alpha : 0.0;
   const auto solution = model.SolutionVector.Raw();
-  system->ForEachEquation(system->x, [&](int equation, double& number) {
+  system->ForEachEquation(system->x, [&solution](int equation, double& number) {
     solution[static_cast<std::size_t>(equation)] = number;
-  });
-  system->ForEachEquation(system->p, [&](int equation, double& number) {
-    solution[static_cast<std::size_t>(equation)] += lastAlpha * number;
   });
   return report;
 } catch (const std::bad_alloc&) {

@@ -105,34 +105,18 @@ void AddCells(const double (&element)[9][9], std::uint32_t code, int lane, Stiff
 
 StiffnessPattern MakePattern(const double (&element)[9][9], std::uint32_t codes) {
   StiffnessPattern pattern{};
-  pattern.isFull = true;
   for (int lane = 0; lane < kLanes; ++lane) {
     const std::uint32_t code = codes >> (8 * lane) & 0xFF;
-    pattern.isFull = pattern.isFull && (code == 0 || code == kFullCode);
     pattern.equation.u.lane[lane] = (code & kEquationU) != 0 ? 1.0 : 0.0;
     pattern.equation.v.lane[lane] = (code & kEquationV) != 0 ? 1.0 : 0.0;
     AddCells(element, code, lane, pattern);
   }
-  return pattern;
-}
-
-/// True if the rows of full material are what the short ways take them for: opposite neighbours
-/// couple alike, u with v as v with u, corner ones all u with u and v with v, and only they
-/// cross.
-bool AllowsShortWays(const StiffnessPattern& full) {
-  const auto isSame = [&full](int n, int m) {
-    return full.k[n][0].u.lane[0] == full.k[m][0].u.lane[0] &&
-           full.k[n][1].v.lane[0] == full.k[m][1].v.lane[0];
-  };
-  for (int n = 0; n < kNeighbours; ++n) {
-    const double cross = full.k[n][1].u.lane[0];
-    const bool isCorner = n % 2 == 0 && n != kOwn;
-    if (!isSame(n, kNeighbours - 1 - n) || full.k[n][0].v.lane[0] != cross ||
-        full.k[kNeighbours - 1 - n][1].u.lane[0] != cross || (!isCorner && cross != 0.0)) {
-      return false;
-    }
+  pattern.onlyCornersCross = true;
+  for (const int n : {kLower, kLeft, kOwn, kRight, kUpper}) {
+    const bool crosses = pattern.k[n][0].v != LaneNumbers{} || pattern.k[n][1].u != LaneNumbers{};
+    if (crosses) pattern.onlyCornersCross = false;
   }
-  return isSame(kLowerLeft, kLowerRight);
+  return pattern;
 }
 
 void MakePatterns(const double (&element)[9][9], WaveSystem& system) {
@@ -153,15 +137,18 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) {
   if (!IsRegularMesh(model)) return std::nullopt;
   const std::vector<NodeCode> codes = NodeCodes(model);
   if (codes.empty()) return std::nullopt;
-  const StiffnessPattern full = MakePattern(model.ElementStiffness, kFullCode * 0x01010101U);
-  if (!AllowsShortWays(full)) return std::nullopt;
   const int rows = model.CellRowCount + 1;
   const int columns = model.CellColumnCount + 1;
-  WaveSystem system{
-      .order = WaveOrder(rows, columns, codes), .rows = rows, .columns = columns, .full = full};
+  WaveSystem system{.order = WaveOrder(rows, columns, codes), .rows = rows, .columns = columns};
   MakePatterns(model.ElementStiffness, system);
   const std::size_t places = system.order.Quads() + 1;
   system.factor.resize(places);
+  const StiffnessPattern full = MakePattern(model.ElementStiffness, kFullCode * 0x01010101U);
+  system.rest.resize(1);
+  system.rest[0].lowerLeft = {full.k[kLowerLeft][0].u, full.k[kLowerLeft][1].v};
+  for (const int n : {kLowerLeft, kLowerRight}) {
+    system.rest[0].cross[n] = {full.k[n][1].u, full.k[n][0].v};
+  }
   system.toLane3.resize(places);
   for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
   const auto load = model.LoadVector.Raw();

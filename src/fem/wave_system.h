@@ -13,12 +13,14 @@ namespace quillane {
 /// One number for every lane of a quad.
 struct alignas(kLanes * sizeof(double)) LaneNumbers {
   double lane[kLanes];
+  bool operator==(const LaneNumbers&) const = default;
 };
 
 /// One number for u and one for v of a quad's nodes: a quad's part of a vector, or one column of
 /// its nodes' matrix rows.
 struct alignas(2 * sizeof(LaneNumbers)) QuadNumbers {
   LaneNumbers u, v;
+  bool operator==(const QuadNumbers&) const = default;
 };
 
 /// One number for u and one for v of a node.
@@ -27,27 +29,17 @@ struct NodeNumbers {
 };
 
 /// The neighbours of a node, and the node, in ascending order of equation numbers.
-enum Neighbour {
-  kLowerLeft,
-  kLower,
-  kLowerRight,
-  kLeft,
-  kOwn,
-  kRight,
-  kUpperLeft,
-  kUpper,
-  kUpperRight
-};
-inline constexpr int kNeighbours = 9;
+inline constexpr int kLowerLeft = 0, kLower = 1, kLowerRight = 2, kLeft = 3, kOwn = 4, kRight = 5,
+                     kUpperLeft = 6, kUpper = 7, kUpperRight = 8, kNeighbours = 9;
+constexpr bool IsCorner(int neighbour) { return neighbour % 2 == 0 && neighbour != kOwn; }
 
 /// Stiffness rows of a quad's nodes (N/mm): [neighbour][its component], for u and for v. Rows of
 /// components without an equation are zero; couplings with a neighbour without one are kept: its
 /// numbers are zero. Quads of the same codes share a pattern.
 struct StiffnessPattern {
   QuadNumbers k[kNeighbours][2];
-  QuadNumbers equation;  ///< 1 where the component has an equation, else 0
-  bool isFull;           ///< each lane is without an equation or a node in full material: free,
-                         ///< between four present cells
+  QuadNumbers equation;   ///< 1 where the component has an equation, else 0
+  bool onlyCornersCross;  ///< u couples with no v but that of corner neighbours, nor v with u
 };
 
 /// How many waves before a node this neighbour stands, one of those before kOwn.
@@ -61,11 +53,12 @@ struct FactorRows {
 
 /// The part that in full material is as a rule the stiffness itself: the same couplings with the
 /// lower left neighbour; the CROSS ones, of u with v and v with u, with all four; and v with the
-/// node's own u. Factorize compares the numbers: quads without a difference share rest 0. Rows
-/// without an equation may then hold any numbers.
+/// node's own u. Factorize compares the numbers: quads without a difference share rest 0, where
+/// only corner neighbours cross. Rows without an equation hold the numbers of rest 0.
 struct FactorRest {
   QuadNumbers lowerLeft, cross[kOwn];
   LaneNumbers vWithU;
+  bool operator==(const FactorRest&) const = default;
 };
 
 /// The same couplings of a quad with a neighbour before it.
@@ -89,17 +82,17 @@ struct QuadKind {
 /// such a 0. A number that is not finite goes through it into the sums that the passes return.
 struct WaveSystem {
   WaveOrder order;
-  int rows, columns;        ///< of nodes
-  StiffnessPattern full{};  ///< of full material in every lane
+  int rows, columns;  ///< of nodes
   std::vector<StiffnessPattern> patterns{};
-  std::vector<FactorRest> rest{};
+  std::vector<FactorRest> rest{};  ///< 0 is that of full material
 
   // By quad.
   std::vector<QuadKind> kinds{};
   std::vector<FactorRows> factor{};
 
-  /// As in PreconditionedCG. z and q share zq: the direction takes a quad's z before the product
-  /// writes its q, and the residual takes q before the sweep writes z.
+  /// As in PreconditionedCG. q and the forward half of z share zq: the backward sweep takes a
+  /// quad's z before the product writes its q, and the residual takes q before the forward sweep
+  /// writes z. The second half goes into p at once.
   std::vector<QuadNumbers> x{}, p{}, r{}, zq{};
   /// By quad: what the strip above gives to its lane 3 in the backward pass. Entry 0 is never read.
   std::vector<NodeNumbers> toLane3{};
@@ -121,9 +114,8 @@ struct WaveSystem {
 };
 
 /// Lays out the model's numbered equations: r holds its LoadVector, all other vectors are zero, the
-/// factor is only allocated. Empty where mesh and numbers are not those of BuildMesh and
-/// NumberEquations, which a file can bring, or the stiffness has not the symmetries of square
-/// cells.
+/// factor is only allocated, but for rest 0. Empty where mesh and numbers are not those of
+/// BuildMesh and NumberEquations: a file can hold others.
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
 }  // namespace quillane

@@ -37,24 +37,24 @@ std::optional<SolverPieces> WavePieces(Model m, const Vector& x) {
   NumberComponents(m);
   std::optional<WaveSystem> system = LayOutWaves(m);
   if (!system || !Factorize(*system, kSolverTolerance)) return std::nullopt;
-  const auto take = [&] {
+  const auto take = [&](std::vector<QuadNumbers>& vector) {
     Vector values(x.size(), 0.0);
-    system->ForEachEquation(system->zq, [&](int equation, double& number) {
+    system->ForEachEquation(vector, [&](int equation, double& number) {
       values[static_cast<std::size_t>(equation)] = number;
     });
     return values;
   };
-  for (auto* vector : {&system->r, &system->zq}) {
+  for (auto* vector : {&system->r, &system->p}) {
     system->ForEachEquation(*vector, [&](int equation, double& number) {
       number = x[static_cast<std::size_t>(equation)];
     });
   }
   SolverPieces pieces;
-  DirectionPass(*system, 0.0);
-  pieces.product = take();
+  BackwardPass(*system, 1.0);  // z is zero: p stays x
+  pieces.product = take(system->zq);
   ForwardPass(*system, 0.0);
   BackwardPass(*system, 0.0);
-  pieces.preconditioned = take();
+  pieces.preconditioned = take(system->p);
   return pieces;
 }
 
