@@ -27,8 +27,8 @@ bool IsRegularMesh(const Model& model) {
   return isRegular;
 }
 
-/// The codes of all nodes, laid out as WaveOrder takes them. Empty where the equations do not run
-/// 1, 2, ... along the nodes, u before v, without gaps.
+/// The codes of all nodes, laid out as WaveOrder takes them. Empty where the numbers are not those
+/// of NumberComponents alone, which then run along the nodes without gaps.
 std::vector<NodeCode> NodeCodes(const Model& model) {
   const auto rows = static_cast<std::size_t>(model.CellRowCount);
   const auto columns = static_cast<std::size_t>(model.CellColumnCount);
@@ -48,25 +48,21 @@ std::vector<NodeCode> NodeCodes(const Model& model) {
   const Integer* numberU = &model.DofNumber.Column(1, model.NodeCount)[1];
   const Integer* numberV = &model.DofNumber.Column(2, model.NodeCount)[1];
   NodeCode* code = &codes[kMostOutside * width];
-  int equation = 0;
-  bool isDense = true;
-  const auto take = [&](int number) {
-    if (number == 0) return 0;
-    isDense &= number == ++equation;
-    return 1;
-  };
+  int equations = 0;
   for (std::size_t i = 0; i <= rows; ++i, code += kShear) {
     code += kShear;
     for (std::size_t j = 0; j <= columns; ++j, ++code, ++numberU, ++numberV) {
       const std::uint8_t* const lowerLeft = &isPresent[i * up + j];
       const int cells = kCellLowerLeft * lowerLeft[0] + kCellLowerRight * lowerLeft[1] +
                         kCellUpperLeft * lowerLeft[up] + kCellUpperRight * lowerLeft[up + 1];
-      int equations = kEquationU * take(*numberU);
-      equations += kEquationV * take(*numberV);
-      *code = static_cast<NodeCode>(equations == 0 ? 0 : cells + equations);
+      const bool hasU = *numberU != 0;
+      const bool hasV = *numberV != 0;
+      equations += hasU + hasV;
+      if (hasU || hasV)
+        *code = static_cast<NodeCode>(cells + kEquationU * hasU + kEquationV * hasV);
     }
   }
-  if (!isDense || equation != model.EquationCount) codes.clear();
+  if (equations != model.EquationCount) codes.clear();
   return codes;
 }
 

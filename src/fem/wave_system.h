@@ -113,9 +113,9 @@ struct WaveSystem {
   }
 };
 
-/// Lays out the model's numbered equations: r holds its LoadVector, all other vectors are zero, the
-/// factor is only allocated, but for rest 0. Empty where mesh and numbers are not those of
-/// BuildMesh and NumberEquations: a file can hold others.
+/// Lays out the model's equations as NumberComponents numbered them: r holds its LoadVector, all
+/// other vectors are zero, the factor is only allocated, but for rest 0. Empty where the mesh is not
+/// that of BuildMesh or older numbers stand among the new ones: a file can hold either.
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
 }  // namespace quillane
