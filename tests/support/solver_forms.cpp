@@ -20,16 +20,16 @@ SolverPieces PlainPieces(Model m, const Vector& x) {
   TransposeRows(n, kRowCapacity, m.LowerCount, m.UpperCount, m.LowerColumn, m.UpperColumn,
                 m.FactorLower, m.FactorUpper, m.TransposeFill);
   std::ranges::copy(x, m.DirectionVector.Raw().begin());
-  MatrixVectorProduct(n, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn, m.LowerColumn,
-                      m.UpperValue, m.LowerValue, m.DiagonalValue, m.DirectionVector,
-                      m.ProductVector);
   ApplyPreconditioner(n, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn, m.LowerColumn,
                       m.FactorUpper, m.FactorLower, m.FactorInvDiag, m.DirectionVector,
                       m.PrecondVector);
+  MatrixVectorProduct(n, kRowCapacity, m.UpperCount, m.LowerCount, m.UpperColumn, m.LowerColumn,
+                      m.UpperValue, m.LowerValue, m.DiagonalValue, m.PrecondVector,
+                      m.ProductVector);
   const auto values = [](const Array1<Double>& array) {
     return Vector(array.Raw().begin(), array.Raw().end());
   };
-  return {values(m.ProductVector), values(m.PrecondVector)};
+  return {values(m.PrecondVector), values(m.ProductVector)};
 }
 
 std::optional<SolverPieces> WavePieces(Model m, const Vector& x) {
@@ -49,13 +49,9 @@ std::optional<SolverPieces> WavePieces(Model m, const Vector& x) {
       number = x[static_cast<std::size_t>(equation)];
     });
   }
-  SolverPieces pieces;
-  BackwardPass(*system, 1.0);  // z is zero: p stays x
-  pieces.product = take(system->zq);
   ForwardPass(*system, 0.0);
-  BackwardPass(*system, 0.0);
-  pieces.preconditioned = take(system->p);
-  return pieces;
+  BackwardPass(*system, 0.0);  // p becomes z
+  return SolverPieces{take(system->p), take(system->zq)};
 }
 
 }  // namespace quillane::test

@@ -11,8 +11,8 @@ namespace quillane::test {
 using Vector = std::vector<double>;  ///< by equation, from 1
 
 struct SolverPieces {
-  Vector product;         ///< K x
-  Vector preconditioned;  ///< M^-1 x
+  Vector preconditioned;  ///< z = M^-1 x
+  Vector product;         ///< K z
 };
 
 /// By the plain procedures. The model's active nodes must be marked. Throws as they do.
