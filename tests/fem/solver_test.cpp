@@ -21,17 +21,13 @@ using Square = Array2<Double>;
 Square DenseStiffness(const Model& model) {
   Square k("k");
   k.ReDim({0, model.EquationCount}, {0, model.EquationCount});
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      if (model.CellState(i, j) <= 0) continue;
-      const int e = ElementOfCell(model, i, j);
-      for (int a = 1; a <= 8; ++a) {
-        for (int b = 1; b <= 8; ++b) {
-          k(model.ElementDofs(e, a), model.ElementDofs(e, b)) += model.ElementStiffness[a][b];
-        }
+  ForEachPresentCell(model, [&](int, int, int e) {
+    for (int a = 1; a <= 8; ++a) {
+      for (int b = 1; b <= 8; ++b) {
+        k(model.ElementDofs(e, a), model.ElementDofs(e, b)) += model.ElementStiffness[a][b];
       }
     }
-  }
+  });
   return k;
 }
 

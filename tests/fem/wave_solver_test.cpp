@@ -195,15 +195,10 @@ TEST(WaveSolver, LeavesFailuresToThePlainProcedures) {
 }
 
 TEST(WaveSolver, LeavesForeignMeshesAndNumberingsToThePlainProcedures) {
-  Model turned = test::Cantilever(6, 6);
-  for (int k = 1; k < 4; ++k) {
-    std::swap(turned.ElementNodes(8, k), turned.ElementNodes(8, k + 1));
-  }
-  ExpectLeftToPlain(turned);
   for (int k = 1; k <= 4; ++k) {
     Model bent = test::Cantilever(6, 6);
     bent.ElementNodes(8, k) = 30;
-    EXPECT_TRUE(IsLeftToPlain(bent));
+    ExpectLeftToPlain(bent);
   }
   Model stale = test::Cantilever(6, 6);
   NumberEquations(stale);
