@@ -1,6 +1,8 @@
 // Arithmetic on quads, in as many registers of the processor as that takes. Everything the fast
-// solver needs of the vector library stands here. Included once per instruction set, and so without
-// a guard.
+// solver needs of the vector library stands here, but for the choice of the instruction set.
+// Included once for each, and so without a guard.
+#include <cstddef>
+
 #include "fem/wave_system.h"
 #include "hwy/highway.h"
 

@@ -6,8 +6,8 @@ namespace HWY_NAMESPACE {
 namespace {
 
 /// A node that stands before both a node and a neighbour n of it: what it is to the node, and what
-/// to the neighbour. Each of its components takes one product from the entries with n. From those
-/// with n's v, n's own u takes one more.
+/// to the neighbour. For each of its components every coupling with n loses one product; those with
+/// n's v lose one more, for n's own u.
 struct Shared {
   int toNode, toNeighbour;
 };
@@ -21,8 +21,8 @@ constexpr Shared kShared[kOwn][2] = {
 
 /// Rows of one quad while they are computed.
 struct Rows {
-  Nodes inverse[kOwn];   ///< reciprocal pivots of the neighbours before each node
-  Coupling entry[kOwn];  ///< [neighbour]
+  Nodes inverse[kOwn];      ///< reciprocal pivots of the neighbours before each node
+  Coupling coupling[kOwn];  ///< [neighbour]
 };
 
 /// Finished rows of the neighbours before each node of the quad of a step.
@@ -30,9 +30,9 @@ struct NeighbourRows {
   const WaveSystem& system;
   const Step* at;
 
-  std::size_t QuadOf(int n) const { return at[-Waves(n)].own; }
-  std::size_t QuadBelow(int n) const { return at[-Waves(n)].below; }
-  const FactorRest& Rest(std::size_t quad) const { return system.rest[system.kinds[quad].rest]; }
+  std::size_t QuadOf(int n) const { return at[-WavesBefore(n)].own; }
+  std::size_t QuadBelow(int n) const { return at[-WavesBefore(n)].below; }
+  const FactorRest& Rest(std::size_t quad) const { return system.rests[system.kinds[quad].rest]; }
 
   HWY_INLINE static Nodes Shifted(int n, const QuadNumbers& own, const QuadNumbers& below) {
     return n == kLeft ? Load(own) : FromBelow(Load(own), Load(below));
@@ -55,47 +55,47 @@ struct NeighbourRows {
   }
 };
 
-/// Entries with neighbour n; those with the neighbours before n are done.
-HWY_INLINE void ComputeEntries(const NeighbourRows& neighbours, int n, const Coupling& stiffness,
-                               Rows& rows) {
-  Coupling entry = stiffness;
+/// Couplings with neighbour n; those with the neighbours before n are done.
+HWY_INLINE void ComputeCouplings(const NeighbourRows& neighbours, int n, const Coupling& stiffness,
+                                 Rows& rows) {
+  Coupling coupling = stiffness;
   for (int k = 0; k < kSharedCount[n]; ++k) {
     const Shared& shared = kShared[n][k];
     const Nodes& inverse = rows.inverse[shared.toNode];
-    const Coupling& known = rows.entry[shared.toNode];
+    const Coupling& known = rows.coupling[shared.toNode];
     const Nodes same = neighbours.SameOf(n, shared.toNeighbour);
     const Nodes cross = neighbours.CrossOf(n, shared.toNeighbour);
-    entry.u = entry.u - known.u * (inverse.u * same.u) - known.v * (inverse.v * cross.u);
-    entry.v = entry.v - known.u * (inverse.u * cross.v) - known.v * (inverse.v * same.v);
+    coupling.u = coupling.u - known.u * (inverse.u * same.u) - known.v * (inverse.v * cross.u);
+    coupling.v = coupling.v - known.u * (inverse.u * cross.v) - known.v * (inverse.v * same.v);
   }
   // Where the stiffness is exactly zero the factor is zero, too.
-  entry.u = Where(stiffness.u, entry.u, Both(0.0));
-  entry.v = entry.v - entry.u * (rows.inverse[n].u * neighbours.VWithU(n));
-  entry.v = Where(stiffness.v, entry.v, Both(0.0));
-  rows.entry[n] = entry;
+  coupling.u = Where(stiffness.u, coupling.u, Both(0.0));
+  coupling.v = coupling.v - coupling.u * (rows.inverse[n].u * neighbours.VWithU(n));
+  coupling.v = Where(stiffness.v, coupling.v, Both(0.0));
+  rows.coupling[n] = coupling;
 }
 
-/// Stores the rows of a quad and notes in its kind which short ways they allow.
+/// Stores the rows of a quad and notes in its kind which shortcuts they allow.
 HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, const Nodes& inverse,
                      const Lanes& vWithU, const Nodes& equation) {
   FactorRows& factor = system.factor[quad];
-  const FactorRest& full = system.rest[0];
+  const FactorRest& full = system.rests[0];
   FactorRest rest;
   Store(inverse, factor.inverse);
   Store(vWithU, rest.vWithU);
   for (int n = 0; n < kOwn; ++n) {
-    const Nodes same = {rows.entry[n].u.u, rows.entry[n].v.v};
-    const Nodes cross = {rows.entry[n].v.u, rows.entry[n].u.v};
-    Store(same, Same(factor, rest, n));
+    const Nodes same = {rows.coupling[n].u.u, rows.coupling[n].v.v};
+    const Nodes cross = {rows.coupling[n].v.u, rows.coupling[n].u.v};
+    const bool isRest = n == kLowerLeft;
+    Store(isRest ? Where(equation, same, Load(full.lowerLeft)) : same, Same(factor, rest, n));
     Store(Where(equation, cross, Load(full.cross[n])), rest.cross[n]);
   }
-  Store(Where(equation, Load(rest.lowerLeft), Load(full.lowerLeft)), rest.lowerLeft);
   QuadKind& kind = system.kinds[quad];
   kind.couplesUV = rest.vWithU != full.vWithU;
   kind.rest = 0;
   if (rest == full) return;
-  kind.rest = static_cast<QuadIndex>(system.rest.size());
-  system.rest.push_back(rest);
+  kind.rest = static_cast<QuadIndex>(system.rests.size());
+  system.rests.push_back(rest);
 }
 
 /// Factorizes the quad of a step. Returns 0 where the pivots are finite, else not a number.
@@ -108,11 +108,12 @@ HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Lanes& 
   Lanes vWithU = ownU.v;
   for (int n = 0; n < kOwn; ++n) {
     rows.inverse[n] = neighbours.Inverse(n);
-    ComputeEntries(neighbours, n, Load(pattern.k[n]), rows);
-    const Coupling& entry = rows.entry[n];
+    ComputeCouplings(neighbours, n, Load(pattern.k[n]), rows);
+    const Coupling& coupling = rows.coupling[n];
     const Nodes& inverse = rows.inverse[n];
-    pivot = pivot - entry.u * entry.u * inverse.u - entry.v * entry.v * inverse.v;
-    vWithU = vWithU - inverse.u * entry.u.u * entry.u.v - inverse.v * entry.v.u * entry.v.v;
+    pivot = pivot - coupling.u * coupling.u * inverse.u - coupling.v * coupling.v * inverse.v;
+    vWithU =
+        vWithU - inverse.u * coupling.u.u * coupling.u.v - inverse.v * coupling.v.u * coupling.v.v;
   }
   vWithU = Where(ownU.v, vWithU, All(0.0));
   // Without an equation the pivot is 0: replaced, so that the division is finite, and then cleared.

@@ -22,7 +22,7 @@ WaveOrder::WaveOrder(int rows, int columns, std::span<const NodeCode> codes) {
 
 void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> codes) {
   strips_ = (rows + rowsBelow_ + kLanes - 1) / kLanes;
-  places_ = columns + kShear + 2 * kStripStep;
+  places_ = columns + kShear + 2 * kWavesPerStrip;
   const int places = (strips_ + 2) * places_;
   quadAt_.assign(static_cast<std::size_t>(places), 0);
   const std::ptrdiff_t width = columns + 2 * kShear;
@@ -37,7 +37,8 @@ void WaveOrder::NumberQuads(int rows, int columns, std::span<const NodeCode> cod
         quad |= code << (8 * lane);
       }
       if (quad == 0) continue;
-      quadAt_[Place(strip, column + strip * kStripStep)] = static_cast<QuadIndex>(codes_.size());
+      quadAt_[Place(strip, column + strip * kWavesPerStrip)] =
+          static_cast<QuadIndex>(codes_.size());
       codes_.push_back(quad);
     }
   }
@@ -56,27 +57,24 @@ void WaveOrder::MakeSteps(int columns) {
   };
   // Where the last own quad was; at first as if after a strip with nothing above it.
   int endStrip = -2;
-  int endWave = -2 * kStripStep;
+  int endWave = -2 * kWavesPerStrip;
   const auto appendGap = [&](int strip, int wave) {
     for (int k = 0; k < kReach; ++k) {
       append(QuadAt(strip - 1, wave - kReach + k), 0, QuadAt(endStrip + 1, endWave + 1 + k));
     }
   };
   for (int strip = 0; strip < strips_; ++strip) {
-    const int firstWave = strip * kStripStep;
+    const int firstWave = strip * kWavesPerStrip;
     for (int wave = firstWave; wave < firstWave + columns + kShear; ++wave) {
       if (QuadAt(strip, wave) == 0) continue;
-      if (strip != endStrip || wave - endWave > kReach) {
-        appendGap(strip, wave);
-      } else {
-        for (int k = endWave + 1; k < wave; ++k) appendStep(strip, k);
-      }
-      appendStep(strip, wave);
+      const bool isFar = strip != endStrip || wave - endWave > kReach;
+      if (isFar) appendGap(strip, wave);
+      for (int k = isFar ? wave : endWave + 1; k <= wave; ++k) appendStep(strip, k);
       endStrip = strip;
       endWave = wave;
     }
   }
-  appendGap(strips_ + 1, (strips_ + 1) * kStripStep);  // nothing is below that
+  appendGap(strips_ + 1, (strips_ + 1) * kWavesPerStrip);  // nothing is below that
 }
 
 }  // namespace quillane

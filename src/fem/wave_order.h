@@ -23,7 +23,8 @@ namespace quillane {
 /// after (+) a node each of its neighbours stands.
 ///
 /// STRIP: four grid rows; in the drawing strip 0 begins at row 0. The lowest strip may begin below
-///     the grid, by the 0 to 3 rows that give the fewest quads. Rows then count from there.
+///     the grid, by the 0 to 3 rows that give the fewest quads. Waves and strips then count rows
+///     from there; QuadOf and LaneOf take rows of the grid.
 /// QUAD: the nodes of one wave in one strip, one per row; in the drawing the four sixes of strip 0
 ///     are one quad. It is what the solver computes side by side and keeps together in memory.
 /// LANE: a node's place in its quad, its row in the strip. A lane whose node is missing or
@@ -32,7 +33,9 @@ namespace quillane {
 ///     0 in lane 3 of the strip below.
 /// STEP: one wave in one strip. A pass goes through the strips from the lowest up, each wave by
 ///     wave, or exactly backward, and hands on to the next step what that one needs.
-/// GAP: three steps without own quad, which empty what is handed on.
+/// GAP: three steps without own quad, which empty what is handed on. One stands first, last,
+///     between strips, and in place of three or more waves of a strip that have no quad; one or two
+///     such waves keep their steps.
 ///
 /// Quads are numbered from 1 in the order of the steps; those without any equation do not exist.
 /// Where a quad does not exist quad 0 stands for it, whose vectors and FactorRows are zero.
@@ -40,7 +43,8 @@ inline constexpr int kLanes = 4;
 
 using QuadIndex = std::uint16_t;
 
-/// The quads of one wave in a strip and in those below and above it. For a gap see Steps.
+/// The quads of one wave in a strip and in those below and above it. In a gap `above` goes on after
+/// the own quad before it, and `below` leads up to the one after it.
 struct Step {
   QuadIndex below, own, above;
 };
@@ -64,7 +68,7 @@ class WaveOrder {
   /// columns beside them, kMostOutside rows below and above. At most 32767 nodes.
   WaveOrder(int rows, int columns, std::span<const NodeCode> codes);
 
-  /// Largest number of a quad.
+  /// How many quads there are; the largest number of one.
   std::size_t Quads() const { return codes_.size() - 1; }
   /// Codes of a quad's lanes, lane l in byte l.
   std::uint32_t Codes(std::size_t quad) const { return codes_[quad]; }
@@ -72,12 +76,10 @@ class WaveOrder {
   /// A neighbour is at most so many waves away.
   static constexpr int kReach = 3;
 
-  /// All steps. A gap of kReach steps stands first, last, between strips, and in
-  /// place of every longer pause inside a strip. In a gap `above` goes with the own quad before it,
-  /// `below` with the one after it.
+  /// A gap has kReach steps.
   std::span<const Step> Steps() const { return steps_; }
 
-  /// The most steps from a quad back to one that holds a neighbour of its nodes.
+  /// No neighbour of a quad's nodes is in a quad more than so many steps before it.
   std::size_t Distance() const { return distance_; }
 
   /// Quad and lane of node (row, column).
@@ -88,11 +90,11 @@ class WaveOrder {
 
  private:
   /// So many waves later is lane 0 of the next strip in the same column; so many places are empty
-  /// at both ends of a strip in quadAt_, where its neighbours can be asked at any of their waves.
-  static constexpr int kStripStep = 2 * kLanes;
+  /// at both ends of a strip in quadAt_, so that it can be asked at the waves of the next strips.
+  static constexpr int kWavesPerStrip = 2 * kLanes;
 
   std::size_t Place(int strip, int wave) const {
-    const int place = (strip + 1) * places_ + wave - (strip - 1) * kStripStep;
+    const int place = (strip + 1) * places_ + wave - (strip - 1) * kWavesPerStrip;
     return static_cast<std::size_t>(place);
   }
   QuadIndex QuadAt(int strip, int wave) const { return quadAt_[Place(strip, wave)]; }

@@ -10,6 +10,7 @@
 
 #include "fem/wave_passes.h"
 
+#include <cstddef>
 #include <span>
 
 HWY_BEFORE_NAMESPACE();
@@ -17,18 +18,18 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-/// The sums of the forward sweep for the nodes of a quad: r minus what the z of the neighbours
-/// before them, [neighbour], contribute.
+/// The sums of the forward sweep for the nodes of a quad: r, with which it is called, minus what
+/// the y of the neighbours before them contribute.
 template <bool kOnlyCornersCross>
-HWY_INLINE Nodes ForwardSum(const FactorRows& rows, const FactorRest& rest, const Nodes (&z)[kOwn],
+HWY_INLINE Nodes ForwardSum(const FactorRows& rows, const FactorRest& rest, const Nodes (&y)[kOwn],
                             Nodes sum) {
   for (int n = 0; n < kOwn; ++n) {
     const Nodes same = Load(Same(rows, rest, n));
     if (kOnlyCornersCross && !IsCorner(n)) {
-      sum = sum - same * z[n];
+      sum = sum - same * y[n];
     } else {
       const Nodes cross = Load(rest.cross[n]);
-      sum = sum - Nodes{same.u, cross.v} * z[n].u - Nodes{cross.u, same.v} * z[n].v;
+      sum = sum - Nodes{same.u, cross.v} * y[n].u - Nodes{cross.u, same.v} * y[n].v;
     }
   }
   return sum;
@@ -38,20 +39,20 @@ ForwardSums Forward(WaveSystem& system, double alpha) {
   // Pointers of a pass's own: those in the vectors would be read anew after every store.
   const QuadKind* const kinds = system.kinds.data();
   const FactorRows* const factor = system.factor.data();
-  const FactorRest* const rests = system.rest.data();
+  const FactorRest* const rests = system.rests.data();
   QuadNumbers* const x = system.x.data();
   const QuadNumbers* const p = system.p.data();
   QuadNumbers* const r = system.r.data();
-  QuadNumbers* const zq = system.zq.data();
+  QuadNumbers* const yq = system.yq.data();
   const Lanes alphas = All(alpha);
   Nodes rr = Both(0.0);
   Nodes rz = Both(0.0);
-  Nodes before[kOwn] = {rr, rr, rr, rr};  // z of the neighbours
+  Nodes before[kOwn] = {rr, rr, rr, rr};  // y of the neighbours
   for (const Step& at : system.order.Steps()) {
-    Nodes z = Both(0.0);
+    Nodes y = Both(0.0);
     if (at.own != 0) {
       const std::size_t quad = at.own;
-      const Nodes residual = Load(r[quad]) - Load(zq[quad]) * alphas;
+      const Nodes residual = Load(r[quad]) - Load(yq[quad]) * alphas;
       Store(residual, r[quad]);
       Store(Load(x[quad]) + Load(p[quad]) * alphas, x[quad]);
       rr = rr + residual * residual;
@@ -60,16 +61,16 @@ ForwardSums Forward(WaveSystem& system, double alpha) {
       const FactorRest& rest = rests[kind.rest];
       Nodes sum = kind.rest == 0 ? ForwardSum<true>(rows, rest, before, residual)
                                  : ForwardSum<false>(rows, rest, before, residual);
-      z.u = sum.u * Load(rows.inverse.u);
-      if (kind.couplesUV) sum.v = sum.v - Load(rest.vWithU) * z.u;
-      z.v = sum.v * Load(rows.inverse.v);
-      rz = rz + sum * z;
-      Store(z, zq[quad]);
+      y.u = sum.u * Load(rows.inverse.u);
+      if (kind.couplesUV) sum.v = sum.v - Load(rest.vWithU) * y.u;
+      y.v = sum.v * Load(rows.inverse.v);
+      rz = rz + sum * y;
+      Store(y, yq[quad]);
     }
     before[kLowerLeft] = before[kLower];
     before[kLower] = before[kLowerRight];
-    before[kLowerRight] = FromBelow(z, Load(zq[at.below]));
-    before[kLeft] = z;
+    before[kLowerRight] = FromBelow(y, Load(yq[at.below]));
+    before[kLeft] = y;
   }
   return {Sum(rr), Sum(rz)};
 }
@@ -106,7 +107,7 @@ class BackwardSweep {
     const FactorRest& rest = rests_[kind.rest];
     Nodes sum = FromAbove(given, {All(toLane3_[quad].u), All(toLane3_[quad].v)}) + toLeft_;
     const Nodes inverse = Load(rows.inverse);
-    Nodes z = Load(zq_[quad]);
+    Nodes z = Load(yq_[quad]);
     z.v = z.v - sum.v * inverse.v;
     if (kind.couplesUV) sum.u = sum.u + Load(rest.vWithU) * z.v;
     z.u = z.u - sum.u * inverse.u;
@@ -122,9 +123,9 @@ class BackwardSweep {
   WaveSystem& system_;
   const QuadKind* const kinds_ = system_.kinds.data();
   const FactorRows* const factor_ = system_.factor.data();
-  const FactorRest* const rests_ = system_.rest.data();
+  const FactorRest* const rests_ = system_.rests.data();
   NodeNumbers* const toLane3_ = system_.toLane3.data();
-  const QuadNumbers* const zq_ = system_.zq.data();
+  const QuadNumbers* const yq_ = system_.yq.data();
   QuadNumbers* const p_ = system_.p.data();
   const Lanes beta_;
   const Nodes zero_ = Both(0.0);
@@ -135,13 +136,14 @@ class BackwardSweep {
   Given toLeft_ = {zero_, zero_};
 };
 
-/// p of one row of the grid in three successive waves.
+/// p of a node's left neighbour, its own and that of its right neighbour; or of the three below or
+/// above. These are three successive waves.
 using ThreeWaves = Nodes[3];
 
 /// Adds to the product what three neighbours in one row of the grid contribute.
 template <bool kOnlyCornersCross>
-HWY_INLINE void AddThird(const StiffnessPattern& pattern, int leftmost, const ThreeWaves& p,
-                         Nodes& sum) {
+HWY_INLINE void AddRow(const StiffnessPattern& pattern, int leftmost, const ThreeWaves& p,
+                       Nodes& sum) {
   for (int i = 0; i < 3; ++i) {
     const Coupling k = Load(pattern.k[leftmost + i]);
     if (kOnlyCornersCross && !IsCorner(leftmost + i)) {
@@ -157,15 +159,16 @@ class Product {
  public:
   HWY_INLINE explicit Product(WaveSystem& system) : system_(system) {}
 
-  /// Neither the first kReach steps nor the last.
+  /// `at` is none of the first kReach steps and not the last one.
   HWY_INLINE void Take(const Step* at) {
-    TakeIn(below_, FromBelow(Load(p_[at[-3].own]), Load(p_[at[-3].below])));
+    TakeIn(below_,
+           FromBelow(Load(p_[at[-WaveOrder::kReach].own]), Load(p_[at[-WaveOrder::kReach].below])));
     TakeIn(own_, Load(p_[at[-1].own]));
     TakeIn(above_, FromAbove(Load(p_[at[1].own]), Load(p_[at[1].above])));
     if (at->own == 0) return;
     const StiffnessPattern& pattern = patterns_[kinds_[at->own].pattern];
-    const Nodes q = pattern.onlyCornersCross ? Sums<true>(pattern) : Sums<false>(pattern);
-    Store(q, zq_[at->own]);
+    const Nodes q = pattern.onlyCornersCross ? Compute<true>(pattern) : Compute<false>(pattern);
+    Store(q, yq_[at->own]);
     pq_ = pq_ + own_[1] * q;
   }
 
@@ -178,11 +181,11 @@ class Product {
     waves[0] = next;
   }
   template <bool kOnlyCornersCross>
-  HWY_INLINE Nodes Sums(const StiffnessPattern& pattern) const {
+  HWY_INLINE Nodes Compute(const StiffnessPattern& pattern) const {
     Nodes sum = Both(0.0);
-    AddThird<kOnlyCornersCross>(pattern, kLowerLeft, below_, sum);
-    AddThird<kOnlyCornersCross>(pattern, kLeft, own_, sum);
-    AddThird<kOnlyCornersCross>(pattern, kUpperLeft, above_, sum);
+    AddRow<kOnlyCornersCross>(pattern, kLowerLeft, below_, sum);
+    AddRow<kOnlyCornersCross>(pattern, kLeft, own_, sum);
+    AddRow<kOnlyCornersCross>(pattern, kUpperLeft, above_, sum);
     return sum;
   }
 
@@ -190,7 +193,7 @@ class Product {
   const QuadKind* const kinds_ = system_.kinds.data();
   const StiffnessPattern* const patterns_ = system_.patterns.data();
   const QuadNumbers* const p_ = system_.p.data();
-  QuadNumbers* const zq_ = system_.zq.data();
+  QuadNumbers* const yq_ = system_.yq.data();
   Nodes pq_ = Both(0.0);
   ThreeWaves below_ = {pq_, pq_, pq_}, own_ = {pq_, pq_, pq_}, above_ = {pq_, pq_, pq_};
 };
@@ -198,8 +201,8 @@ class Product {
 double Backward(WaveSystem& system, double beta) {
   BackwardSweep sweep(system, beta);
   Product product(system);
-  // The sweep waits for its own numbers, the product for none of its own: the processor does the
-  // one beside the other. The product stays so far behind that every p it reads is new.
+  // A step of the sweep waits for the one before, a step of the product does not: the processor
+  // does the one beside the other. The product stays so far behind that every p it reads is new.
   const std::span<const Step> steps = system.order.Steps();
   const std::size_t lag = system.order.Distance();
   for (std::size_t k = steps.size() + lag; k-- > WaveOrder::kReach;) {
@@ -223,7 +226,7 @@ HWY_EXPORT(Backward);
 }  // namespace
 
 bool Factorize(WaveSystem& system, double tolerance) {
-  system.rest.resize(1);
+  system.rests.resize(1);
   return HWY_DYNAMIC_DISPATCH(FactorizeAll)(system, tolerance);
 }
 ForwardSums ForwardPass(WaveSystem& system, double alpha) {

@@ -17,12 +17,11 @@ struct ForwardSums {
   double rr, rz;
 };
 
-/// x = x + alpha p, r = r - alpha q, then the forward half of z = M^-1 r, which takes the place of
-/// q: y = (D + L)^-1 r. The sum of r z needs no more: M = (D + L) D^-1 (D + L)^T, so it is that of
-/// y D y.
+/// x = x + alpha p, r = r - alpha q, and the forward sweep of z = M^-1 r: y = (D + L)^-1 r, in the
+/// place of q. The sum of r z needs no more: M = (D + L) D^-1 (D + L)^T, so it is that of y D y.
 ForwardSums ForwardPass(WaveSystem& system, double alpha);
 
-/// The backward half of z, p = z + beta p, q = K p. Returns the sum of p q.
+/// The backward sweep, from y to z; p = z + beta p, q = K p. Returns the sum of p q.
 double BackwardPass(WaveSystem& system, double beta);
 
 }  // namespace quillane

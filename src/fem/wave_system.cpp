@@ -28,7 +28,7 @@ bool IsRegularMesh(const Model& model) {
 }
 
 /// The codes of all nodes, laid out as WaveOrder takes them. Empty where the numbers are not those
-/// of NumberComponents alone, which then run along the nodes without gaps.
+/// of NumberComponents alone, which then run along the nodes consecutively.
 std::vector<NodeCode> NodeCodes(const Model& model) {
   const auto rows = static_cast<std::size_t>(model.CellRowCount);
   const auto columns = static_cast<std::size_t>(model.CellColumnCount);
@@ -137,16 +137,16 @@ std::optional<WaveSystem> LayOutWaves(const Model& model) {
   const int columns = model.CellColumnCount + 1;
   WaveSystem system{.order = WaveOrder(rows, columns, codes), .rows = rows, .columns = columns};
   MakePatterns(model.ElementStiffness, system);
-  const std::size_t places = system.order.Quads() + 1;
-  system.factor.resize(places);
+  const std::size_t quads = system.order.Quads() + 1;
+  system.factor.resize(quads);
   const StiffnessPattern full = MakePattern(model.ElementStiffness, kFullCode * 0x01010101U);
-  system.rest.resize(1);
-  system.rest[0].lowerLeft = {full.k[kLowerLeft][0].u, full.k[kLowerLeft][1].v};
+  system.rests.resize(1);
+  system.rests[0].lowerLeft = {full.k[kLowerLeft][0].u, full.k[kLowerLeft][1].v};
   for (const int n : {kLowerLeft, kLowerRight}) {
-    system.rest[0].cross[n] = {full.k[n][1].u, full.k[n][0].v};
+    system.rests[0].cross[n] = {full.k[n][1].u, full.k[n][0].v};
   }
-  system.toLane3.resize(places);
-  for (auto* vector : {&system.x, &system.p, &system.r, &system.zq}) vector->resize(places);
+  system.toLane3.resize(quads);
+  for (auto* vector : {&system.x, &system.p, &system.r, &system.yq}) vector->resize(quads);
   const auto load = model.LoadVector.Raw();
   system.ForEachEquation(system.r, [&load](int equation, double& number) {
     number = load[static_cast<std::size_t>(equation)];

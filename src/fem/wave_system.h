@@ -16,8 +16,8 @@ struct alignas(kLanes * sizeof(double)) LaneNumbers {
   bool operator==(const LaneNumbers&) const = default;
 };
 
-/// One number for u and one for v of a quad's nodes: a quad's part of a vector, or one column of
-/// its nodes' matrix rows.
+/// One number for u and one for v of a quad's nodes: a quad's part of a vector, or couplings that
+/// the rows of u and the rows of v have.
 struct alignas(2 * sizeof(LaneNumbers)) QuadNumbers {
   LaneNumbers u, v;
   bool operator==(const QuadNumbers&) const = default;
@@ -43,18 +43,18 @@ struct StiffnessPattern {
 };
 
 /// How many waves before a node this neighbour stands, one of those before kOwn.
-constexpr int Waves(int neighbour) { return neighbour == kLeft ? 1 : 3 - neighbour; }
+constexpr int WavesBefore(int neighbour) { return neighbour == kLeft ? 1 : 3 - neighbour; }
 
-/// The part of the factor's rows that every quad needs: the reciprocal pivots (0 without equation),
-/// and with three neighbours the SAME couplings, of u with u and v with v.
+/// The part of the factor's rows that every quad has of its own: the reciprocal pivots (0 without
+/// equation), and with three neighbours the SAME couplings, of u with u and v with v.
 struct FactorRows {
   QuadNumbers inverse, lower, lowerRight, left;
 };
 
 /// The part that in full material is as a rule the stiffness itself: the same couplings with the
-/// lower left neighbour; the CROSS ones, of u with v and v with u, with all four; and v with the
-/// node's own u. Factorize compares the numbers: quads without a difference share rest 0, where
-/// only corner neighbours cross. Rows without an equation hold the numbers of rest 0.
+/// lower left neighbour; with all four the CROSS ones, of u with the neighbour's v and v with its
+/// u; and v with the node's own u. Factorize compares the numbers: quads without a difference share
+/// rest 0, where only corner neighbours cross. Rows without an equation hold the numbers of rest 0.
 struct FactorRest {
   QuadNumbers lowerLeft, cross[kOwn];
   LaneNumbers vWithU;
@@ -70,7 +70,7 @@ constexpr auto& Same(Rows& rows, Rest& rest, int neighbour) {
                                     : rows.left;
 }
 
-/// Which numbers belong to a quad. Rest 0 and couplesUV false allow short ways.
+/// Which numbers belong to a quad. Rest 0 and couplesUV false allow shortcuts.
 struct QuadKind {
   std::uint16_t pattern = 0;  ///< index of its StiffnessPattern
   QuadIndex rest = 0;         ///< index of its FactorRest
@@ -84,17 +84,18 @@ struct WaveSystem {
   WaveOrder order;
   int rows, columns;  ///< of nodes
   std::vector<StiffnessPattern> patterns{};
-  std::vector<FactorRest> rest{};  ///< 0 is that of full material
+  std::vector<FactorRest> rests{};
 
   // By quad.
   std::vector<QuadKind> kinds{};
   std::vector<FactorRows> factor{};
 
-  /// As in PreconditionedCG. q and the forward half of z share zq: the backward sweep takes a
-  /// quad's z before the product writes its q, and the residual takes q before the forward sweep
-  /// writes z. The second half goes into p at once.
-  std::vector<QuadNumbers> x{}, p{}, r{}, zq{};
-  /// By quad: what the strip above gives to its lane 3 in the backward pass. Entry 0 is never read.
+  /// As in PreconditionedCG, and y, what the forward sweep makes of r. y and q share yq: the
+  /// backward sweep takes a quad's y before the product writes its q, and the residual takes q
+  /// before the forward sweep writes y. z goes into p at once.
+  std::vector<QuadNumbers> x{}, p{}, r{}, yq{};
+  /// By quad: what the strip above gives to its lane 3 in the backward sweep. Entry 0 is never
+  /// read.
   std::vector<NodeNumbers> toLane3{};
 
   /// Calls visit(equation, number) with every equation, ascending, and its place in a vector.
@@ -114,8 +115,9 @@ struct WaveSystem {
 };
 
 /// Lays out the model's equations as NumberComponents numbered them: r holds its LoadVector, all
-/// other vectors are zero, the factor is only allocated, but for rest 0. Empty where the mesh is not
-/// that of BuildMesh or older numbers stand among the new ones: a file can hold either.
+/// other vectors are zero, the factor is only allocated, but for rest 0. Empty where the mesh is
+/// not that of BuildMesh or older equation numbers stand among the new ones: a file can hold
+/// either.
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 
 }  // namespace quillane

@@ -51,7 +51,7 @@ std::optional<SolverPieces> WavePieces(Model m, const Vector& x) {
   }
   ForwardPass(*system, 0.0);
   BackwardPass(*system, 0.0);  // p becomes z
-  return SolverPieces{take(system->p), take(system->zq)};
+  return SolverPieces{take(system->p), take(system->yq)};
 }
 
 }  // namespace quillane::test
