@@ -1,5 +1,7 @@
 #include "batch/model_input.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -11,8 +13,9 @@ namespace {
 
 constexpr std::size_t kLongestInput = std::size_t{64} << 20;  ///< bytes; a full grid needs four MiB
 
-std::string AllOf(std::streambuf& input) {
+std::string AllOf(std::streambuf& input, std::uintmax_t expected) {
   std::string text;
+  text.reserve(std::min<std::uintmax_t>(expected, kLongestInput));
   char piece[65536];
   for (std::streamsize count = 1; count > 0 && text.size() <= kLongestInput;) {
     try {
@@ -29,7 +32,7 @@ std::string AllOf(std::streambuf& input) {
 }  // namespace
 
 std::string InputText(const std::filesystem::path& path) {
-  if (path == "-") return AllOf(*std::cin.rdbuf());
+  if (path == "-") return AllOf(*std::cin.rdbuf(), 0);
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
   if (!std::filesystem::exists(status)) throw ModelFileError(0, "no such file");
@@ -38,7 +41,8 @@ std::string InputText(const std::filesystem::path& path) {
   if (file.open(path, std::ios::in | std::ios::binary) == nullptr) {
     throw ModelFileError(0, "the file cannot be opened for reading");
   }
-  return AllOf(file);
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  return AllOf(file, error ? 0 : size);
 }
 
 Model ModelFromText(const std::string& text) {
