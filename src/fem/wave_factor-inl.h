@@ -80,7 +80,7 @@ HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, con
                      const Lanes& vWithU, const Nodes& equation) {
   FactorRows& factor = system.factor[quad];
   const FactorRest& full = system.rests[0];
-  FactorRest rest;
+  FactorRest rest = full;
   Store(inverse, factor.inverse);
   Store(vWithU, rest.vWithU);
   for (int n = 0; n < kOwn; ++n) {
