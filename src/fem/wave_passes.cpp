@@ -86,7 +86,7 @@ HWY_INLINE Nodes operator+(const Nodes& sum, const Given& given) {
   return sum + given.byV + given.byU;
 }
 
-/// The backward half of z and p = z + beta p, from the last step to the first.
+/// The backward sweep, from y to z, and p = z + beta p; from the last step to the first.
 class BackwardSweep {
  public:
   HWY_INLINE BackwardSweep(WaveSystem& system, double beta) : system_(system), beta_(All(beta)) {}
