@@ -2,10 +2,10 @@
 #include "examples/recipes.h"
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <string>
 
+#include "examples/rectangular_plate.h"
 #include "fem/mesh.h"
 
 namespace quillane {
@@ -21,38 +21,11 @@ struct Line {
 constexpr Line kBottom{-1E3, -1E3};
 constexpr Line kTop{1E3, 1E3};
 
-/// A plate of design cells with its lower left corner at the origin, seen whole in the view.
-class Recipe {
+/// The plate of an example, whose sketch is emptied in part.
+class Recipe : public RectangularPlate {
  public:
-  Recipe(ExampleStart start, int rows, int columns, Single elementSize) : start_(start) {
-    model_.ElementSize = elementSize;
-    model_.DomainX2 = static_cast<Single>(columns) * elementSize;
-    model_.DomainY2 = static_cast<Single>(rows) * elementSize;
-    // The view is taken to be 0.8 times as high as wide; its centre is the plate's.
-    const Single span = std::max(model_.DomainX2, 1.25F * model_.DomainY2);
-    model_.DomainWidth = 1.25F * span;
-    model_.OriginFracX = 0.5F + 0.5F * model_.DomainX2 / model_.DomainWidth;
-    model_.OriginFracY = 0.5F + 0.625F * model_.DomainY2 / model_.DomainWidth;
-    BuildMesh(model_, rows, columns);
-    Cells(1, rows, 1, columns, kCellDesign);
-  }
-
-  /// Sets the state of rows r1..r2 and columns c1..c2.
-  void Cells(int r1, int r2, int c1, int c2, Integer state) {
-    for (int i = r1; i <= r2; ++i) {
-      for (int j = c1; j <= c2; ++j) model_.CellState(i, j) = state;
-    }
-  }
-
-  /// Sets the state of the cells whose centre lies in a ring round (x, y), in cells.
-  void Ring(double x, double y, double inner, double outer, Integer state) {
-    for (int i = 1; i <= model_.CellRowCount; ++i) {
-      for (int j = 1; j <= model_.CellColumnCount; ++j) {
-        const double distance = std::hypot(j - 0.5 - x, i - 0.5 - y);
-        if (distance >= inner && distance < outer) model_.CellState(i, j) = state;
-      }
-    }
-  }
+  Recipe(ExampleStart start, int rows, int columns, Single elementSize)
+      : RectangularPlate(rows, columns, elementSize), start_(start) {}
 
   /// The sketch only: empties the design cells of columns c1..c2 whose centre lies between two
   /// lines.
@@ -67,17 +40,6 @@ class Recipe {
     }
   }
 
-  /// Holds the node in grid row and column, both from 1.
-  void Hold(int row, int column, bool x, bool y) {
-    model_.NodeFreedom(Node(row, column), 1) = x ? 1 : 0;
-    model_.NodeFreedom(Node(row, column), 2) = y ? 1 : 0;
-  }
-
-  void Load(int row, int column, double fx, double fy) {
-    model_.NodeLoad(Node(row, column), 1) = fx;
-    model_.NodeLoad(Node(row, column), 2) = fy;
-  }
-
   /// The stress targets (MPa): of the sketch, which bears it to the end, and of the full domain,
   /// which bears it as a first one.
   void Targets(Single sketch, Single full) {
@@ -87,13 +49,8 @@ class Recipe {
     model_.Lambda = isFull ? 0.1F : 0.05F;
   }
 
-  const Model& Result() const { return model_; }
-
  private:
-  int Node(int row, int column) const { return (row - 1) * (model_.CellColumnCount + 1) + column; }
-
   ExampleStart start_;
-  Model model_;
 };
 
 Recipe Cantilever(ExampleStart start) {
