@@ -1,44 +1,42 @@
-// Likely causes of a failure, the surest first.
 #include "batch/advice.h"
 
-#include <algorithm>
-#include <cmath>
-
-#include "fem/load_paths.h"
-#include "model/run_time_error.h"
-
 namespace quillane {
-namespace {
 
-bool LoadsAreLost(const Model& model) {
-  try {
-    return !LostLoads(model).empty();
-  } catch (const RunTimeError&) {
-    return false;  // a mesh of unusable nodes, which the failure itself tells of
+std::string Advice(const RunTimeError& error) {
+  switch (error.Cause()) {
+    case ErrorCause::kNone:
+      break;
+    case ErrorCause::kNoMaterial:
+      return " No cell holds material; where the steps removed it, lower --stress-target or use "
+             "--volume-fraction.";
+    case ErrorCause::kAllHeld:
+      return " Every node of the material is held in x and y.";
+    case ErrorCause::kNoLoad:
+      return " The model has no load.";
+    case ErrorCause::kIdleLoads:
+      return " No load moves the plate: each acts on a held node or where no cell holds material; "
+             "where the steps removed it, lower --stress-target or use --volume-fraction.";
+    case ErrorCause::kNoStiffness:
+      return " Young's modulus or the thickness, in the model's record of the material, is 0.";
+    case ErrorCause::kPoissonRatio:
+      return " Poisson's ratio, in the model's record of the material, must not be 1 or -1.";
+    case ErrorCause::kNotHeld:
+      return " A load is not connected to adequate supports: see --check; where the steps cut it "
+             "off, lower --stress-target or use --volume-fraction.";
+    case ErrorCause::kUnsolvable:
+      return " Young's modulus, thickness or loads are too large or too small.";
+    case ErrorCause::kLambdaZero:
+      return " Lambda must not be 0: give --lambda.";
+    case ErrorCause::kGridTooLarge:
+      return " The grid is too large: make a model of fewer and larger cells.";
+    case ErrorCause::kFileUnwritable:
+      return " Check that its folder is writable and that the disk has room.";
+    case ErrorCause::kNotAFile:
+      return " Move away what bears its name, or give another.";
   }
-}
-
-}  // namespace
-
-std::string Advice(const Model& model) {
-  if (model.Lambda == 0) return " Lambda must not be 0: give --lambda.";
-  if (std::fabs(model.PoissonRatio) == 1) {
-    return " Poisson's ratio, in the model's record of the material, must not be 1 or -1.";
-  }
-  if (std::ranges::all_of(model.NodeLoad.Raw(), [](double force) { return force == 0; })) {
-    return " The model has no load.";
-  }
-  if (std::ranges::none_of(model.CellState.Raw(), [](Integer state) { return state > 0; })) {
-    return model.StepCount == 0 && model.Potential.Raw().empty()
-               ? " No cell of the model holds material."
-               : " No cell holds material any more: take a lower --stress-target, or "
-                 "--volume-fraction.";
-  }
-  if (LoadsAreLost(model)) {
-    return " A load has no way through the material to supports that hold it: see --check, and "
-           "take a lower --stress-target, or --volume-fraction.";
-  }
-  return "";
+  return error.Kind() == ErrorKind::kSubscript
+             ? " The parts of the model contradict each other: see --check."
+             : "";
 }
 
 }  // namespace quillane

@@ -1,13 +1,13 @@
-// What can be done about an analysis or step that failed, told in options and records.
+// What the user of the command line can do about a run-time error.
 #pragma once
 
 #include <string>
 
-#include "model/model.h"
+#include "model/run_time_error.h"
 
 namespace quillane {
 
-/// " Lambda must not be 0: ..." for a model that failed; empty where nothing is known.
-std::string Advice(const Model& model);
+/// Returns " Lambda must not be 0: ..." from the error's cause; empty where nothing is known.
+std::string Advice(const RunTimeError& error);
 
 }  // namespace quillane

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/advice.h"
 #include "model/model_file.h"
 #include "model/run_time_error.h"
 #include "model/safe_file.h"
@@ -33,7 +34,7 @@ void Named(const std::string& name, Part&& part) {
   } catch (const RunTimeError& error) {
     const bool file = error.Kind() == ErrorKind::kFile;
     throw Failure{file ? kExitUsageOrFile : kExitRunTimeError,
-                  name + ": " + error.what() + (file ? " " + error.Advice() : "")};
+                  name + ": " + error.what() + Advice(error)};
   } catch (const ModelFileError& error) {
     throw Failure{kExitUsageOrFile, name + ": " + error.what()};
   } catch (const FileWriteError& error) {

@@ -6,7 +6,6 @@
 #include <functional>
 #include <string>
 
-#include "batch/advice.h"
 #include "batch/course_recorder.h"
 #include "batch/failure.h"
 #include "batch/final_files.h"
@@ -85,19 +84,9 @@ class BatchRun {
           [&] { MakeOutlineFile(*OutlineFormatOf(options_.outline), model_, false); });
   }
 
-  /// Does a part of the computation; a failure tells what can be done about it.
-  void Computed(const std::string& name, const std::function<void()>& part) {
-    try {
-      Named(name, part);
-    } catch (Failure& failure) {
-      if (failure.exitStatus == kExitRunTimeError) failure.message += Advice(model_);
-      throw;
-    }
-  }
-
   void Analyse() {
     SolveReport report;
-    Computed("stress analysis", [&] {
+    Named("stress analysis", [&] {
       MarkActiveNodes(model_);
       report = StressAnalysis(model_);
       if (!options_.history.empty()) history_.Start(model_, options_.history);
@@ -108,9 +97,8 @@ class BatchRun {
   void Step() {
     SolveReport report;
     const int step = summary_.steps + 1;
-    Computed(
-        fmt::format("optimization step {} (numbered {} in the history)", step, model_.StepCount),
-        [&] { report = Optimization(model_, history_); });
+    Named(fmt::format("optimization step {} (numbered {} in the history)", step, model_.StepCount),
+          [&] { report = Optimization(model_, history_); });
     recorder_.Stepped(model_, report);
   }
 
@@ -155,8 +143,8 @@ class BatchRun {
     };
     std::optional<Stage> stage;
     do {
-      Computed(fmt::format("stage {}", summary_.stages.size() + 1),
-               [&] { stage = search.Next(model_, goOn); });
+      Named(fmt::format("stage {}", summary_.stages.size() + 1),
+            [&] { stage = search.Next(model_, goOn); });
       if (stage) Do(*stage, search);
     } while (stage && GoesOn());
     wishReached_ = search.Reached();

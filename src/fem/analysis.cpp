@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "fem/assembly.h"
 #include "fem/element_stiffness.h"
+#include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "fem/residual.h"
 #include "fem/stress.h"
@@ -44,13 +46,32 @@ void AssembleRows(Model& m) {
                     m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
 }
 
+/// Why the numbered and loaded equations of the model have no finite solution.
+ErrorCause CauseOfFailure(const Model& model) {
+  const auto allZero = [](std::span<const Double> numbers) {
+    return std::ranges::all_of(numbers, [](Double number) { return number == 0; });
+  };
+  const auto states = model.CellState.Raw();
+  if (std::ranges::none_of(states, [](Integer state) { return state > 0; })) {
+    return ErrorCause::kNoMaterial;
+  }
+  if (model.EquationCount == 0) return ErrorCause::kAllHeld;
+  if (allZero(model.NodeLoad.Raw())) return ErrorCause::kNoLoad;
+  if (allZero(model.LoadVector.Raw())) return ErrorCause::kIdleLoads;
+  if (model.YoungModulus * model.Thickness == 0) return ErrorCause::kNoStiffness;
+  return LostLoads(model).empty() ? ErrorCause::kUnsolvable : ErrorCause::kNotHeld;
+}
+
 /// Solves the numbered and loaded equations by the form that serves.
-SolveReport Solve(Model& model) {
+SolveReport Solve(Model& model) try {
   model.SolutionVector.ReDim(0, model.EquationCount);
   if (const auto report = SolveOnWaves(model, kSolverTolerance)) return *report;
   CreateEquationArrays(model);
   AssembleRows(model);
   return SolveAssembledEquations(model, kSolverTolerance);
+} catch (const RunTimeError& error) {
+  if (error.Kind() != ErrorKind::kFloatingPoint) throw;
+  throw RunTimeError(error, CauseOfFailure(model));
 }
 
 }  // namespace

@@ -7,13 +7,15 @@
 namespace quillane {
 namespace {
 
+constexpr ErrorCause kTooLarge = ErrorCause::kGridTooLarge;
+
 /// Fills DofNumber and returns the number of equations.
 int NumberNodes(Model& model) {
   int count = 0;
   const auto number = [&count](Integer freedom, Integer& equation) {
     if (freedom != 0) return;
     ++count;
-    if (count > kIntegerMax) ToInteger(count, "the number of equations (the grid is too large)");
+    if (count > kIntegerMax) ToInteger(count, "the number of equations", kTooLarge);
     equation = static_cast<Integer>(count);
   };
   const auto freedomX = model.NodeFreedom.Column(1, model.NodeCount);
@@ -47,10 +49,11 @@ void NumberElements(Model& model) {
 
 void BuildMesh(Model& model, int rows, int columns) {
   const double nodes = (rows + 1.0) * (columns + 1.0);
-  const Integer nodeCount = ToInteger(nodes, "the number of nodes");
-  const Integer elementCount = ToInteger(double{1} * rows * columns, "the number of elements");
-  model.CellRowCount = ToInteger(rows, "the number of rows");
-  model.CellColumnCount = ToInteger(columns, "the number of columns");
+  const Integer nodeCount = ToInteger(nodes, "the number of nodes", kTooLarge);
+  const Integer elementCount =
+      ToInteger(double{1} * rows * columns, "the number of elements", kTooLarge);
+  model.CellRowCount = ToInteger(rows, "the number of rows", kTooLarge);
+  model.CellColumnCount = ToInteger(columns, "the number of columns", kTooLarge);
   model.NodeCount = nodeCount;
   model.ElementCount = elementCount;
   ReDimGridArrays(model);

@@ -96,18 +96,6 @@ double Dot(int n, const double* a, const double* b) {
 
 }  // namespace
 
-const char* StepSizeAdvice(int equations, double loadSquared) {
-  if (equations == 0) {
-    return "No node can move: no cell holds material, or every node of the material is held.";
-  }
-  if (loadSquared == 0.0) {
-    return "No load reaches the structure: apply a force at a free node of a cell that holds "
-           "material.";
-  }
-  return "The system cannot be solved: see that the plate is held against moving and turning, and "
-         "that material and loads are usable numbers.";
-}
-
 void TransposeRows(Integer n, Integer capacity, const Array1<Integer>& countIn,
                    Array1<Integer>& countOut, const Array2<Integer>& columnIn,
                    Array2<Integer>& columnOut, const Array2<Double>& valueIn,
@@ -233,16 +221,14 @@ SolveReport PreconditionedCG(Integer n, Integer capacity, const Array1<Integer>&
   for (int iteration = 1; iteration <= iterationLimit; ++iteration) {
     Multiply(n, upper, lower, diagonal, p, q);
     const double curvature = Finite(Dot(n, p, q), "the product of direction and stiffness");
-    const double alpha =
-        Finite(rho / curvature, "the step size of the solver", StepSizeAdvice(n, loadSquared));
+    const double alpha = Finite(rho / curvature, "the step size of the solver");
     double residualSquared = 0.0;
     for (int i = 1; i <= n; ++i) {
       x[i] = x[i] + alpha * p[i];
       r[i] = r[i] - alpha * q[i];
       residualSquared += r[i] * r[i];
     }
-    const double ratio = Finite(residualSquared / loadSquared, "the solver's residual",
-                                StepSizeAdvice(n, loadSquared));
+    const double ratio = Finite(residualSquared / loadSquared, "the solver's residual");
     report.iterations = iteration;
     report.relativeResidual = std::sqrt(ratio);
     report.converged = ratio <= bound;
@@ -250,8 +236,7 @@ SolveReport PreconditionedCG(Integer n, Integer capacity, const Array1<Integer>&
     Precondition(n, preUpper, preLower, invDiag, r, z);
     const double rhoNext =
         Finite(Dot(n, r, z), "the product of residual and preconditioned residual");
-    const double beta =
-        Finite(rhoNext / rho, "the direction factor of the solver", StepSizeAdvice(n, loadSquared));
+    const double beta = Finite(rhoNext / rho, "the direction factor of the solver");
     rho = rhoNext;
     for (int i = 1; i <= n; ++i) p[i] = z[i] + beta * p[i];
   }

@@ -5,9 +5,6 @@
 
 namespace quillane {
 
-/// What a user can do where the solver has no usable step size: the plain words of its errors.
-const char* StepSizeAdvice(int equations, double loadSquared);
-
 /// Solves K u = f. n equations; the upper store holds for row i the entries right of the diagonal
 /// in ascending column order (slots 1..upperCount(i), columns of 1..n), diagonalValue the diagonal,
 /// load the right-hand side (N). solution holds the start vector on entry and the displacements

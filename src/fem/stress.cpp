@@ -3,6 +3,7 @@
 #include <cmath>
 #include <span>
 
+#include "fem/element_stiffness.h"
 #include "model/numbers.h"
 
 namespace quillane {
@@ -34,7 +35,7 @@ StrainMatrix StrainAtCentre(Single a) {
 /// Plane-stress elasticity matrix (MPa).
 ElasticityMatrix PlaneStress(double youngModulus, double nu) {
   const double c = Finite(youngModulus / (1.0 - nu * nu), "the plane-stress modulus E / (1 - nu^2)",
-                          "Poisson's ratio must not be 1 or -1: see Design Property.");
+                          CauseOfPoissonRatio(nu));
   return {{{c, c * nu, 0.0}, {c * nu, c, 0.0}, {0.0, 0.0, (1.0 - nu) * c / 2.0}}};
 }
 
@@ -133,7 +134,7 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
     }
   }
   model.AvgStress = Finite(sum / count, "the mean stress",
-                           "No cell holds material: add design or non-design cells (Shape).");
+                           count == 0 ? ErrorCause::kNoMaterial : ErrorCause::kNone);
 }
 
 std::vector<PlaneTensor> ComponentStresses(const Model& model) {

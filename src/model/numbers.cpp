@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "model/run_time_error.h"
-
 namespace quillane {
 
 // The default rounding mode of std::nearbyint is to nearest, halves to even.
@@ -15,10 +13,11 @@ bool FitsInteger(double value) {
 // Values up to half a unit above the largest Single still round to it.
 bool FitsSingle(double value) { return std::fabs(value) < 0x1.ffffffp127; }
 
-Integer ToInteger(double value, const char* what) {
+Integer ToInteger(double value, const char* what, ErrorCause cause) {
   if (!FitsInteger(value)) {
     throw RunTimeError(ErrorKind::kOverflow,
-                       std::string(what) + " does not fit a 16-bit integer (-32768 to 32767)");
+                       std::string(what) + " does not fit a 16-bit integer (-32768 to 32767)",
+                       cause);
   }
   return static_cast<Integer>(std::nearbyint(value));
 }
@@ -31,9 +30,9 @@ Single ToSingle(double value, const char* what) {
   return static_cast<Single>(value);
 }
 
-void ThrowFloatingPoint(const char* what, const char* advice) {
+void ThrowFloatingPoint(const char* what, ErrorCause cause) {
   throw RunTimeError(ErrorKind::kFloatingPoint, std::string(what) + " is not a finite number",
-                     advice);
+                     cause);
 }
 
 }  // namespace quillane

@@ -1,7 +1,5 @@
 #include "model/run_time_error.h"
 
-#include <utility>
-
 namespace quillane {
 namespace {
 
@@ -23,9 +21,11 @@ const char* KindName(ErrorKind kind) {
 
 }  // namespace
 
-RunTimeError::RunTimeError(ErrorKind kind, const std::string& what, std::string advice)
-    : kind_(kind),
-      advice_(std::move(advice)),
-      message_(std::string(KindName(kind)) + ": " + what + ".") {}
+RunTimeError::RunTimeError(ErrorKind kind, const std::string& what, ErrorCause cause)
+    : kind_(kind), cause_(cause), message_(std::string(KindName(kind)) + ": " + what + ".") {}
+
+RunTimeError::RunTimeError(const RunTimeError& error, ErrorCause cause) : RunTimeError(error) {
+  cause_ = cause;
+}
 
 }  // namespace quillane

@@ -11,10 +11,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kRoomAdvice = "See that its folder can be written to and the disk has room.";
-
-[[noreturn]] void Fail(const fs::path& path, const std::string& what, const char* advice) {
-  throw RunTimeError(ErrorKind::kFile, "the history " + path.string() + " " + what, advice);
+[[noreturn]] void Fail(const fs::path& path, const std::string& what,
+                       ErrorCause cause = ErrorCause::kFileUnwritable) {
+  throw RunTimeError(ErrorKind::kFile, "the history " + path.string() + " " + what, cause);
 }
 
 }  // namespace
@@ -25,12 +24,12 @@ void KeepEarlierHistory(const fs::path& path) {
   fs::path kept = path;
   kept += "~";
   fs::rename(path, kept, error);
-  if (error) Fail(path, "cannot be kept as " + kept.string() + ": " + error.message(), kRoomAdvice);
+  if (error) Fail(path, "cannot be kept as " + kept.string() + ": " + error.message());
 }
 
 void History::WriteLine(const std::string& line) {
   file_ << line << "\r\n" << std::flush;
-  if (!file_) Fail(path_, "cannot be written", kRoomAdvice);
+  if (!file_) Fail(path_, "cannot be written");
 }
 
 void History::Start(Model& model, const fs::path& path) {
@@ -39,7 +38,7 @@ void History::Start(Model& model, const fs::path& path) {
   std::error_code error;
   const fs::file_status old = fs::status(path, error);
   if (fs::exists(old) && !fs::is_regular_file(old)) {
-    Fail(path_, "cannot be written: it is not an ordinary file", "Move away what bears its name.");
+    Fail(path_, "cannot be written: it is not an ordinary file", ErrorCause::kNotAFile);
   }
   file_.clear();
   file_.open(path, std::ios::binary | std::ios::trunc);
@@ -57,7 +56,7 @@ void History::Close(Model& model) {
   model.HistoryRecording = 0;
   if (!file_.is_open()) return;
   file_.close();
-  if (!file_) Fail(path_, "could not be written to its end", "See that the disk has room.");
+  if (!file_) Fail(path_, "could not be written to its end");
 }
 
 }  // namespace quillane

@@ -60,7 +60,7 @@ void InitPotential(Model& model) {
   ForEachPresentCell(model, [&model](int i, int j, int) {
     const Single saturated =
         Finite(model.PotentialIncrement * 5.0F / model.Lambda, "the saturated potential",
-               "Lambda must not be 0: see Optimizaion Parameter.");
+               model.Lambda == 0 ? ErrorCause::kLambdaZero : ErrorCause::kNone);
     model.Potential(i, j) = double{saturated};
   });
 }

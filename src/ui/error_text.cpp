@@ -8,11 +8,48 @@
 namespace quillane {
 namespace {
 
+/// What the user can do about an error; empty where nothing is known.
+QString Advice(const RunTimeError& error) {
+  switch (error.Cause()) {
+    case ErrorCause::kNone:
+      break;
+    case ErrorCause::kNoMaterial:
+      return QStringLiteral("No cell holds material: add design or non-design cells (Shape).");
+    case ErrorCause::kAllHeld:
+      return QStringLiteral(
+          "Every node of the material is held: free some nodes (Freedom Conditions, \"Nothing\").");
+    case ErrorCause::kNoLoad:
+    case ErrorCause::kIdleLoads:
+      return QStringLiteral(
+          "No load reaches the structure: apply a force at a free node of a cell that holds "
+          "material.");
+    case ErrorCause::kNoStiffness:
+      return QStringLiteral("Modulus or thickness is 0: see Design Property.");
+    case ErrorCause::kPoissonRatio:
+      return QStringLiteral("Poisson's ratio must not be 1 or -1: see Design Property.");
+    case ErrorCause::kNotHeld:
+      return QStringLiteral(
+          "A load is not connected to supports that hold the plate against moving and turning "
+          "(Freedom Conditions).");
+    case ErrorCause::kUnsolvable:
+      return QStringLiteral(
+          "The system cannot be solved: modulus, thickness or forces are too large or too small.");
+    case ErrorCause::kLambdaZero:
+      return QStringLiteral("Lambda must not be 0: see Optimizaion Parameter.");
+    case ErrorCause::kGridTooLarge:
+      return QStringLiteral("The grid is too large: use larger elements or a smaller domain.");
+    case ErrorCause::kFileUnwritable:
+      return QStringLiteral("Check that its folder is writable and that the disk has room.");
+    case ErrorCause::kNotAFile:
+      return QStringLiteral("Move away what bears its name.");
+  }
+  if (error.Kind() != ErrorKind::kOutOfMemory) return {};
+  return QStringLiteral("Close other programs, or use fewer and larger elements.");
+}
+
 QString Details(const RunTimeError& error) {
-  QString text = QString::fromUtf8(error.what());
-  if (!error.Advice().empty())
-    text += QStringLiteral("\n") + QString::fromStdString(error.Advice());
-  return text;
+  const QString text = QString::fromUtf8(error.what()), advice = Advice(error);
+  return advice.isEmpty() ? text : text + QLatin1Char('\n') + advice;
 }
 
 QString RescueLine(const RescueReport& rescue) {

@@ -11,8 +11,7 @@ namespace quillane {
 namespace {
 
 RunTimeError OutOfMemory() {
-  return RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory",
-                      "Close other programs, or use fewer and larger elements.");
+  return RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory");
 }
 
 /// Runs an action and hands a run-time error in it on.
