@@ -32,6 +32,7 @@ PictureKind Kind(const std::string& option, const std::string& text) {
 class CommandLine {
  public:
   explicit CommandLine(BatchOptions& options) : options_(options) {
+    app_.allow_windows_style_options(false);  // /plate.model is a file
     app_.set_version_flag("--version", "quillane-batch " QUILLANE_VERSION);
     app_.add_option("MODEL", options.model, "model file; - is standard input")
         ->check(NameFault)

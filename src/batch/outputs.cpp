@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "batch/failure.h"
+#include "model/platform.h"
 #include "model/safe_file.h"
 
 namespace quillane {
@@ -114,7 +115,7 @@ void WriteOutput(const fs::path& path, std::string_view content) {
 
 Stream OpenStream(const fs::path& path) {
   if (path == "-") return {stdout, [](std::FILE*) { return 0; }};
-  Stream stream(std::fopen(path.string().c_str(), "wb"), std::fclose);
+  Stream stream(OpenFile(path, "wb"), std::fclose);
   if (!stream) throw FileWriteError(std::generic_category().message(errno));
   return stream;
 }

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "batch/terminal.h"
+#include "batch/console.h"
 #include "model/number_text.h"
 
 namespace quillane {

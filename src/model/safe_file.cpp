@@ -7,9 +7,7 @@
 #include <system_error>
 #include <utility>
 
-#if defined(__unix__) || defined(__APPLE__)
-#include <unistd.h>
-#endif
+#include "model/platform.h"
 
 namespace quillane {
 namespace {
@@ -20,22 +18,12 @@ using File = std::unique_ptr<std::FILE, decltype([](std::FILE* file) { std::fclo
 
 std::string SystemReason() { return std::generic_category().message(errno); }
 
-/// Puts a finished file on the disk itself, where the platform offers it.
-bool SyncToDisk(std::FILE* file) {
-  if (std::fflush(file) != 0) return false;
-#if defined(__unix__) || defined(__APPLE__)
-  return ::fsync(fileno(file)) == 0;
-#else
-  return true;
-#endif
-}
-
 /// A file that this call creates beside target. Its name is short whatever target's is, and never
 /// one that bears a file already, so that two programs do not write into one.
 File CreateNeighbour(const fs::path& target, fs::path& fresh) {
   for (int number = 1; number <= 10000; ++number) {
     fresh = target.parent_path() / ("quillane" + std::to_string(number) + ".part");
-    File file(std::fopen(fresh.string().c_str(), "wbx"));
+    File file(CreateNewFile(fresh));
     if (file) return file;
     if (errno != EEXIST) break;
   }
@@ -73,7 +61,7 @@ void CheckTarget(const fs::path& target, fs::file_status old) {
   if (!target.parent_path().empty() && !fs::is_directory(target.parent_path(), error)) {
     throw FileWriteError("the folder does not exist");
   }
-  if (fs::exists(old) && !File(std::fopen(target.string().c_str(), "r+b"))) {
+  if (fs::exists(old) && !File(OpenFile(target, "r+b"))) {
     throw FileWriteError("the file may not be written to: " + SystemReason());
   }
 }
@@ -90,7 +78,7 @@ void ReplaceFile(const fs::path& path, std::string_view content) {
   try {
     WriteWhole(std::move(file), content);
     if (fs::exists(old)) fs::permissions(fresh, old.permissions(), error);
-    fs::rename(fresh, target, error);
+    error = MoveOver(fresh, target);
     if (error) throw FileWriteError("the file could not be replaced: " + error.message());
   } catch (const FileWriteError&) {
     fs::remove(fresh, error);
