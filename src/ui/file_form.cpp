@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTreeWidget>
+#include <ranges>
 
 #include "ui/file_name.h"
 #include "ui/folder.h"
@@ -174,10 +175,11 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
   Dir1->clear();
   QTreeWidgetItem* above = Dir1->invisibleRootItem();
   const QIcon open = style()->standardIcon(QStyle::SP_DirOpenIcon);
-  fs::path path;
-  for (const fs::path& part : folder_) {
-    path /= part;
-    QTreeWidgetItem* row = FolderRow(FileNameText(part.string()), open, path);
+  std::vector<fs::path> way = {folder_};  // up to the root
+  while (way.back().has_relative_path()) way.push_back(way.back().parent_path());
+  for (const fs::path& path : way | std::views::reverse) {
+    const fs::path name = path.has_relative_path() ? path.filename() : path;
+    QTreeWidgetItem* row = FolderRow(FileNameText(name.string()), open, path);
     above->addChild(row);
     above = row;
   }
@@ -197,8 +199,10 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
 }
 
 fs::path FileForm::FullPath() const {
-  const std::string folder = folder_.string();
-  return folder + (folder.ends_with('/') ? "" : "/") + FileNameBytes(txtFileName->text());
+  // What is typed is taken for a name in the folder, whatever it begins with.
+  fs::path path = folder_ / fs::path();
+  path += FileNameBytes(txtFileName->text());
+  return path;
 }
 
 void FileForm::Trapped(const std::function<void()>& action) {

@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QStorageInfo>
 #include <algorithm>
 #include <iterator>
@@ -26,15 +26,29 @@ void Sort(std::vector<std::string>& names) {
   std::ranges::transform(keyed, names.begin(), [](auto& pair) { return std::move(pair.second); });
 }
 
+/// Name of an entry; empty where it is none in UTF-8, as may be on Windows.
+std::string NameOf(const fs::directory_entry& entry) {
+  try {
+    return entry.path().filename().string();
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
 void Add(FolderContents& contents, const fs::directory_entry& entry) {
-  std::string name = entry.path().filename().string();
-  if (name.starts_with('.')) return;
+  std::string name = NameOf(entry);
+  if (name.empty() || name.starts_with('.')) return;
   std::error_code unreadable;  // such an entry is neither
   if (entry.is_directory(unreadable)) {
     contents.folders.push_back(std::move(name));
   } else if (LowerCase(name).ends_with(".model") && entry.is_regular_file(unreadable)) {
     contents.modelFiles.push_back(std::move(name));
   }
+}
+
+/// Written with the platform's separators.
+fs::path PathOf(const QString& text) {
+  return QFileInfo(text).filesystemFilePath().make_preferred();
 }
 
 }  // namespace
@@ -52,9 +66,10 @@ FolderContents ReadFolder(const fs::path& folder) {
 }
 
 std::vector<fs::path> Drives() {
-  std::vector<fs::path> drives{"/"};
+  std::vector<fs::path> drives;
+  for (const QFileInfo& root : QDir::drives()) drives.push_back(PathOf(root.filePath()));
   const auto add = [&drives](const QString& root) {
-    const fs::path path = QFile::encodeName(root).toStdString();
+    const fs::path path = PathOf(root);
     std::error_code unreadable;
     if (std::ranges::find(drives, path) == drives.end() && fs::is_directory(path, unreadable)) {
       drives.push_back(path);
