@@ -82,9 +82,8 @@ bool TimeStep(Model& model, int repetitions, Change& change) {
   bool changes = true;
   for (int repetition = 0; repetition < repetitions && changes; ++repetition) {
     after = model;
-    History history;
     SolveReport report;
-    change.ours = std::min(change.ours, Timed([&] { report = Optimization(after, history); }));
+    change.ours = std::min(change.ours, Timed([&] { report = Optimization(after); }));
     changes = !std::ranges::equal(before, after.CellState.Raw());
     change.equations = report.equations;
     change.iterations = report.iterations;

@@ -114,8 +114,7 @@ Model LargestPlate() {
 
 void BM_LargestStep(benchmark::State& state) {
   Model model = LargestPlate();
-  History history;
-  for (auto _ : state) Optimization(model, history);
+  for (auto _ : state) Optimization(model);
 }
 BENCHMARK(BM_LargestStep)->Unit(benchmark::kMillisecond);
 

@@ -14,8 +14,9 @@ int main(int count, char** arguments) {
     MarkActiveNodes(model);
     StressAnalysis(model);
     History history;
+    Course course(model, {&history});
     history.Start(model, std::filesystem::path(arguments[1]) / (std::string(name) + ".history"));
-    for (int step = 1; step <= 150; ++step) Optimization(model, history);
+    for (int step = 1; step <= 150; ++step) course.Step();
     history.Close(model);
   }
 }

@@ -194,10 +194,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   model.DomainDefined = kTrue;
   CheckRoundTrip(model);
   Draw(model);
-  History history;
   Passes([&] { MarkActiveNodes(model); }) && Passes([&] { StressAnalysis(model); }) &&
-      Passes([&] { Optimization(model, history); }) &&
-      Passes([&] { Optimization(model, history); });
+      Passes([&] { Optimization(model); }) && Passes([&] { Optimization(model); });
   Passes([&] { CompareSolvers(model); });
   PressAll(model);
   Draw(model);

@@ -28,7 +28,8 @@ int main(int argc, char** argv) {
 
   // Text in pictures needs the toolkit's fonts, but never a display.
   std::optional<QGuiApplication> toolkit;
-  if (!options->image.empty() || !options->frames.empty()) {
+  if (options->outputs.Wants(quillane::Output::kImage) ||
+      options->outputs.Wants(quillane::Output::kFrames)) {
     qInstallMessageHandler(PassErrorsOnly);
     quillane::PrepareToolkit();
     toolkit.emplace(argc, argv);

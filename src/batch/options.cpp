@@ -40,18 +40,21 @@ class CommandLine {
     app_.add_flag("--check", options.check, "only tell what looks wrong in MODEL");
     app_.add_flag("--quiet", options.quiet, "print nothing but errors");
     AddCourse();
-    AddOutputs();
-    AddPictures();
-    AddExports();
+    AddFiles(kFileGroup);
+    AddFiles(kPictureGroup);
+    AddPictureStyle();
+    AddFiles(kExportGroup);
+    AddOutlineStyle();
   }
 
   /// Throws CLI::ParseError.
   void Parse(int argc, const char* const* argv) {
     app_.parse(argc, argv);
     // Nobody finds a file named "-" again.
-    for (const auto& [name, path] :
-         {std::pair{"--history", &options_.history}, std::pair{"--frames", &options_.frames}}) {
-      if (*path == "-") throw CLI::ValidationError(name, "cannot go to standard output");
+    for (const OutputRow& row : OutputTable()) {
+      if (!row.mayBeStream && options_.outputs[row.output] == "-") {
+        throw CLI::ValidationError(row.option, "cannot go to standard output");
+      }
     }
   }
 
@@ -75,9 +78,15 @@ class CommandLine {
     return app_.add_flag(name, flag, help)->group(group_);
   }
 
-  CLI::Option* AddFile(const char* name, std::filesystem::path& path, const char* type,
-                       const char* help) {
-    return app_.add_option(name, path, help)->check(NameFault)->type_name(type)->group(group_);
+  void AddFiles(const char* group) {
+    group_ = group;
+    for (const OutputRow& row : OutputTable()) {
+      if (row.group != group_) continue;
+      app_.add_option(row.option, options_.outputs[row.output], row.help)
+          ->check(NameFault)
+          ->type_name(row.type)
+          ->group(group_);
+    }
   }
 
   /// What is wrong with the path of a file; empty where nothing is.
@@ -104,20 +113,7 @@ class CommandLine {
     fraction->excludes(steps)->excludes(steady)->excludes(target);
   }
 
-  void AddOutputs() {
-    group_ = "Files (- is standard output)";
-    AddFile("--save", options_.save, "FILE", "the model as it stands at the end");
-    AddFile("--json", options_.json, "FILE", "the summary with all values used");
-    AddFile("--course", options_.course, "FILE.csv", "a line a step: volume, stresses, solve");
-    AddFile("--history", options_.history, "FILE", "a line a step: max, mean and min stress");
-    AddFile("--cells", options_.cells, "FILE.csv", "state, stresses and potential of every cell");
-    AddFile("--nodes", options_.nodes, "FILE.csv", "place and displacement of every node");
-  }
-
-  void AddPictures() {
-    group_ = "Pictures";
-    AddFile("--image", options_.image, "FILE.png", "the final picture with its legend, as PNG");
-    AddFile("--frames", options_.frames, "DIR", "a picture of the analysis and of every step");
+  void AddPictureStyle() {
     Add("--map", "KIND", "what they show: stress (default), potential or model",
         options_.picture.kind, Kind);
     Add("--size", "WxH", "pixels (default 1200x800)", size_, PixelSize);
@@ -130,17 +126,11 @@ class CommandLine {
         ->group(group_);
   }
 
-  void AddExports() {
-    group_ = "For other programs";
-    auto* outline =
-        AddFile("--outline", options_.outline, "FILE",
-                "the edge of the material in mm; FILE ends in .svg, .dxf or .stl")
-            ->check([](const std::string& path) {
-              return OutlineFormatOf(path) ? "" : "wants .svg, .dxf or .stl, not " + path;
-            });
+  void AddOutlineStyle() {
+    auto* outline = app_.get_option("--outline")->check([](const std::string& path) {
+      return OutlineFormatOf(path) ? "" : "wants .svg, .dxf or .stl, not " + path;
+    });
     AddFlag("--smooth", options_.smooth, "smooth that edge")->needs(outline);
-    AddFile("--vtu", options_.vtu, "FILE.vtu",
-            "the plate and its fields; with --frames also those of every step");
   }
 
   BatchOptions& options_;

@@ -4,15 +4,15 @@
 #include <filesystem>
 #include <optional>
 
+#include "batch/output_table.h"
 #include "image/picture.h"
 #include "model/types.h"
 
 namespace quillane {
 
-/// What the command line asks for. Paths: empty where not wanted, "-" for standard input (model) or
-/// standard output (all but history and frames).
+/// What the command line asks for.
 struct BatchOptions {
-  std::filesystem::path model;
+  std::filesystem::path model;  ///< "-" for standard input
   bool check = false;
 
   std::optional<int> steps;
@@ -22,7 +22,7 @@ struct BatchOptions {
   std::optional<Integer> epsilon;
   std::optional<Single> lambda;
 
-  std::filesystem::path history, course, json, save, cells, nodes, image, frames, outline, vtu;
+  OutputPaths outputs;
   bool smooth = false;  ///< the outline
   PictureOptions picture;
   bool label = false;  ///< write step and volume into the pictures

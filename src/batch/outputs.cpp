@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <string>
 #include <system_error>
@@ -18,10 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The outputs that are one file each, wanted or not.
-std::array<const fs::path*, 9> OutputFiles(const BatchOptions& options) {
-  return {&options.history, &options.course, &options.json,    &options.save, &options.cells,
-          &options.nodes,   &options.image,  &options.outline, &options.vtu};
+/// Calls use(row, path) for every wanted output that is one file.
+template <class Use>
+void ForEachFile(const OutputPaths& paths, const Use& use) {
+  for (const OutputRow& row : OutputTable()) {
+    if (!row.isFolder && paths.Wants(row.output)) use(row, paths[row.output]);
+  }
 }
 
 /// A pipe or a device: it is written into, never replaced.
@@ -45,21 +46,20 @@ bool IsFrameName(const fs::path& name) {
 /// Only --save may replace the model, and no output another.
 void RefuseDoubleNames(const BatchOptions& options) {
   std::vector<fs::path> named = {Whole(options.model)};
-  const bool withFrames = !options.frames.empty();
-  for (const fs::path* file : OutputFiles(options)) {
-    if (file->empty()) continue;
-    const fs::path name = *file == "-" ? *file : Whole(*file);
-    const bool inPlace = file == &options.save && name == named.front();
+  const fs::path& frames = options.outputs[Output::kFrames];
+  ForEachFile(options.outputs, [&](const OutputRow& row, const fs::path& file) {
+    const fs::path name = file == "-" ? file : Whole(file);
+    const bool inPlace = row.output == Output::kSave && name == named.front();
     const bool taken = std::ranges::find(named, name) != named.end();
-    if (taken && !inPlace && !IsStream(*file)) {
-      throw Failure{kExitUsageOrFile, *file == "-" ? "only one output can go to standard output"
-                                                   : file->string() + ": two files of one name"};
+    if (taken && !inPlace && !IsStream(file)) {
+      throw Failure{kExitUsageOrFile, file == "-" ? "only one output can go to standard output"
+                                                  : file.string() + ": two files of one name"};
     }
-    if (withFrames && name.parent_path() == Whole(options.frames) && IsFrameName(name.filename())) {
-      throw Failure{kExitUsageOrFile, file->string() + ": this is the name of a frame"};
+    if (!frames.empty() && name.parent_path() == Whole(frames) && IsFrameName(name.filename())) {
+      throw Failure{kExitUsageOrFile, file.string() + ": this is the name of a frame"};
     }
     named.push_back(name);
-  }
+  });
 }
 
 /// Frames of another, longer run would become the end of this one's film.
@@ -80,23 +80,19 @@ void PrepareFrames(const fs::path& folder) {
 
 }  // namespace
 
-bool WritesToStandardOutput(const BatchOptions& options) {
-  return std::ranges::any_of(OutputFiles(options),
-                             [](const fs::path* file) { return *file == "-"; });
+bool WritesToStandardOutput(const OutputPaths& paths) {
+  bool writes = false;
+  ForEachFile(paths, [&](const OutputRow&, const fs::path& file) { writes |= file == "-"; });
+  return writes;
 }
 
 void TryOutputs(const BatchOptions& options) {
   RefuseDoubleNames(options);
-  const fs::path* tried = &options.frames;
-  try {
-    if (!options.frames.empty()) PrepareFrames(options.frames);
-    for (const fs::path* file : OutputFiles(options)) {
-      tried = file;
-      if (!file->empty() && *file != "-" && !IsStream(*file)) TryReplaceFile(*file);
-    }
-  } catch (const FileWriteError& error) {
-    throw Failure{kExitUsageOrFile, tried->string() + ": " + error.what()};
-  }
+  const fs::path& frames = options.outputs[Output::kFrames];
+  if (!frames.empty()) Named(frames.string(), [&] { PrepareFrames(frames); });
+  ForEachFile(options.outputs, [](const OutputRow&, const fs::path& file) {
+    if (file != "-" && !IsStream(file)) Named(file.string(), [&] { TryReplaceFile(file); });
+  });
 }
 
 fs::path FramePath(const fs::path& folder, int step, const char* suffix) {

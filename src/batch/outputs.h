@@ -11,7 +11,7 @@
 namespace quillane {
 
 /// Whether some output goes to standard output.
-bool WritesToStandardOutput(const BatchOptions& options);
+bool WritesToStandardOutput(const OutputPaths& paths);
 
 /// Tries every output before the run: name, folder, permission; makes the folder of the frames.
 /// Throws Failure where one cannot be written, where two bear one name, where one that is not

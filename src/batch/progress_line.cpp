@@ -33,6 +33,10 @@ std::string TimeLeft(double elapsed, int done, int steps) {
 ProgressLine::ProgressLine(std::FILE* terminal, bool shown, int steps)
     : terminal_(terminal), shown_(shown && CanRedrawLines(terminal)), steps_(steps) {}
 
+void ProgressLine::Analysed(const Course& course) {
+  if (course.Figures().solves == 1) Show(course.State(), 0);
+}
+
 void ProgressLine::Show(const Model& model, int done, const std::string& prefix) {
   if (done == 0) startVolume_ = model.Volume;
   if (!shown_) return;

@@ -5,12 +5,12 @@
 #include <cstdio>
 #include <string>
 
-#include "model/model.h"
+#include "optimize/course.h"
 
 namespace quillane {
 
 /// Draws step, volume, a progress bar and the time left over one terminal line.
-class ProgressLine {
+class ProgressLine : public CourseListener {
  public:
   /// shown: whether to print at all. steps: how many will follow the analysis, -1 where nobody
   /// knows.
@@ -18,6 +18,9 @@ class ProgressLine {
   ~ProgressLine() { Clear(); }
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
+
+  void Analysed(const Course& course) override;
+  void Stepped(const Course& course) override { Show(course.State(), course.Figures().steps); }
 
   /// Shows the state after `done` steps. prefix: what comes before, such as a stage.
   void Show(const Model& model, int done, const std::string& prefix = {});

@@ -6,18 +6,20 @@
 #include <functional>
 #include <string>
 
-#include "batch/course_recorder.h"
+#include "batch/course_table.h"
 #include "batch/failure.h"
-#include "batch/final_files.h"
+#include "batch/frames.h"
 #include "batch/model_check.h"
 #include "batch/model_input.h"
 #include "batch/outputs.h"
+#include "batch/progress_line.h"
 #include "batch/run_summary.h"
 #include "export/outline_file.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "model/number_text.h"
-#include "optimize/optimization_step.h"
+#include "optimize/course.h"
+#include "optimize/history.h"
 
 namespace quillane {
 namespace {
@@ -34,7 +36,15 @@ int PlannedSteps(const BatchOptions& options) {
 class BatchRun {
  public:
   BatchRun(const BatchOptions& options, const volatile std::sig_atomic_t& signal)
-      : options_(options), signal_(signal), recorder_(options, summary_, PlannedSteps(options)) {}
+      : options_(options),
+        signal_(signal),
+        progress_(stderr, !options.quiet, PlannedSteps(options)),
+        table_(options.outputs[Output::kCourse]),
+        frames_(options),
+        course_(model_, {&history_, &progress_}) {
+    if (options.outputs.Wants(Output::kCourse)) course_.AddListener(table_);
+    if (options.outputs.Wants(Output::kFrames)) course_.AddListener(frames_);
+  }
 
   int Run() {
     TryOutputs(options_);
@@ -77,158 +87,175 @@ class BatchRun {
     }
   }
 
-  /// What has no outline now will have none after an hour of steps.
+  /// Fails at once for a model that has no outline at all, and not after the whole run.
   void TryOutline() {
-    if (options_.outline.empty()) return;
-    Named(options_.outline.string(),
-          [&] { MakeOutlineFile(*OutlineFormatOf(options_.outline), model_, false); });
+    const std::filesystem::path& outline = options_.outputs[Output::kOutline];
+    if (outline.empty()) return;
+    Named(outline.string(), [&] { MakeOutlineFile(*OutlineFormatOf(outline), model_, false); });
   }
 
   void Analyse() {
-    SolveReport report;
     Named("stress analysis", [&] {
       MarkActiveNodes(model_);
-      report = StressAnalysis(model_);
-      if (!options_.history.empty()) history_.Start(model_, options_.history);
+      course_.Analyse();
+      if (options_.outputs.Wants(Output::kHistory)) {
+        history_.Start(model_, options_.outputs[Output::kHistory]);
+      }
     });
-    recorder_.Analysed(model_, report);
+    summary_.startVolume = model_.Volume;
   }
 
   void Step() {
-    SolveReport report;
-    const int step = summary_.steps + 1;
-    Named(fmt::format("optimization step {} (numbered {} in the history)", step, model_.StepCount),
-          [&] { report = Optimization(model_, history_); });
-    recorder_.Stepped(model_, report);
+    Named(fmt::format("optimization step {} (numbered {} in the history)",
+                      course_.Figures().steps + 1, model_.StepCount),
+          [&] { course_.Step(); });
   }
 
   bool GoesOn() const { return signal_ == 0; }
 
   void Steps() {
     const int most = options_.steps.value_or(options_.untilSteady ? kIntegerMax : 0);
-    while (summary_.steps < most && GoesOn() && !(options_.untilSteady && IsSteady())) Step();
+    const auto rests = [this] { return options_.untilSteady && course_.Rest(); };
+    while (course_.Figures().steps < most && GoesOn() && !rests()) Step();
     if (!options_.untilSteady || !GoesOn()) return;
-    if (summary_.steadyFrom < 0) {
-      Note(fmt::format("not at rest after {} steps", summary_.steps));
-      wishReached_ = false;
-    } else if (summary_.cycle == 1) {
-      Note(fmt::format("at rest from step {} on", summary_.steadyFrom));
+    const int steps = course_.Figures().steps;
+    summary_.rest = course_.Rest();
+    wishReached_ = summary_.rest.has_value();
+    if (!wishReached_) {
+      Note(fmt::format("not at rest after {} steps", steps));
+    } else if (const auto [cycle, repeated] = *summary_.rest; cycle == 1) {
+      Note(fmt::format("at rest from step {} on", steps - repeated));
     } else {
-      Note(fmt::format("from step {} on {} layouts take turns", summary_.steadyFrom,
-                       summary_.cycle));
+      Note(fmt::format("from step {} on the layout repeats every {} steps", steps - repeated,
+                       cycle));
     }
-  }
-
-  /// Whether the last 7 / Lambda steps repeated one layout, or a few in turn.
-  bool IsSteady() {
-    const auto long_enough = static_cast<int>(std::ceil(7 / double{model_.Lambda} - 1e-4));
-    for (int cycle = 1; cycle <= OptimizationCourse::kLongestCycle; ++cycle) {
-      const int repeated = recorder_.Course().RepeatedSteps(cycle);
-      if (repeated < long_enough) continue;
-      summary_.cycle = cycle;
-      summary_.steadyFrom = summary_.steps - repeated;
-      return true;
-    }
-    return false;
   }
 
   /// Each stage is found on a copy, and then done with everything recorded.
   void StepsToVolume() {
     VolumeSearch search(model_, *options_.volumeFraction);
     const auto goOn = [this](const Model& tried) {
-      recorder_.Progress().Show(tried, tried.StepCount,
-                                fmt::format("stage {}  target {} MPa  ", summary_.stages.size() + 1,
-                                            GeneralText(tried.StressTarget)));
+      progress_.Show(tried, tried.StepCount,
+                     fmt::format("stage {}  target {} MPa  ", summary_.stages.size() + 1,
+                                 GeneralText(tried.StressTarget)));
       return GoesOn();
     };
     std::optional<Stage> stage;
     do {
       Named(fmt::format("stage {}", summary_.stages.size() + 1),
             [&] { stage = search.Next(model_, goOn); });
-      if (stage) Do(*stage, search);
+      if (stage) Do(*stage);
     } while (stage && GoesOn());
     wishReached_ = search.Reached();
     if (GoesOn()) Note(SearchNote(search, *options_.volumeFraction, summary_.stages.size()));
   }
 
-  void Do(const Stage& stage, const VolumeSearch& search) {
-    if (recorder_.RecordsSteps()) {
-      model_.StressTarget = stage.stressTarget;
-      recorder_.AnalysedAgain(model_, StressAnalysis(model_));
-      for (int step = 0; step < stage.steps && GoesOn(); ++step) Step();
-    } else {
-      model_ = search.Result();
-      recorder_.Took(stage.steps, search.LastSolve());
-    }
+  void Do(const Stage& stage) {
+    model_.StressTarget = stage.stressTarget;
+    Named("stress analysis", [&] { course_.Analyse(); });
+    for (int step = 0; step < stage.steps && GoesOn(); ++step) Step();
     summary_.stages.push_back({stage, model_.Volume});
   }
 
   void Note(const std::string& note) { summary_.notes.push_back(note); }
 
-  /// Tells what ended the run. The files of the end are not written; history, course and frames are
-  /// complete up to here.
+  /// Tells what ended the run early. After a failed step the files of the end are written from the
+  /// layout that stood before it.
   void GiveUp(const Failure& failure) {
-    recorder_.Finish();
-    summary_.error = failure.message;
+    std::vector<std::string> faults;
+    std::string ending;
+    if (course_.Figures().solves > 0) {
+      try {
+        Named("the last layout", [&] { course_.AnalyseAgain(); });
+        ending = fmt::format("; the files hold the layout after step {}", course_.Figures().steps);
+      } catch (const Failure&) {
+      }
+    }
+    summary_.error = failure.message + ending;
+    Complain(summary_.error);
+    if (!ending.empty()) WriteFinalFiles(faults);
+    CloseAll(faults);
+    for (const std::string& fault : faults) Complain(fault);
+    Judge(!faults.empty());
     summary_.exitStatus = failure.exitStatus;
-    Complain(failure.message);
     WriteJson();
   }
 
   void Finish() {
-    std::vector<std::string> faults = WriteFinalFiles(options_, model_, summary_);
-    Tried(faults, options_.history.string(), [&] { history_.Close(model_); });
-    for (const std::string& fault : recorder_.Finish()) faults.push_back(fault);
+    std::vector<std::string> faults;
+    WriteFinalFiles(faults);
+    CloseAll(faults);
     for (const std::string& fault : faults) Complain(fault);
     Judge(!faults.empty());
     WriteJson();
     PrintSummary();
   }
 
+  /// Writes every wanted file of the final model; one that fails does not keep the others from
+  /// being written.
+  void WriteFinalFiles(std::vector<std::string>& faults) {
+    summary_.figures = course_.Figures();
+    for (const OutputRow& row : OutputTable()) {
+      const std::filesystem::path& path = options_.outputs[row.output];
+      if (path.empty() || row.content == nullptr) continue;
+      Tried(faults, path.string(),
+            [&] { WriteOutput(path, row.content(options_, model_, summary_)); });
+    }
+  }
+
+  /// Completes what was written during the run.
+  void CloseAll(std::vector<std::string>& faults) {
+    progress_.Clear();
+    Tried(faults, options_.outputs[Output::kHistory].string(), [&] { history_.Close(model_); });
+    table_.Finish(faults);
+    frames_.Finish(faults);
+  }
+
   void Judge(bool fileFailed) {
-    if (summary_.unconvergedSolves > 0) {
+    const CourseFigures& figures = summary_.figures = course_.Figures();
+    if (figures.unconvergedSolves > 0) {
       Note(fmt::format("the solver did not converge in {} of {} solves, first {}",
-                       summary_.unconvergedSolves, summary_.solves,
-                       summary_.firstUnconverged == 0
+                       figures.unconvergedSolves, figures.solves,
+                       figures.firstUnconverged == 0
                            ? "in the stress analysis"
-                           : fmt::format("at step {}", summary_.firstUnconverged)));
+                           : fmt::format("at step {}", figures.firstUnconverged)));
     }
     summary_.connected = LostLoads(model_).empty();
-    if (!summary_.connected) Note("a load has no way to supports that hold it");
-    if (signal_ != 0) Note(fmt::format("interrupted after step {}", summary_.steps));
-    if (!summary_.lastSolve.converged) {
+    if (!summary_.connected) Note("a load is not connected to adequate supports");
+    if (signal_ != 0) Note(fmt::format("interrupted after step {}", figures.steps));
+    if (!figures.lastSolve.converged) {
       Complain(
           "the last solve did not converge: its displacements and stresses mean nothing; the "
           "plate is not held, or has come apart");
     }
-    summary_.exitStatus = fileFailed                      ? kExitUsageOrFile
-                          : signal_ != 0                  ? kExitSignal + signal_
-                          : !summary_.lastSolve.converged ? kExitNotConverged
-                          : !wishReached_                 ? kExitWishNotReached
-                                                          : kExitDone;
+    summary_.exitStatus = fileFailed                     ? kExitUsageOrFile
+                          : signal_ != 0                 ? kExitSignal + signal_
+                          : !figures.lastSolve.converged ? kExitNotConverged
+                          : !wishReached_                ? kExitWishNotReached
+                                                         : kExitDone;
   }
 
   void WriteJson() {
-    if (options_.json.empty()) return;
-    Late(options_.json.string(), [&] {
-      WriteOutput(options_.json, SummaryJson(options_.model.string(), model_, summary_));
-    });
+    const std::filesystem::path& json = options_.outputs[Output::kJson];
+    if (json.empty()) return;
+    Late(json.string(),
+         [&] { WriteOutput(json, SummaryJson(options_.model.string(), model_, summary_)); });
   }
 
   void PrintSummary() {
     if (options_.quiet) return;
-    const bool taken = WritesToStandardOutput(options_);
+    const bool taken = WritesToStandardOutput(options_.outputs);
     Late(taken ? "standard error" : "standard output",
          [&] { WriteNow(taken ? stderr : stdout, SummaryText(model_, summary_)); });
   }
 
   /// Writes something after everything else was judged.
   void Late(const std::string& name, const std::function<void()>& write) {
-    try {
-      Named(name, write);
-    } catch (const Failure& failure) {
-      Complain(failure.message);
-      summary_.exitStatus = failure.exitStatus;
+    std::vector<std::string> faults;
+    Tried(faults, name, write);
+    for (const std::string& fault : faults) {
+      Complain(fault);
+      summary_.exitStatus = kExitUsageOrFile;
     }
   }
 
@@ -239,9 +266,12 @@ class BatchRun {
   const BatchOptions& options_;
   const volatile std::sig_atomic_t& signal_;
   Model model_;
-  History history_;
   RunSummary summary_;
-  CourseRecorder recorder_;
+  History history_;
+  ProgressLine progress_;
+  CourseTable table_;
+  Frames frames_;
+  Course course_;
   bool wishReached_ = true;
 };
 

@@ -62,14 +62,14 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
   const auto line = [&text](const char* name, const std::string& value) {
     fmt::format_to(std::back_inserter(text), "{:<14} {}\n", name, value);
   };
-  line("steps", std::to_string(summary.steps));
+  line("steps", std::to_string(summary.figures.steps));
   line("stress target", GeneralText(model.StressTarget) + " MPa");
   line("Epsilon", GeneralText(int{model.Epsilon}));
   line("Lambda", GeneralText(model.Lambda));
-  line("equations", std::to_string(summary.lastSolve.equations));
-  line("iterations", std::to_string(summary.lastSolve.iterations));
-  line("residual", ExponentText(summary.lastSolve.relativeResidual));
-  line("true residual", ExponentText(summary.lastSolve.trueResidual));
+  line("equations", std::to_string(summary.figures.lastSolve.equations));
+  line("iterations", std::to_string(summary.figures.lastSolve.iterations));
+  line("residual", ExponentText(summary.figures.lastSolve.relativeResidual));
+  line("true residual", ExponentText(summary.figures.lastSolve.trueResidual));
   line("volume", GeneralText(model.Volume) + " mm^3");
   line("fraction",
        fmt::format("{:.4f} of the volume at the start", VolumeFraction(model, summary)));
@@ -92,7 +92,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"model", QString::fromStdString(modelName)},
       {"version", QUILLANE_VERSION},
       {"exitStatus", summary.exitStatus},
-      {"steps", summary.steps},
+      {"steps", summary.figures.steps},
       {"stressTarget", Plain(model.StressTarget)},
       {"epsilon", model.Epsilon},
       {"lambda", Plain(model.Lambda)},
@@ -102,13 +102,13 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"youngModulus", model.YoungModulus},
       {"poissonRatio", model.PoissonRatio},
       {"thickness", model.Thickness},
-      {"equations", summary.lastSolve.equations},
-      {"iterations", summary.lastSolve.iterations},
-      {"residual", summary.lastSolve.relativeResidual},
-      {"trueResidual", summary.lastSolve.trueResidual},
-      {"converged", summary.lastSolve.converged},
-      {"solves", summary.solves},
-      {"unconvergedSolves", summary.unconvergedSolves},
+      {"equations", summary.figures.lastSolve.equations},
+      {"iterations", summary.figures.lastSolve.iterations},
+      {"residual", summary.figures.lastSolve.relativeResidual},
+      {"trueResidual", summary.figures.lastSolve.trueResidual},
+      {"converged", summary.figures.lastSolve.converged},
+      {"solves", summary.figures.solves},
+      {"unconvergedSolves", summary.figures.unconvergedSolves},
       {"connected", summary.connected},
       {"startVolume", summary.startVolume},
       {"volume", model.Volume},
@@ -117,9 +117,12 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"meanStress", model.AvgStress},
       {"minStress", model.MinStress},
   };
-  if (summary.unconvergedSolves > 0) object["firstUnconvergedStep"] = summary.firstUnconverged;
-  if (summary.steadyFrom >= 0) object["steadyFromStep"] = summary.steadyFrom;
-  if (summary.steadyFrom >= 0) object["cycle"] = summary.cycle;
+  if (summary.figures.unconvergedSolves > 0)
+    object["firstUnconvergedStep"] = summary.figures.firstUnconverged;
+  if (summary.rest) {
+    object["steadyFromStep"] = summary.figures.steps - summary.rest->steps;
+    object["cycle"] = summary.rest->cycle;
+  }
   if (!summary.stages.empty()) object["stages"] = StageArray(summary);
   if (!summary.error.empty()) object["error"] = QString::fromStdString(summary.error);
   QJsonArray notes;

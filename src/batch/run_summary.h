@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "fem/solver.h"
 #include "model/model.h"
+#include "optimize/course.h"
 #include "optimize/volume_search.h"
 
 namespace quillane {
@@ -16,15 +16,10 @@ struct RunSummary {
     double volume = 0;  ///< after it, mm^3
   };
 
-  int steps = 0;
-  double startVolume = 0;  ///< mm^3
-  SolveReport lastSolve;
-  int solves = 0;
-  int unconvergedSolves = 0;
-  int firstUnconverged = 0;  ///< step, 0 for the analysis
-  bool connected = true;     ///< every load has a way to supports that hold it
-  int steadyFrom = -1;       ///< the first step of the layouts that repeat; -1: none was looked for
-  int cycle = 0;             ///< how many layouts take turns there
+  CourseFigures figures;
+  double startVolume = 0;          ///< of the first analysis, mm^3
+  bool connected = true;           ///< every load has a way to supports that hold it
+  std::optional<Repetition> rest;  ///< where rest was looked for and found
   std::vector<KeptStage> stages;
   std::vector<std::string> notes;  ///< how it ended, a line each
   std::string error;               ///< what ended the run before its end

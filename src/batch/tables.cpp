@@ -6,9 +6,7 @@
 #include <QImage>
 #include <iterator>
 
-#include "fem/load_paths.h"
 #include "fem/stress.h"
-#include "model/number_text.h"
 #include "model/safe_file.h"
 
 namespace quillane {
@@ -37,24 +35,12 @@ std::string NodeTable(const Model& model) {
   return text;
 }
 
-std::string CourseHeader() {
-  return "step,target,volume,cells_changed,max_stress,mean_stress,min_stress,iterations,"
-         "true_residual,converged,connected\n";
-}
-
-std::string CourseLine(const Model& model, const SolveReport& report, int step, int cellsChanged) {
-  return fmt::format("{},{},{:.17g},{},{:.17g},{:.17g},{:.17g},{},{:.3g},{:d},{:d}\n", step,
-                     GeneralText(model.StressTarget), model.Volume, cellsChanged, model.MaxStress,
-                     model.AvgStress, model.MinStress, report.iterations, report.trueResidual,
-                     report.converged, LostLoads(model).empty());
-}
-
-std::string PictureFile(const BatchOptions& options, const Model& model,
-                        const RunSummary& summary) {
+std::string PictureFile(const BatchOptions& options, const Model& model, int step,
+                        double startVolume) {
   PictureOptions picture = options.picture;
   if (options.label) {
-    picture.label = fmt::format("step {}   volume {:.1f} %", summary.steps,
-                                100 * VolumeFraction(model, summary));
+    picture.label = fmt::format("step {}   volume {:.1f} %", step,
+                                startVolume > 0 ? 100 * model.Volume / startVolume : 0);
   }
   const QImage image = RenderPicture(model, picture);
   QBuffer png;

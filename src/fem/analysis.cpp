@@ -107,11 +107,10 @@ SolveReport SolveStructure(Model& model) {
   return report;
 }
 
-SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady) {
+SolveReport AnalyseStructure(Model& model) {
   const SolveReport report = SolveStructure(model);
   ScatterDisplacements(model);
   ElementStresses(model, model.ElementSize, model.YoungModulus, model.PoissonRatio);
-  if (stressesReady) stressesReady();
   DesignVolume(model);
   return report;
 }

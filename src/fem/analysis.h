@@ -1,8 +1,6 @@
 // The finite-element chain as a whole: one linear static analysis of the present model.
 #pragma once
 
-#include <functional>
-
 #include "fem/solver.h"
 #include "model/model.h"
 
@@ -25,9 +23,8 @@ SolveReport SolveAssembledEquations(Model& model, double tolerance);
 /// above kTrueResidualBound is reported as not converged. Throws as the procedures it stands for.
 SolveReport SolveStructure(Model& model);
 
-/// SolveStructure, then displacements, stresses and volume, on the present active nodes.
-/// stressesReady, where given, is called as soon as the stresses stand. Throws RunTimeError, the
-/// model left as the failed step left it.
-SolveReport AnalyseStructure(Model& model, const std::function<void()>& stressesReady = {});
+/// SolveStructure, then displacements, stresses and volume, on the present active nodes. Throws
+/// RunTimeError, the model left as the failed procedure left it.
+SolveReport AnalyseStructure(Model& model);
 
 }  // namespace quillane

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "model/model.h"
+#include "optimize/course.h"
 
 namespace quillane {
 
@@ -15,7 +16,7 @@ void KeepEarlierHistory(const std::filesystem::path& path);
 /// The history file: header "Iteration, Max, Avg, Min", then StepCount, MaxStress, AvgStress and
 /// MinStress (MPa) as comma-separated lines ended by CR LF. Model::HistoryRecording is true exactly
 /// while it is open.
-class History {
+class History : public CourseListener {
  public:
   /// Sets HistoryRecording, creates or empties the file, writes the header and a record of the
   /// present state. Throws RunTimeError (file), also where path names something other than an
@@ -25,6 +26,10 @@ class History {
   /// Appends a record if the model is recording; it is in the file when this returns. Throws
   /// RunTimeError (file) when the disk is full.
   void Record(const Model& model);
+
+  /// Records every step, and no analysis.
+  void Analysed(const Course&) override {}
+  void Stepped(const Course& course) override { Record(course.State()); }
 
   /// Closes the file and clears HistoryRecording; harmless when nothing is recorded. Throws
   /// RunTimeError (file) when what was written did not reach the disk.

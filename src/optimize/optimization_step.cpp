@@ -7,22 +7,21 @@
 
 namespace quillane {
 
-SolveReport StressAnalysis(Model& model, const std::function<void()>& stressesReady) {
+SolveReport StressAnalysis(Model& model) {
   model.EditMode = kModeNothing;
   model.StepCount = 0;
-  const SolveReport report = AnalyseStructure(model, stressesReady);
+  const SolveReport report = AnalyseStructure(model);
   InitPotential(model);
   return report;
 }
 
-SolveReport Optimization(Model& model, History& history, const std::function<void()>& show) {
+SolveReport Optimization(Model& model, const std::function<void(const SolveReport&)>& stands) {
   model.EditMode = kModeNothing;
   UpdatePotential(model);
   MarkActiveNodes(model);
   DesignVolume(model);  // of the new layout, should the analysis fail
   const SolveReport report = AnalyseStructure(model);
-  if (show) show();
-  history.Record(model);
+  if (stands) stands(report);
   model.StepCount = ToInteger(model.StepCount + 1, "the number of optimization steps");
   return report;
 }

@@ -5,21 +5,21 @@
 
 #include "fem/analysis.h"
 #include "model/model.h"
-#include "optimize/history.h"
 
 namespace quillane {
 
 /// Runs a stress analysis: EditMode and StepCount 0, the finite-element chain on the active nodes
-/// as they stand, potentials saturated. stressesReady, where given, is called as soon as the
-/// stresses stand. Throws RunTimeError, the model left as the failed step left it.
-SolveReport StressAnalysis(Model& model, const std::function<void()>& stressesReady = {});
+/// as they stand, potentials saturated. Throws RunTimeError, the model left as the failed step left
+/// it.
+SolveReport StressAnalysis(Model& model);
 
 /// Runs one optimization step: new potentials and cell states from the last stresses, the
-/// finite-element chain on the new layout, then `show` (the map and the label, with StepCount still
-/// this step's number), the history record, and StepCount plus one. Throws RunTimeError.
-SolveReport Optimization(Model& model, History& history, const std::function<void()>& show = {});
+/// finite-element chain on the new layout, then `stands` with the solve's report (for map, label
+/// and history, with StepCount still this step's number), and StepCount plus one. Throws
+/// RunTimeError.
+SolveReport Optimization(Model& model, const std::function<void(const SolveReport&)>& stands = {});
 
-/// Whether the next step, for want of a number after its own, must fail.
+/// Whether the step counter is at its maximum: the next step fails.
 inline bool StepCounterIsFull(const Model& model) { return model.StepCount == kIntegerMax; }
 
 }  // namespace quillane

@@ -96,8 +96,7 @@ StageOutcome VolumeSearch::Try(const Stage& stage, const GoOn& goOn) {
 StageOutcome VolumeSearch::TryStep() {
   const double before = tried_.Volume;
   try {
-    History history;
-    solve_ = Optimization(tried_, history);
+    solve_ = Optimization(tried_);
   } catch (const RunTimeError& error) {
     // So fails a plate from which the last way of a load, or the last cell, has gone.
     if (error.Kind() != ErrorKind::kFloatingPoint) throw;

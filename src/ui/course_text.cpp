@@ -1,9 +1,6 @@
 #include "ui/course_text.h"
 
 #include <QStringList>
-
-#include "optimize/optimization_step.h"
-
 namespace quillane {
 namespace {
 
@@ -13,32 +10,34 @@ QString Since(const Model& model, int steps) {
   return step < 0 ? QStringLiteral("the FEA") : QStringLiteral("step %1").arg(step);
 }
 
-QString LayoutLine(const Model& model, const OptimizationCourse& course) {
+QString LayoutLine(const Course& course) {
+  const Model& model = course.State();
   if (model.StepCount == 0) return QStringLiteral("No step since the FEA.");
-  if (const int steps = course.RepeatedSteps(); steps > 0) {
-    return QStringLiteral("The layout has not changed since %1.").arg(Since(model, steps));
+  const std::optional<Repetition> repetition = course.Repeats();
+  if (!repetition) {
+    return QStringLiteral("Cells changed in the last step: %1").arg(course.Figures().cellsChanged);
   }
-  for (int cycle = 2; cycle <= OptimizationCourse::kLongestCycle; ++cycle) {
-    if (course.RepeatedSteps(cycle) >= cycle) {
-      return QStringLiteral("The layout comes back every %1 steps.").arg(cycle);
-    }
-  }
-  return QStringLiteral("Cells changed in the last step: %1").arg(course.CellsChanged());
+  return repetition->cycle == 1
+             ? QStringLiteral("The layout has not changed since %1.")
+                   .arg(Since(model, repetition->steps))
+             : QStringLiteral("The layout comes back every %1 steps.").arg(repetition->cycle);
 }
 
 }  // namespace
 
-QString CourseText(const Model& model, const EditState& edits, const OptimizationCourse& course) {
+QString CourseText(const EditState& edits, const Course& course) {
+  const Model& model = course.State();
+  const CourseFigures& figures = course.Figures();
   QStringList lines;
-  if (course.StartVolume() > 0) {
+  if (figures.startVolume > 0) {
     lines += QStringLiteral("Volume: %1% of that at the last FEA")
-                 .arg(100 * model.Volume / course.StartVolume(), 0, 'f', 1);
+                 .arg(100 * model.Volume / figures.startVolume, 0, 'f', 1);
   }
   lines += QStringLiteral("Stress: mean %1, largest %2 MPa")
                .arg(model.AvgStress, 0, 'g', 4)
                .arg(model.MaxStress, 0, 'g', 4);
-  lines += LayoutLine(model, course);
-  if (const int solves = course.UnconvergedSolves(); solves > 0) {
+  lines += LayoutLine(course);
+  if (const int solves = figures.unconvergedInARow; solves > 0) {
     lines += QStringLiteral("The solver has not converged since %1:").arg(Since(model, solves - 1));
     lines += QStringLiteral("open the last saved model, lower the target.");
   }

@@ -4,13 +4,13 @@
 #include <QString>
 
 #include "edit/edit_state.h"
-#include "optimize/optimization_course.h"
+#include "optimize/course.h"
 
 namespace quillane {
 
 /// How the optimization goes: volume, stresses, whether layout and solver rest, and what to do.
 /// At most kCourseLines lines, none longer than kLongestCourseLine.
-QString CourseText(const Model& model, const EditState& edits, const OptimizationCourse& course);
+QString CourseText(const EditState& edits, const Course& course);
 
 inline constexpr int kCourseLines = 7;
 inline const QString kLongestCourseLine =

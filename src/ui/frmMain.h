@@ -10,8 +10,8 @@
 #include "edit/edit_state.h"
 #include "model/model.h"
 #include "model/run_time_error.h"
+#include "optimize/course.h"
 #include "optimize/history.h"
-#include "optimize/optimization_course.h"
 
 class QAction;
 class QTimer;
@@ -22,7 +22,7 @@ class CanvasView;
 class ElidedLabel;
 
 /// The program's one main window; it owns the model that everything else works on.
-class frmMain : public QMainWindow {
+class frmMain : public QMainWindow, private CourseListener {
   Q_OBJECT
 
  public:
@@ -32,7 +32,7 @@ class frmMain : public QMainWindow {
   Model& model() { return model_; }
   EditState& Edits() { return edits_; }
   /// How the steps since the last analysis go.
-  const OptimizationCourse& Course() const { return course_; }
+  const Course& course() const { return course_; }
   /// The program is ending: nothing more may happen to the model.
   bool HasEnded() const { return ended_; }
 
@@ -120,7 +120,9 @@ class frmMain : public QMainWindow {
   /// mnuOptimization and mnuHistory, which need results.
   void SetResultMenusEnabled(bool enabled);
   void DropCorner();
-  void ShowStep();
+  void Analysed(const Course& course) override;
+  /// Shows the map and the label of a step.
+  void Stepped(const Course& course) override;
   void ShowReadOut(const std::optional<std::string>& caption, const QString& refusal);
   void ShowModel();
   void ShowMixture();
@@ -136,7 +138,7 @@ class frmMain : public QMainWindow {
   Model model_;
   EditState edits_;
   History history_;
-  OptimizationCourse course_;
+  Course course_{model_, {this, &history_}};
   std::string undrawable_;  ///< why the model could last not be drawn, as the box told it
   bool ended_ = false;
 

@@ -2,7 +2,6 @@
 #include <QTimer>
 
 #include "model/number_text.h"
-#include "optimize/optimization_step.h"
 #include "ui/busy_pointer.h"
 #include "ui/canvas_view.h"
 #include "ui/error_text.h"
@@ -19,35 +18,32 @@ QString VolumeCaption(const Model& model) {
 }  // namespace
 
 void frmMain::mnuStressAnalysis_Click() {
-  SolveReport report;
   SetEditMode(*this, kModeNothing);
+  SetResultMenusEnabled(false);
   {
     const BusyPointer busy;
-    course_ = OptimizationCourse();
-    report = StressAnalysis(model_, [this] { SetResultMenusEnabled(true); });
-    course_.Begin(model_, report);
-    edits_.changedSinceAnalysis = false;
-    Draw([this] { view_->ShowMap(kShowStress); });
-    SetUpDateCaption(VolumeCaption(model_));
+    course_.Analyse();
   }
+  const SolveReport& report = course_.Figures().lastSolve;
   if (!report.converged) Warn(this, NotConvergedText(report));
+}
+
+void frmMain::Analysed(const Course&) {
+  SetResultMenusEnabled(true);
+  edits_.changedSinceAnalysis = false;
+  Draw([this] { view_->ShowMap(kShowStress); });
+  SetUpDateCaption(VolumeCaption(model_));
 }
 
 void frmMain::Optimization() {
   RunOrEnd([this] {
     const BusyPointer busy;
-    const Array2<Integer> layoutBefore = model_.CellState;
-    try {
-      course_.Add(model_, quillane::Optimization(model_, history_, [this] { ShowStep(); }));
-    } catch (...) {
-      model_.CellState = layoutBefore;
-      throw;
-    }
+    course_.Step();
     emit StepDone();
   });
 }
 
-void frmMain::ShowStep() {
+void frmMain::Stepped(const Course&) {
   ShowMap();
   SetUpDateCaption(VolumeCaption(model_) + QStringLiteral("     ") +
                    QString::fromStdString(GeneralText(int{model_.StepCount})) +

@@ -44,7 +44,7 @@ void frmOptimization::PlaceBesideTheMap() {
 }
 
 void frmOptimization::FollowStep() {
-  lblCourse->setText(CourseText(Main().model(), Main().Edits(), Main().Course()));
+  lblCourse->setText(CourseText(Main().Edits(), Main().course()));
   if (StepCounterIsFull(Main().model())) cmdAutoStop_Click();
 }
 

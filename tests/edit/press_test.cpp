@@ -133,8 +133,7 @@ class RandomPresses : public testing::Test {
     try {
       MarkActiveNodes(model_);
       StressAnalysis(model_);
-      History history;
-      for (int step = 0; step < 2; ++step) Optimization(model_, history);
+      for (int step = 0; step < 2; ++step) Optimization(model_);
     } catch (const RunTimeError& error) {
       EXPECT_NE(std::string(error.what()), "");
       ++failed_;

@@ -30,13 +30,12 @@ TEST(VolumeSearch, ItsStagesDoneByHandGiveTheWishedVolumeAndTheSameLayout) {
   const Model start = AnalysedRectangle();
   Model byHand = start, found = start;
   VolumeSearch search(start, 0.5);
-  History history;
   while (const auto stage = search.Next(found, Always)) {
     found = search.Result();
     byHand.StressTarget = stage->stressTarget;
     EXPECT_TRUE(StressAnalysis(byHand).converged);
     EXPECT_EQ(stage->steps, 38);
-    for (int step = 0; step < stage->steps; ++step) Optimization(byHand, history);
+    for (int step = 0; step < stage->steps; ++step) Optimization(byHand);
     EXPECT_TRUE(std::ranges::equal(byHand.CellState.Raw(), found.CellState.Raw()));
     EXPECT_TRUE(std::ranges::equal(byHand.Potential.Raw(), found.Potential.Raw()));
     EXPECT_TRUE(LostLoads(byHand).empty());

@@ -131,7 +131,8 @@ TEST_F(Analysis, TheRecordedStepsAreThoseWithoutAWindow) {
 
   History history;
   history.Start(headless, folder / "headless.tmp");
-  for (int step = 0; step < steps; ++step) Optimization(headless, history);
+  Course course(headless, {&history});
+  for (int step = 0; step < steps; ++step) course.Step();
   history.Close(headless);
   EXPECT_EQ(ReadFile(folder / "History.tmp"), ReadFile(folder / "headless.tmp"));
   EXPECT_EQ(Text(), ModelFileText(headless));

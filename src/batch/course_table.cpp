@@ -1,0 +1,50 @@
+#include "batch/course_table.h"
+
+#include <fmt/format.h>
+
+#include "batch/failure.h"
+#include "fem/load_paths.h"
+#include "model/number_text.h"
+
+namespace quillane {
+namespace {
+
+std::string Line(const Course& course) {
+  const Model& model = course.State();
+  const CourseFigures& figures = course.Figures();
+  const SolveReport& solve = figures.lastSolve;
+  return fmt::format("{},{},{:.17g},{},{:.17g},{:.17g},{:.17g},{},{:.3g},{:d},{:d}\n",
+                     figures.steps, GeneralText(model.StressTarget), model.Volume,
+                     figures.cellsChanged, model.MaxStress, model.AvgStress, model.MinStress,
+                     solve.iterations, solve.trueResidual, solve.converged,
+                     LostLoads(model).empty());
+}
+
+}  // namespace
+
+void CourseTable::Analysed(const Course& course) {
+  if (begun_) return;
+  begun_ = true;
+  Named(path_.string(), [&] { stream_ = OpenStream(path_); });
+  WriteLine(
+      "step,target,volume,cells_changed,max_stress,mean_stress,min_stress,iterations,"
+      "true_residual,converged,connected\n");
+  WriteLine(Line(course));
+}
+
+void CourseTable::Stepped(const Course& course) { WriteLine(Line(course)); }
+
+void CourseTable::WriteLine(const std::string& line) {
+  if (!faults_.empty()) return;
+  Tried(faults_, path_.string(), [&] { WriteNow(stream_.get(), line); });
+}
+
+void CourseTable::Finish(std::vector<std::string>& faults) {
+  const bool closed = !stream_ || stream_.get_deleter()(stream_.release()) == 0;
+  if (!closed && faults_.empty()) {
+    faults_.push_back(path_.string() + ": it could not be written to its end");
+  }
+  faults.insert(faults.end(), faults_.begin(), faults_.end());
+}
+
+}  // namespace quillane

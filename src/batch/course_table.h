@@ -1,0 +1,35 @@
+// The table of a course: a line for the first analysis and for every step.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "batch/outputs.h"
+#include "optimize/course.h"
+
+namespace quillane {
+
+/// Writes the table of --course. Every line is in the file when its step stands. A table that
+/// cannot be written any more does not end the run.
+class CourseTable : public CourseListener {
+ public:
+  /// path: "-" for standard output. The file is opened at the first analysis.
+  explicit CourseTable(std::filesystem::path path) : path_(std::move(path)) {}
+
+  void Analysed(const Course& course) override;
+  void Stepped(const Course& course) override;
+
+  /// Closes the table and adds what could not be written to `faults`.
+  void Finish(std::vector<std::string>& faults);
+
+ private:
+  void WriteLine(const std::string& line);
+
+  std::filesystem::path path_;
+  bool begun_ = false;
+  Stream stream_{nullptr, nullptr};
+  std::vector<std::string> faults_;
+};
+
+}  // namespace quillane

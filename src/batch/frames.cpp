@@ -1,0 +1,38 @@
+#include "batch/frames.h"
+
+#include "batch/failure.h"
+#include "batch/outputs.h"
+#include "batch/tables.h"
+#include "export/vtu.h"
+
+namespace quillane {
+
+void Frames::Analysed(const Course& course) {
+  if (begun_) return;
+  begun_ = true;
+  startVolume_ = course.State().Volume;
+  Write(course);
+}
+
+void Frames::Write(const Course& course) {
+  const Model& model = course.State();
+  const int step = course.Figures().steps;
+  const auto write = [&](const char* suffix, const auto& content) {
+    const std::filesystem::path frame = FramePath(options_.outputs[Output::kFrames], step, suffix);
+    Named(frame.string(), [&] { ReplaceFile(frame, content()); });
+    return frame.filename().string();
+  };
+  write(".png", [&] { return PictureFile(options_, model, step, startVolume_); });
+  if (!options_.outputs.Wants(Output::kVtu)) return;
+  const std::string field = write(".vtu", [&] { return VtuText(model); });
+  fields_.resize(static_cast<std::size_t>(step));  // a failed step is done again
+  fields_.push_back(field);
+}
+
+void Frames::Finish(std::vector<std::string>& faults) {
+  if (fields_.empty()) return;
+  const std::filesystem::path series = SeriesPath(options_.outputs[Output::kFrames]);
+  Tried(faults, series.string(), [&] { ReplaceFile(series, PvdText(fields_)); });
+}
+
+}  // namespace quillane

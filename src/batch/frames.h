@@ -1,0 +1,34 @@
+// The pictures and fields of every step, one file each in a folder.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "batch/options.h"
+#include "optimize/course.h"
+
+namespace quillane {
+
+/// Writes the frames of --frames: the first analysis is number 0, the first step 1. A frame that
+/// cannot be written fails its step.
+class Frames : public CourseListener {
+ public:
+  explicit Frames(const BatchOptions& options) : options_(options) {}
+
+  void Analysed(const Course& course) override;
+  void Stepped(const Course& course) override { Write(course); }
+
+  /// Writes the file that lists the fields of every step, where there are some; adds what went
+  /// wrong to `faults`.
+  void Finish(std::vector<std::string>& faults);
+
+ private:
+  void Write(const Course& course);
+
+  const BatchOptions& options_;
+  bool begun_ = false;
+  double startVolume_ = 0;           ///< of the first analysis, mm^3
+  std::vector<std::string> fields_;  ///< file names, by step
+};
+
+}  // namespace quillane

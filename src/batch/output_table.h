@@ -1,0 +1,71 @@
+// Everything a batch run can write, a row each.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <span>
+#include <string>
+
+#include "model/model.h"
+
+namespace quillane {
+
+struct BatchOptions;
+struct RunSummary;
+
+/// In the order in which the help lists them.
+enum class Output {
+  kSave,
+  kJson,
+  kCourse,
+  kHistory,
+  kCells,
+  kNodes,
+  kImage,
+  kFrames,
+  kOutline,
+  kVtu,
+  kCount
+};
+
+/// The paths of all outputs: empty where not wanted, "-" for standard output.
+class OutputPaths {
+ public:
+  std::filesystem::path& operator[](Output output) {
+    return paths_[static_cast<std::size_t>(output)];
+  }
+  const std::filesystem::path& operator[](Output output) const {
+    return paths_[static_cast<std::size_t>(output)];
+  }
+  bool Wants(Output output) const { return !(*this)[output].empty(); }
+
+ private:
+  std::array<std::filesystem::path, static_cast<std::size_t>(Output::kCount)> paths_;
+};
+
+struct OutputRow {
+  Output output;
+  const char* group;   ///< of options, as the help heads it
+  const char* option;  ///< its name, with the dashes
+  const char* type;    ///< of its value, as the help shows it
+  const char* help;
+  bool mayBeStream = true;  ///< it can go to standard output and into pipes
+  bool isFolder = false;
+  bool perStep = false;  ///< something is written of every step
+  /// The content that is written from the final model; none for what is written during the run or
+  /// after everything else. What is worth telling of it becomes a note of the summary.
+  std::string (*content)(const BatchOptions&, const Model&, RunSummary&) = nullptr;
+};
+
+inline constexpr const char* kFileGroup = "Files (- is standard output)";
+inline constexpr const char* kPictureGroup = "Pictures";
+inline constexpr const char* kExportGroup = "For other programs";
+
+/// One row for every Output, in their order.
+std::span<const OutputRow> OutputTable();
+
+/// Whether something is written of every step, so that no step may be left out.
+bool RecordsSteps(const OutputPaths& paths);
+
+}  // namespace quillane

@@ -1,0 +1,100 @@
+// An optimization as a whole: an analysis, the steps after it, and how they go.
+#pragma once
+
+#include <array>
+#include <deque>
+#include <initializer_list>
+#include <optional>
+#include <vector>
+
+#include "model/model.h"
+#include "optimize/optimization_step.h"
+
+namespace quillane {
+
+class Course;
+
+/// Is told what happens in a course. An exception that a listener throws is handled as a failure of
+/// the analysis or step it was told of.
+class CourseListener {
+ public:
+  virtual ~CourseListener() = default;
+
+  /// A stress analysis stands; a new series of steps begins with it.
+  virtual void Analysed(const Course& course) = 0;
+
+  /// A step stands, with its stresses and volume. StepCount is still the number of this step.
+  virtual void Stepped(const Course& course) = 0;
+};
+
+/// What a course has done so far.
+struct CourseFigures {
+  int steps = 0;              ///< optimization steps, of all series
+  int solves = 0;             ///< analyses and steps
+  int unconvergedSolves = 0;  ///< of these
+  int firstUnconverged = 0;   ///< the first one's step, 0 for the analysis
+  int unconvergedInARow = 0;  ///< up to the last solve, in this series
+  int cellsChanged = 0;       ///< cells whose state the last step changed
+  double startVolume = 0;     ///< of the layout that the last analysis took, mm^3
+  SolveReport lastSolve;
+};
+
+/// Layouts that repeat.
+struct Repetition {
+  int cycle = 0;  ///< steps after which a layout returns: 1 for a layout at rest
+  int steps = 0;  ///< how many steps in a row, up to the last, gave the layout `cycle` steps before
+};
+
+/// Analyses and optimizes a model step by step, follows how the steps go, and tells listeners.
+/// Whatever runs steps runs them through this class: the window, the command line, the search.
+class Course {
+ public:
+  /// The longest cycle of layouts that is looked for, in steps.
+  static constexpr int kLongestCycle = 8;
+
+  /// The listeners are told in this order. Model and listeners must outlive the course.
+  explicit Course(Model& model, std::initializer_list<CourseListener*> listeners = {});
+  Course(const Course&) = delete;
+  Course& operator=(const Course&) = delete;
+
+  void AddListener(CourseListener& listener) { listeners_.push_back(&listener); }
+
+  /// Runs the stress analysis, which begins a new series of steps. Throws RunTimeError, the model
+  /// left as the failed procedure left it; or what a listener throws.
+  void Analyse();
+
+  /// Runs one optimization step. Where it fails, layout and potentials are put back as they stood
+  /// before, and the exception goes on.
+  void Step();
+
+  /// Analyses the present layout for its results alone, as after a failed step: potentials, figures
+  /// and StepCount stay. Throws RunTimeError.
+  void AnalyseAgain();
+
+  const Model& State() const { return model_; }
+  const CourseFigures& Figures() const { return figures_; }
+
+  /// The shortest cycle that has repeated for at least `least` steps, and for its own length.
+  std::optional<Repetition> Repeats(int least = 1) const;
+
+  /// Repeats for RestSteps of the model's Lambda: what is called rest everywhere.
+  std::optional<Repetition> Rest() const { return Repeats(RestSteps(model_.Lambda)); }
+
+  /// 7 / lambda steps, at most the largest int: by then a potential has forgotten where it began.
+  /// lambda: above 0.
+  static int RestSteps(Single lambda);
+
+ private:
+  void Forget();
+  void Begin(const SolveReport& report);
+  void Add(const SolveReport& report);
+  void Count(const SolveReport& report);
+
+  Model& model_;
+  std::vector<CourseListener*> listeners_;
+  CourseFigures figures_;
+  std::deque<Array2<Integer>> layouts_;           ///< the last ones, the present one first
+  std::array<int, kLongestCycle> repeated_ = {};  ///< [cycle - 1], steps
+};
+
+}  // namespace quillane
