@@ -10,7 +10,7 @@ example=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../examples/cantilever.model"
 export ASAN_OPTIONS=detect_leaks=0 # leak detection cannot run under strace
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'chmod -R u+w "$work" && rm -rf "$work"' EXIT
 cd "$work"
 export GCOV_PREFIX=$work/coverage # what a killed program counted is not to be trusted
 failures=0

@@ -2,6 +2,7 @@
 #include "optimize/course.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <limits>
@@ -239,7 +240,8 @@ TEST(History, KeepsTheEarlierOneAndRefusesWhatIsNoFile) {
   EXPECT_FALSE(std::filesystem::exists(path));
 
   Model model;
-  for (const std::filesystem::path& bad : {folder / "none/H", folder.Path(), {"/dev/null"}}) {
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  for (const std::filesystem::path& bad : {folder / "none/H", folder.Path(), folder / "pipe"}) {
     History history;
     EXPECT_THROW(history.Start(model, bad), RunTimeError) << bad;
     EXPECT_EQ(model.HistoryRecording, kTrue) << "set before the attempt";
