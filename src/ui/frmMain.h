@@ -12,6 +12,7 @@
 #include "model/run_time_error.h"
 #include "optimize/course.h"
 #include "optimize/history.h"
+#include "ui/unsaved_work.h"
 
 class QAction;
 class QTimer;
@@ -66,10 +67,17 @@ class frmMain : public QMainWindow, private CourseListener {
   /// Opens a model file and ends what belonged to the old model. Throws ModelFileError; once the
   /// model was touched its text tells the rescue file of the model that stood.
   void OpenModel(const std::filesystem::path& path);
+  /// Throws ModelFileError; then the old file stands.
+  void SaveModel(const std::filesystem::path& path);
 
   /// One optimization step with map, label and history record. An error in it is fatal and handled
   /// here: the rescue file then holds the layout the step started from.
   void Optimization();
+
+  /// Writes unsaved changes into a rescue file, where there are any.
+  void RescueUnsavedWork() noexcept { unsaved_.Rescue(); }
+  /// Rescues unsaved changes and ends the program, also out of its last box.
+  void EndFromOutside(int status);
 
   /// Interval of tmrOpt in milliseconds; 0 stops it.
   void SetTimerInterval(int milliseconds);
@@ -139,6 +147,7 @@ class frmMain : public QMainWindow, private CourseListener {
   EditState edits_;
   History history_;
   Course course_{model_, {this, &history_}};
+  UnsavedWork unsaved_{model_};
   std::string undrawable_;  ///< why the model could last not be drawn, as the box told it
   bool ended_ = false;
 

@@ -53,6 +53,11 @@ void frmMain::Fatal(const RunTimeError& error) {
   emit ProgramEnds(1);
 }
 
+void frmMain::EndFromOutside(int status) {
+  if (!ended_) unsaved_.Rescue();
+  End(status);
+}
+
 void frmMain::End(int status) {
   ended_ = true;
   tmrOpt->stop();

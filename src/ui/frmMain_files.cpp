@@ -18,16 +18,6 @@ const QString kTitleAfterOpening = QStringLiteral(
 
 constexpr const char* kHistoryFile = "History.tmp";
 
-/// The model's file, should it be needed; nothing without a domain or for arrays that do not fit.
-std::optional<std::string> TextToKeep(const Model& model) {
-  if (model.DomainDefined == 0) return std::nullopt;
-  try {
-    return ModelFileText(model);
-  } catch (const RunTimeError&) {
-    return std::nullopt;
-  }
-}
-
 }  // namespace
 
 void frmMain::OpenModel(const std::filesystem::path& path) {
@@ -37,22 +27,33 @@ void frmMain::OpenModel(const std::filesystem::path& path) {
     touched = true;
     standing = TextToKeep(model_);
     ClearResults(model_);
-    BeginMode(model_, kModeNothing);
+    model_.ClickCount = 0;
     SetResultMenusEnabled(false);
   };
   try {
     OpenModelFile(model_, path, forget);
   } catch (const ModelFileError& error) {
-    if (touched) ShowMixture();
+    if (touched) {
+      ShowMixture();
+      WriteSummary();
+    }
     if (!standing) throw;
-    throw ModelFileError(0, error.what() + ReplacedModelText(WriteRescueFile(*standing)));
+    const RescueReport rescue = WriteRescueFile(*standing);
+    unsaved_.NoteKept();  // of the mixture nothing is the user's own
+    throw ModelFileError(0, error.what() + ReplacedModelText(rescue));
   }
   model_.DomainDefined = kTrue;
+  unsaved_.NoteKept();
   undrawable_.clear();
   FitAndShowModel();
   setWindowTitle(kTitleAfterOpening);
   WriteSummary();
   if (model_.HistoryRecording != 0) history_.Close(model_);
+}
+
+void frmMain::SaveModel(const std::filesystem::path& path) {
+  SaveModelFile(model_, path);
+  unsaved_.NoteKept();
 }
 
 /// What is left after a failed opening; that it may not be drawable is told with the failure.

@@ -3,6 +3,7 @@
 #include <QIcon>
 
 #include "ui/frmMain.h"
+#include "ui/outside_end.h"
 
 int main(int, char** argv) {
   int onlyTheName = 1;  // the program takes no arguments, not even the toolkit's
@@ -21,6 +22,7 @@ int main(int, char** argv) {
     status = exit;
     QCoreApplication::exit(exit);
   });
+  const quillane::OutsideEnd outsideEnd(window);
   window.show();
   return window.HasEnded() ? status : QApplication::exec();
 }

@@ -1,0 +1,71 @@
+// A signal's handler may do little more than write to a pipe, which the event loop then reads.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+#include "ui/end_signals.h"
+
+namespace quillane {
+namespace {
+
+constexpr std::array kEnding = {SIGHUP, SIGINT, SIGTERM};
+
+std::array<int, 2> pipeEnds = {-1, -1};  // to read from, to write to
+
+void PassOn(int number) {
+  const int error = errno;
+  const auto byte = static_cast<unsigned char>(number);
+  [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
+  errno = error;
+}
+
+void Handle(int number, void (*handler)(int)) {
+  struct sigaction action = {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART;
+  sigaction(number, &action, nullptr);
+}
+
+bool IsIgnored(int number) {
+  struct sigaction present = {};
+  sigaction(number, nullptr, &present);
+  return present.sa_handler == SIG_IGN;
+}
+
+}  // namespace
+
+EndSignals::EndSignals() {
+  Handle(SIGPIPE, SIG_IGN);
+  Handle(SIGXFSZ, SIG_IGN);
+  if (pipe(pipeEnds.data()) != 0) return;
+  for (const int end : pipeEnds) {
+    fcntl(end, F_SETFD, FD_CLOEXEC);
+    fcntl(end, F_SETFL, O_NONBLOCK);
+  }
+  notifier_ = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
+  connect(notifier_, &QSocketNotifier::activated, this, &EndSignals::Receive);
+  for (const int number : kEnding) {
+    if (!IsIgnored(number)) Handle(number, PassOn);
+  }
+}
+
+EndSignals::~EndSignals() {
+  for (const int number : kEnding) {
+    if (!IsIgnored(number)) Handle(number, SIG_DFL);
+  }
+  delete notifier_;
+  for (int& end : pipeEnds) {
+    if (end >= 0) close(end);
+    end = -1;
+  }
+}
+
+void EndSignals::Receive() {
+  unsigned char number = 0;
+  while (read(pipeEnds[0], &number, 1) == 1) emit Raised(number);
+}
+
+}  // namespace quillane
