@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "fem/mesh.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -27,7 +28,7 @@ int CellsBetween(Single one, Single other, Single elementSize) {
 bool BuildDomain(Model& model, EditState& state, Single x2, Single y2) {
   const int rows = CellsBetween(state.cornerY, y2, model.ElementSize);
   const int columns = CellsBetween(state.cornerX, x2, model.ElementSize);
-  if (rows < 1 || columns < 1 || (rows + 1) * (columns + 1) > kIntegerMax) return false;
+  if (!GridFits(rows, columns)) return false;
   model.DomainX1 = std::min(state.cornerX, x2);
   model.DomainX2 = std::max(state.cornerX, x2);
   model.DomainY1 = std::min(state.cornerY, y2);

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <bit>
-#include <cfloat>
 #include <cmath>
 #include <cstddef>
 #include <string>
 #include <utility>
 
+#include "model/regular_grid.h"
 #include "model/safe_file.h"
 
 namespace quillane {
@@ -30,28 +30,24 @@ std::vector<Point> GridCorners(const Model& model) {
 }
 
 void CheckCounts(const Model& model) {
-  const int nodes = (model.CellRowCount + 1) * (model.CellColumnCount + 1);
-  if (model.NodeCount != nodes ||
-      model.ElementCount != int{model.CellRowCount} * model.CellColumnCount) {
+  if (!CountsMatchGrid(model)) {
     ThrowNoGrid("its nodes or elements are not as many as its cells need");
   }
   if (!(model.ElementSize > 0)) ThrowNoGrid("its cells have no size");
 }
 
-/// Places of our own domains are sums in single precision, so the slack grows with their number.
 void CheckNodes(const Model& model, const std::vector<Point>& corners) {
-  const double size = double{model.ElementSize};
-  const auto slack = [size](int cells, double first, double last) {
-    const double far = std::max(std::abs(first), std::abs(last)) / size;
-    if (!(far < 1E9)) ThrowNoGrid("it lies too far from the origin for the size of its cells");
-    return size * std::min(0.5, 0.01 + cells * double{FLT_EPSILON} * far);
-  };
-  const double slackX = slack(model.CellColumnCount, corners[1].x, corners.back().x);
-  const double slackY = slack(model.CellRowCount, corners[1].y, corners.back().y);
+  const Point first = corners[1], last = corners.back();
+  const double far =
+      std::max({std::abs(first.x), std::abs(first.y), std::abs(last.x), std::abs(last.y)});
+  if (!(far / double{model.ElementSize} < 1E9)) {
+    ThrowNoGrid("it lies too far from the origin for the size of its cells");
+  }
+  const GridSlack slack = SlackOfGrid(model, first.x, first.y);
   for (int n = 1; n <= model.NodeCount; ++n) {
     const Point& place = corners[static_cast<std::size_t>(n)];
-    if (!(std::abs(model.NodeXY(n, 1) - place.x) <= slackX &&
-          std::abs(model.NodeXY(n, 2) - place.y) <= slackY)) {
+    if (!(std::abs(model.NodeXY(n, 1) - place.x) <= slack.x &&
+          std::abs(model.NodeXY(n, 2) - place.y) <= slack.y)) {
       ThrowNoGrid("node " + std::to_string(n) + " lies elsewhere");
     }
   }
@@ -59,11 +55,9 @@ void CheckNodes(const Model& model, const std::vector<Point>& corners) {
 
 /// The cells with material; their elements must have the corners of their cells as nodes.
 std::vector<std::array<int, 4>> PresentCells(const Model& model) {
-  const int stride = model.CellColumnCount + 1;
   std::vector<std::array<int, 4>> cells;
   ForEachPresentCell(model, [&](int i, int j, int e) {
-    const int n = (i - 1) * stride + j;
-    cells.push_back({n, n + 1, n + 1 + stride, n + stride});
+    cells.push_back(NodesOfCell(model, i, j));
     for (int k = 1; k <= 4; ++k) {
       if (model.ElementNodes(e, k) != cells.back()[static_cast<std::size_t>(k - 1)]) {
         ThrowNoGrid("element " + std::to_string(e) + " has other nodes than its cell");
@@ -82,11 +76,11 @@ class Walk {
         leaving_(static_cast<std::size_t>(model.NodeCount) + 1),
         place_(leaving_.size(), kNowhere) {
     ForEachPresentCell(model, [&](int i, int j, int) {
-      const int n = (i - 1) * stride_ + j;
-      if (!HasMaterial(model, i - 1, j)) Leave(n, kEast);
-      if (!HasMaterial(model, i, j + 1)) Leave(n + 1, kNorth);
-      if (!HasMaterial(model, i + 1, j)) Leave(n + 1 + stride_, kWest);
-      if (!HasMaterial(model, i, j - 1)) Leave(n + stride_, kSouth);
+      const auto [lowerLeft, lowerRight, upperRight, upperLeft] = NodesOfCell(model, i, j);
+      if (!HasMaterial(model, i - 1, j)) Leave(lowerLeft, kEast);
+      if (!HasMaterial(model, i, j + 1)) Leave(lowerRight, kNorth);
+      if (!HasMaterial(model, i + 1, j)) Leave(upperRight, kWest);
+      if (!HasMaterial(model, i, j - 1)) Leave(upperLeft, kSouth);
     });
   }
 

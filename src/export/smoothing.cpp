@@ -30,8 +30,7 @@ std::vector<char> HeldCorners(const Shape& shape, const Model& model) {
       const int i = (n - 1) / stride, j = (n - 1) % stride;  // of the cell to the lower left
       const bool inside = designable(i, j) && designable(i, j + 1) && designable(i + 1, j) &&
                           designable(i + 1, j + 1);
-      const bool used = model.NodeFreedom(n, 1) != 0 || model.NodeFreedom(n, 2) != 0 ||
-                        model.NodeLoad(n, 1) != 0 || model.NodeLoad(n, 2) != 0;
+      const bool used = IsHeld(model, n) || IsLoaded(model, n);
       const auto index = static_cast<std::size_t>(n);
       if (!inside || used || visited[index] != 0) held[index] = 1;
       visited[index] = 1;

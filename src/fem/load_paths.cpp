@@ -86,8 +86,7 @@ std::vector<int> LostLoads(const Model& model) {
   const PieceWalk walk(model);
   std::vector<int> lost;
   for (int node = 1; node <= model.NodeCount; ++node) {
-    const bool loaded = model.NodeLoad(node, 1) != 0 || model.NodeLoad(node, 2) != 0;
-    if (loaded && !walk.Carries(node)) lost.push_back(node);
+    if (IsLoaded(model, node) && !walk.Carries(node)) lost.push_back(node);
   }
   return lost;
 }

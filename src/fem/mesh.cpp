@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/numbers.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -48,8 +49,8 @@ void NumberElements(Model& model) {
 }  // namespace
 
 void BuildMesh(Model& model, int rows, int columns) {
-  const double nodes = (rows + 1.0) * (columns + 1.0);
-  const Integer nodeCount = ToInteger(nodes, "the number of nodes", kTooLarge);
+  const Integer nodeCount =
+      ToInteger((rows + 1.0) * (columns + 1.0), "the number of nodes", kTooLarge);
   const Integer elementCount =
       ToInteger(double{1} * rows * columns, "the number of elements", kTooLarge);
   model.CellRowCount = ToInteger(rows, "the number of rows", kTooLarge);
@@ -71,11 +72,10 @@ void BuildMesh(Model& model, int rows, int columns) {
   for (int i = 1; i <= rows; ++i) {
     for (int j = 1; j <= columns; ++j) {
       const int e = ElementOfCell(model, i, j);
-      const int lowerLeft = (columns + 1) * (i - 1) + j;
-      model.ElementNodes(e, 1) = static_cast<Integer>(lowerLeft);
-      model.ElementNodes(e, 2) = static_cast<Integer>(lowerLeft + 1);
-      model.ElementNodes(e, 3) = static_cast<Integer>(lowerLeft + columns + 2);
-      model.ElementNodes(e, 4) = static_cast<Integer>(lowerLeft + columns + 1);
+      const std::array<int, 4> nodes = NodesOfCell(model, i, j);
+      for (int k = 1; k <= 4; ++k) {
+        model.ElementNodes(e, k) = static_cast<Integer>(nodes[static_cast<std::size_t>(k) - 1]);
+      }
     }
   }
 }

@@ -4,28 +4,10 @@
 #include <limits>
 #include <unordered_map>
 
+#include "model/regular_grid.h"
+
 namespace quillane {
 namespace {
-
-/// True if the mesh is the one that BuildMesh makes of the cells.
-bool IsRegularMesh(const Model& model) {
-  const int rows = model.CellRowCount;
-  const int columns = model.CellColumnCount;
-  if (rows < 1 || columns < 1 || model.NodeCount != (rows + 1) * (columns + 1) ||
-      model.ElementCount != rows * columns) {
-    return false;
-  }
-  const int corner[] = {1, 2, columns + 3, columns + 2};
-  bool isRegular = true;
-  for (int k = 0; k < 4; ++k) {
-    const Integer* node = &model.ElementNodes.Column(k + 1, model.ElementCount)[1];
-    for (int i = 0; i < rows; ++i, node += columns) {
-      const int first = (columns + 1) * i + corner[k];
-      for (int j = 0; j < columns; ++j) isRegular &= node[j] == first + j;
-    }
-  }
-  return isRegular;
-}
 
 /// The codes of all nodes, laid out as WaveOrder takes them. Empty where the numbers are not those
 /// of NumberComponents alone, which then run along the nodes consecutively.
@@ -130,7 +112,7 @@ void MakePatterns(const double (&element)[9][9], WaveSystem& system) {
 }  // namespace
 
 std::optional<WaveSystem> LayOutWaves(const Model& model) {
-  if (!IsRegularMesh(model)) return std::nullopt;
+  if (!HasRegularElements(model)) return std::nullopt;
   const std::vector<NodeCode> codes = NodeCodes(model);
   if (codes.empty()) return std::nullopt;
   const int rows = model.CellRowCount + 1;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "model/numbers.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -64,7 +65,7 @@ std::optional<int> NodeAt(const Model& model, Single x, Single y) {
   }
   const std::optional<CellIndex> point = IndexOf(model, *nodeX, *nodeY, 1);
   if (!point) return std::nullopt;
-  return (point->row - 1) * (model.CellColumnCount + 1) + point->column;
+  return NodeOfCorner(model, point->row, point->column);
 }
 
 std::optional<int> NodeIn(const IndexRange& nodes, const Model& model, Single x, Single y) {

@@ -138,6 +138,14 @@ inline bool HasMaterial(const Model& model, int row, int column) {
          model.CellState(row, column) > 0;
 }
 
+/// Whether a node carries a force; whether it is held in x or y.
+inline bool IsLoaded(const Model& model, int node) {
+  return model.NodeLoad(node, 1) != 0 || model.NodeLoad(node, 2) != 0;
+}
+inline bool IsHeld(const Model& model, int node) {
+  return model.NodeFreedom(node, 1) != 0 || model.NodeFreedom(node, 2) != 0;
+}
+
 /// Calls use(row, column, element) for every cell that holds an element, row by row.
 template <class Use>
 void ForEachPresentCell(const Model& model, const Use& use) {

@@ -1,0 +1,47 @@
+#include "model/regular_grid.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+
+namespace quillane {
+
+bool GridFits(int rows, int columns) {
+  return rows >= 1 && columns >= 1 && (rows + 1.0) * (columns + 1.0) <= kIntegerMax;
+}
+
+bool CountsMatchGrid(const Model& model) {
+  const int rows = model.CellRowCount, columns = model.CellColumnCount;
+  return rows >= 1 && columns >= 1 && model.NodeCount == (rows + 1) * (columns + 1) &&
+         model.ElementCount == rows * columns;
+}
+
+std::array<int, 4> NodesOfCell(const Model& model, int row, int column) {
+  const int lower = NodeOfCorner(model, row, column), upper = NodeOfCorner(model, row + 1, column);
+  return {lower, lower + 1, upper + 1, upper};
+}
+
+bool HasRegularElements(const Model& model) {
+  if (!CountsMatchGrid(model)) return false;
+  bool isRegular = true;
+  for (int k = 1; k <= 4; ++k) {
+    // Row by row without branches: every solve asks.
+    const Integer* node = &model.ElementNodes.Column(k, model.ElementCount)[1];
+    for (int i = 1; i <= model.CellRowCount; ++i, node += model.CellColumnCount) {
+      const int first = NodesOfCell(model, i, 1)[static_cast<std::size_t>(k) - 1];
+      for (int j = 0; j < model.CellColumnCount; ++j) isRegular &= node[j] == first + j;
+    }
+  }
+  return isRegular;
+}
+
+GridSlack SlackOfGrid(const Model& model, double left, double lower) {
+  const double size = double{model.ElementSize};
+  const auto slack = [size](int cells, double first) {
+    const double farthest = std::max(std::fabs(first), std::fabs(first + cells * size)) / size;
+    return size * std::min(0.5, 0.01 + cells * double{FLT_EPSILON} * farthest);
+  };
+  return {slack(model.CellColumnCount, left), slack(model.CellRowCount, lower)};
+}
+
+}  // namespace quillane
