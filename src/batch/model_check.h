@@ -1,8 +1,10 @@
-// What looks wrong in a model file, be it written by hand or by a script.
+// What looks wrong in a model, be it written by hand or by a script.
 #pragma once
 
 #include <string>
 #include <vector>
+
+#include "model/model_file.h"
 
 namespace quillane {
 
@@ -11,9 +13,9 @@ struct Finding {
   std::string reason;
 };
 
-/// Everything in a model's text that the program would read, but that is hardly meant: in the order
-/// of the lines, of each kind the first few and then how many more. A text that cannot be read as a
-/// model at all has one finding.
-std::vector<Finding> CheckModelText(const std::string& text);
+/// Returns everything in a model that the program reads but that is probably unintended: in the
+/// order of the lines, of each kind the first few and then how many more. notes: those of its
+/// reading.
+std::vector<Finding> CheckModel(const Model& model, const ReadingNotes& notes);
 
 }  // namespace quillane

@@ -6,8 +6,6 @@
 #include <iostream>
 #include <sstream>
 
-#include "model/model_file.h"
-
 namespace quillane {
 namespace {
 
@@ -45,12 +43,12 @@ std::string InputText(const std::filesystem::path& path) {
   return AllOf(file, error ? 0 : size);
 }
 
-Model ModelFromText(const std::string& text) {
-  Model model;
-  std::stringbuf input(text, std::ios::in);
-  ReadModel(model, input);
-  model.DomainDefined = kTrue;
-  return model;
+ModelInput ModelFromText(const std::string& text) {
+  ModelInput input;
+  std::stringbuf buffer(text, std::ios::in);
+  input.notes = ReadModel(input.model, buffer);
+  input.model.DomainDefined = kTrue;
+  return input;
 }
 
 }  // namespace quillane

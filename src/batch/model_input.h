@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "model/model.h"
+#include "model/model_file.h"
 
 namespace quillane {
 
@@ -12,7 +12,12 @@ namespace quillane {
 /// it cannot be read or is longer than any model.
 std::string InputText(const std::filesystem::path& path);
 
-/// The model of such a text. Throws ModelFileError.
-Model ModelFromText(const std::string& text);
+struct ModelInput {
+  Model model;
+  ReadingNotes notes;
+};
+
+/// Returns the model of such a text. Throws ModelFileError.
+ModelInput ModelFromText(const std::string& text);
 
 }  // namespace quillane

@@ -67,7 +67,7 @@ class BatchRun {
  private:
   void Open() {
     Named(options_.model.string(), [&] {
-      model_ = ModelFromText(InputText(options_.model));
+      model_ = ModelFromText(InputText(options_.model)).model;
       model_.ModelFilePath = options_.model.string();
     });
     TryOutline();
@@ -278,7 +278,15 @@ class BatchRun {
 /// --check: a line a finding.
 int RunCheck(const BatchOptions& options) {
   std::vector<Finding> findings;
-  Named(options.model.string(), [&] { findings = CheckModelText(InputText(options.model)); });
+  Named(options.model.string(), [&] {
+    const std::string text = InputText(options.model);
+    try {
+      const auto [model, notes] = ModelFromText(text);
+      findings = CheckModel(model, notes);
+    } catch (const ModelFileError& error) {
+      findings = {{0, error.what()}};
+    }
+  });
   std::string text;
   for (const auto& [line, reason] : findings) {
     text += fmt::format("{}: {}{}\n", options.model.string(),

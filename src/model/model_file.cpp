@@ -1,8 +1,13 @@
 #include "model/model_file.h"
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
 #include <ios>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 #include "model/number_text.h"
 #include "model/run_time_error.h"
@@ -12,59 +17,126 @@ namespace quillane {
 namespace {
 
 constexpr std::size_t kLongestField = 2048;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Appends one record: the values as text, separated by commas, ended by CR LF.
-template <class... Values>
-void WriteRecord(std::string& text, const Values&... values) {
-  bool first = true;
-  ((text += (first ? "" : ","), text += GeneralText(values), first = false), ...);
-  text += "\r\n";
-}
-
-/// Hands out the fields of a file one after another; commas and line ends both separate.
-class FieldReader {
+/// Makes the text of records: the values separated by commas, ended by CR LF.
+class RecordWriter {
  public:
-  explicit FieldReader(std::streambuf& input) : input_(input) {}
-
-  int Line() const { return line_; }
-
   template <class... Values>
-  void ReadRecord(const char* what, Values&... values) {
-    (Read(what, values), ...);
+  void Plain(Record /*record*/, const Values&... values) {
+    bool first = true;
+    ((text_ += (first ? "" : ","), text_ += GeneralText(values), first = false), ...);
+    text_ += "\r\n";
   }
 
-  template <class T>
-  void Read(const char* what, T& value) {
-    NextField(what);
-    switch (ParseField(field_, value)) {
-      case FieldFault::kNone:
-        return;
-      case FieldFault::kEmpty:
-        Fail(std::string(what) + " is missing");
-      case FieldFault::kNotANumber:
-        Fail(std::string(what) + " is not a number: \"" + Shown() + "\"");
-      case FieldFault::kOutOfRange:
-        Fail(std::string(what) + " is out of range: \"" + Shown() + "\"");
+  template <class... Values>
+  void Numbered(Record record, int number, const Values&... values) {
+    Plain(record, number, values...);
+  }
+
+  std::string Text() && { return std::move(text_); }
+
+ private:
+  std::string text_;
+};
+
+/// Hands out the records of a file one after another; commas and line ends both separate fields.
+class RecordReader {
+ public:
+  /// beforeChange may be empty; it is called before the first value is handed out.
+  RecordReader(std::streambuf& input, std::function<void()> beforeChange)
+      : input_(input), beforeChange_(std::move(beforeChange)) {}
+
+  const ReadingNotes& Notes() const { return notes_; }
+
+  template <class... Values>
+  void Plain(Record record, Values&... values) {
+    record_ = record;
+    auto& places = notes_.places[static_cast<std::size_t>(record)];
+    places.push_back({nextLine_, static_cast<int>(places.size()) + 1});
+    (ReadField(values), ...);
+  }
+
+  /// Notes the running number; `due` is the one that belongs there.
+  template <class... Values>
+  void Numbered(Record record, int due, Values&... values) {
+    Integer number = 0;
+    Plain(record, number, values...);
+    auto& place = notes_.places[static_cast<std::size_t>(record)].back();
+    place.number = number;
+    if (!misplaced_ && number != due) misplaced_ = {place, due};
+  }
+
+  /// Notes where text follows the last record.
+  void FindRest() {
+    for (int c = input_.sbumpc(); c != kEnd; c = input_.sbumpc()) {
+      if (c == '\n' || (c == '\r' && input_.sgetc() != '\n')) ++nextLine_;
+      if (std::strchr(" \t,\r\n", c) != nullptr && c != 0) continue;
+      notes_.restLine = nextLine_;
+      return;
     }
   }
 
-  [[noreturn]] void Fail(const std::string& reason) const { throw ModelFileError(line_, reason); }
+  /// Throws ModelFileError in the present line. Where running numbers did not fit, tells the first:
+  /// a line too few or too many shows itself there.
+  [[noreturn]] void Fail(const std::string& reason) const {
+    if (!misplaced_) throw ModelFileError(line_, reason);
+    const auto& [place, due] = *misplaced_;
+    throw ModelFileError(line_, reason + "; already in line " + std::to_string(place.line) +
+                                    " number " + std::to_string(place.number) + " stands where " +
+                                    std::to_string(due) +
+                                    " is due: is a line before it missing or too many?");
+  }
 
  private:
   static constexpr int kEnd = std::char_traits<char>::eof();
 
+  template <class T>
+  void ReadField(T& value) {
+    NextField();
+    T read{};
+    switch (ParseField(field_, read)) {
+      case FieldFault::kNone:
+        break;
+      case FieldFault::kRounded:
+        notes_.rounded.push_back({line_, Shown()});
+        break;
+      case FieldFault::kEmpty:
+        Fail(What() + " is missing");
+      case FieldFault::kNotANumber:
+        Fail(What() + " is not a number: \"" + Shown() + "\"");
+      case FieldFault::kOutOfRange:
+        Fail(What() + " is out of range: \"" + Shown() + "\"");
+    }
+    if (beforeChange_) std::exchange(beforeChange_, nullptr)();
+    value = read;
+  }
+
+  /// The present record, as a message names it.
+  std::string What() const {
+    constexpr std::array kNames = {
+        "the drawing-area setting", "the grid size",      "the first domain corner",
+        "the second domain corner", "the material value", "the mesh size",
+        "the cell state",           "the node's record",  "the element's record",
+        "the support's record",     "the load's record",  "the optimization parameter"};
+    static_assert(kNames.size() == kRecordKinds);
+    return kNames[static_cast<std::size_t>(record_)];
+  }
+
   /// Fetches the next field and the line it stands in.
-  void NextField(const char* what) {
+  void NextField() {
+    const bool isFirst = nextLine_ == 1 && line_ == 0;
     field_.clear();
     line_ = nextLine_;
     int c = input_.sbumpc();
-    if (c == kEnd) Fail(std::string("the file ends where ") + what + " should stand");
+    if (c == kEnd) Fail("the file ends where " + What() + " should stand");
     for (; c != kEnd && c != ',' && c != '\n' && c != '\r'; c = input_.sbumpc()) {
-      if (field_.size() == kLongestField) Fail(std::string(what) + " is a field without end");
+      if (field_.size() == kLongestField) Fail(What() + " is a field without end");
       field_ += static_cast<char>(c);
     }
     if (c == '\r' && input_.sgetc() == '\n') input_.sbumpc();
     if (c == '\r' || c == '\n') ++nextLine_;
+    if (isFirst && field_.starts_with(kByteOrderMark)) field_.erase(0, kByteOrderMark.size());
   }
 
   /// The field as a message can show it: its beginning, other than printable ASCII as "?".
@@ -77,30 +149,51 @@ class FieldReader {
   }
 
   std::streambuf& input_;
+  std::function<void()> beforeChange_;
+  ReadingNotes notes_;
+  Record record_ = Record::kView;
   std::string field_;
-  int line_ = 1;
+  int line_ = 0;
   int nextLine_ = 1;
+  std::optional<std::pair<ReadingNotes::Place, int>> misplaced_;  ///< and the number due there
 };
 
-/// Records 1 to 6: the view, the sizes and the material. Returns the line of the grid's size.
-int ReadHead(FieldReader& in, Model& model, const std::function<void()>& beforeChange) {
-  Single width = 0;
-  in.Read("the drawing-area setting", width);
-  if (beforeChange) beforeChange();
-  model.DomainWidth = width;
-  in.ReadRecord("the drawing-area setting", model.ElementSize, model.OriginFracX,
-                model.OriginFracY);
-  in.ReadRecord("the grid size", model.CellRowCount, model.CellColumnCount);
-  const int gridLine = in.Line();
-  in.ReadRecord("the first domain corner", model.DomainX1, model.DomainY1);
-  in.ReadRecord("the second domain corner", model.DomainX2, model.DomainY2);
-  in.ReadRecord("the material value", model.YoungModulus, model.PoissonRatio, model.Thickness);
-  in.ReadRecord("the mesh size", model.NodeCount, model.ElementCount);
-  return gridLine;
+/// Reads or writes the records before the cells: the view, the sizes and the material.
+template <class Records, class AnyModel>
+void TransferHead(Records& records, AnyModel& m) {
+  records.Plain(Record::kView, m.DomainWidth, m.ElementSize, m.OriginFracX, m.OriginFracY);
+  records.Plain(Record::kGrid, m.CellRowCount, m.CellColumnCount);
+  records.Plain(Record::kLowerLeft, m.DomainX1, m.DomainY1);
+  records.Plain(Record::kUpperRight, m.DomainX2, m.DomainY2);
+  records.Plain(Record::kMaterial, m.YoungModulus, m.PoissonRatio, m.Thickness);
+  records.Plain(Record::kMesh, m.NodeCount, m.ElementCount);
 }
 
-void SizeArrays(const FieldReader& in, int gridLine, Model& model) {
+/// Likewise the cells and all after them.
+template <class Records, class AnyModel>
+void TransferRest(Records& records, AnyModel& m) {
+  for (int i = 1; i <= m.CellRowCount; ++i) {
+    for (int j = 1; j <= m.CellColumnCount; ++j) records.Plain(Record::kCell, m.CellState(i, j));
+  }
+  for (int k = 1; k <= m.NodeCount; ++k) {
+    records.Numbered(Record::kNode, k, m.NodeXY(k, 1), m.NodeXY(k, 2));
+  }
+  for (int e = 1; e <= m.ElementCount; ++e) {
+    records.Numbered(Record::kElement, e, m.ElementNodes(e, 1), m.ElementNodes(e, 2),
+                     m.ElementNodes(e, 3), m.ElementNodes(e, 4));
+  }
+  for (int k = 1; k <= m.NodeCount; ++k) {
+    records.Numbered(Record::kSupport, k, m.NodeFreedom(k, 1), m.NodeFreedom(k, 2));
+  }
+  for (int k = 1; k <= m.NodeCount; ++k) {
+    records.Numbered(Record::kLoad, k, m.NodeLoad(k, 1), m.NodeLoad(k, 2));
+  }
+  records.Plain(Record::kParameters, m.StressTarget, m.Epsilon, m.Lambda);
+}
+
+void SizeArrays(const RecordReader& in, Model& model) {
   const int cells = int{model.CellRowCount} * model.CellColumnCount;
+  const int gridLine = in.Notes().Places(Record::kGrid).front().line;
   if (model.CellRowCount < 1 || model.CellColumnCount < 1) {
     throw ModelFileError(gridLine, "a grid of " + std::to_string(model.CellRowCount) +
                                        " rows and " + std::to_string(model.CellColumnCount) +
@@ -114,29 +207,6 @@ void SizeArrays(const FieldReader& in, int gridLine, Model& model) {
     ReDimGridArrays(model);
   } catch (const RunTimeError& error) {
     in.Fail(error.what());
-  }
-}
-
-/// Record groups 7 to 11. The running number at the head of a record is read and dropped.
-void ReadGroups(FieldReader& in, Model& model) {
-  Integer runningNumber = 0;
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j)
-      in.Read("the cell state", model.CellState(i, j));
-  }
-  for (int k = 1; k <= model.NodeCount; ++k) {
-    in.ReadRecord("the node's record", runningNumber, model.NodeXY(k, 1), model.NodeXY(k, 2));
-  }
-  for (int e = 1; e <= model.ElementCount; ++e) {
-    in.ReadRecord("the element's record", runningNumber, model.ElementNodes(e, 1),
-                  model.ElementNodes(e, 2), model.ElementNodes(e, 3), model.ElementNodes(e, 4));
-  }
-  for (int k = 1; k <= model.NodeCount; ++k) {
-    in.ReadRecord("the support's record", runningNumber, model.NodeFreedom(k, 1),
-                  model.NodeFreedom(k, 2));
-  }
-  for (int k = 1; k <= model.NodeCount; ++k) {
-    in.ReadRecord("the load's record", runningNumber, model.NodeLoad(k, 1), model.NodeLoad(k, 2));
   }
 }
 
@@ -163,31 +233,10 @@ ModelFileError::ModelFileError(int line, const std::string& reason)
 
 std::string ModelFileText(const Model& model) {
   CheckCounts(model);
-  std::string text;
-  WriteRecord(text, model.DomainWidth, model.ElementSize, model.OriginFracX, model.OriginFracY);
-  WriteRecord(text, model.CellRowCount, model.CellColumnCount);
-  WriteRecord(text, model.DomainX1, model.DomainY1);
-  WriteRecord(text, model.DomainX2, model.DomainY2);
-  WriteRecord(text, model.YoungModulus, model.PoissonRatio, model.Thickness);
-  WriteRecord(text, model.NodeCount, model.ElementCount);
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) WriteRecord(text, model.CellState(i, j));
-  }
-  for (int k = 1; k <= model.NodeCount; ++k) {
-    WriteRecord(text, k, model.NodeXY(k, 1), model.NodeXY(k, 2));
-  }
-  for (int e = 1; e <= model.ElementCount; ++e) {
-    WriteRecord(text, e, model.ElementNodes(e, 1), model.ElementNodes(e, 2),
-                model.ElementNodes(e, 3), model.ElementNodes(e, 4));
-  }
-  for (int k = 1; k <= model.NodeCount; ++k) {
-    WriteRecord(text, k, model.NodeFreedom(k, 1), model.NodeFreedom(k, 2));
-  }
-  for (int k = 1; k <= model.NodeCount; ++k) {
-    WriteRecord(text, k, model.NodeLoad(k, 1), model.NodeLoad(k, 2));
-  }
-  WriteRecord(text, model.StressTarget, model.Epsilon, model.Lambda);
-  return text;
+  RecordWriter out;
+  TransferHead(out, model);
+  TransferRest(out, model);
+  return std::move(out).Text();
 }
 
 void SaveModelFile(Model& model, const std::filesystem::path& path) {
@@ -201,13 +250,15 @@ void SaveModelFile(Model& model, const std::filesystem::path& path) {
   }
 }
 
-void ReadModel(Model& model, std::streambuf& input, const std::function<void()>& beforeChange) {
-  FieldReader in(input);
+ReadingNotes ReadModel(Model& model, std::streambuf& input,
+                       const std::function<void()>& beforeChange) {
+  RecordReader in(input, beforeChange);
   try {
-    const int gridLine = ReadHead(in, model, beforeChange);
-    SizeArrays(in, gridLine, model);
-    ReadGroups(in, model);
-    in.ReadRecord("the optimization parameter", model.StressTarget, model.Epsilon, model.Lambda);
+    TransferHead(in, model);
+    SizeArrays(in, model);
+    TransferRest(in, model);
+    in.FindRest();
+    return in.Notes();
   } catch (const std::ios_base::failure& failure) {
     in.Fail("the file cannot be read: " + failure.code().message());
   }

@@ -148,7 +148,7 @@ FieldFault ParseField(std::string_view field, Integer& value) {
   if (fault != FieldFault::kNone) return fault;
   if (!FitsInteger(real)) return FieldFault::kOutOfRange;
   value = ToInteger(real, "a field");
-  return FieldFault::kNone;
+  return value == real ? FieldFault::kNone : FieldFault::kRounded;
 }
 
 FieldFault ParseField(std::string_view field, Single& value) { return ParseReal(field, value); }

@@ -27,8 +27,9 @@ std::string WholeText(double value);
 /// passes the range of a Double.
 std::optional<double> LeadingNumber(std::string_view text);
 
-/// A whole field read as a number of the given type; blanks around it are allowed.
-enum class FieldFault { kNone, kEmpty, kNotANumber, kOutOfRange };
+/// A whole field read as a number of the given type; blanks around it are allowed. kRounded: the
+/// value is the Integer nearest to the number. After all but kNone and kRounded it is as before.
+enum class FieldFault { kNone, kRounded, kEmpty, kNotANumber, kOutOfRange };
 FieldFault ParseField(std::string_view field, Integer& value);
 FieldFault ParseField(std::string_view field, Single& value);
 FieldFault ParseField(std::string_view field, Double& value);

@@ -179,7 +179,12 @@ TEST_F(Batch, AFailingStepLeavesWhatWasWrittenComplete) {
   EXPECT_TRUE(Contains(err_, "; the files hold the layout after step 0\n")) << err_;
 }
 
-TEST(ModelCheck, NamesLineAndReasonOfWhatIsHardlyMeant) {
+std::vector<Finding> FindingsIn(const std::string& text) {
+  const auto [model, notes] = ModelFromText(text);
+  return CheckModel(model, notes);
+}
+
+TEST(ModelCheck, NamesLineAndReasonOfWhatIsProbablyUnintended) {
   // 2 x 3 cells, 12 nodes, 6 elements: cells from line 7, nodes 13, elements 25, supports 31,
   // loads 43, parameters 55.
   const struct {
@@ -204,7 +209,14 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsHardlyMeant) {
        [](Model& m) {
          for (const int node : {5, 9}) m.NodeFreedom(node, 1) = m.NodeFreedom(node, 2) = 0;
        },
-       50, "node 8: the plate under this load is not held"},
+       50, "node 8: the load is not connected to adequate supports"},
+      {"idle",
+       [](Model& m) {
+         m.NodeLoad(8, 2) = 0;
+         m.NodeLoad(1, 2) = 5;
+       },
+       43, "no load moves the plate"},
+      {"forces", [](Model& m) { m.NodeFreedom(2, 1) = 1000; }, 32, "a support is 0 or 1"},
       {"unloaded", [](Model& m) { std::ranges::fill(m.NodeLoad.Raw(), 0); }, 43,
        "no node has a load"},
       {"absent", [](Model& m) { m.CellState(1, 3) = m.CellState(2, 3) = 0; }, 50,
@@ -216,7 +228,7 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsHardlyMeant) {
   for (const auto& c : cases) {
     Model model = test::Cantilever(2, 3);
     c.spoil(model);
-    const std::vector<Finding> findings = CheckModelText(ModelFileText(model));
+    const std::vector<Finding> findings = FindingsIn(ModelFileText(model));
     const bool found = std::any_of(findings.begin(), findings.end(), [&c](const Finding& f) {
       return f.line == c.line && Contains(f.reason, c.words);
     });
@@ -226,19 +238,24 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsHardlyMeant) {
 
 TEST(ModelCheck, ReadsTheTextItself) {
   const std::string valid = ModelFileText(test::Cantilever(2, 3));
-  EXPECT_EQ(ModelFromText(valid).DomainDefined, kTrue) << "pictures show the domain";
-  EXPECT_TRUE(CheckModelText(valid + "\r\n  \n").empty()) << "blank lines do no harm";
-  std::vector<Finding> findings = CheckModelText(valid + "9,9\r\n");
+  EXPECT_EQ(ModelFromText(valid).model.DomainDefined, kTrue) << "pictures show the domain";
+  EXPECT_TRUE(FindingsIn(valid + "\r\n  \n").empty()) << "blank lines do no harm";
+  std::vector<Finding> findings = FindingsIn(valid + "9,9\r\n");
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(findings[0].line, 56);
-  findings = CheckModelText(valid.substr(0, 40));
-  ASSERT_EQ(findings.size(), 1U);
-  EXPECT_TRUE(Contains(findings[0].reason, "the file ends where"));
   std::string renumbered = valid;
-  findings = CheckModelText(renumbered.replace(renumbered.find("6,100,"), 1, "0"));
+  findings = FindingsIn(renumbered.replace(renumbered.find("6,100,"), 1, "0"));
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_TRUE(Contains(findings[0].reason, "number 0 stands where 6 is due: node records"));
-  findings = CheckModelText(ModelFileText(test::Plate(2, 3, 100, 7)));
+  findings =
+      FindingsIn("\xEF\xBB\xBF" + std::string(valid).replace(valid.rfind(",1,"), 3, ",0.5,"));
+  ASSERT_EQ(findings.size(), 1U) << "a byte order mark does no harm";
+  EXPECT_TRUE(Contains(findings[0].reason, "0.5: a whole number is due")) << findings[0].reason;
+  findings = FindingsIn(std::string(valid).insert(valid.find("1,0,0\r\n"), "1\r\n"));
+  ASSERT_EQ(findings.back().line, 56) << "a cell too many: what follows is not judged";
+  EXPECT_TRUE(Contains(findings[0].reason, "number 0 stands where 2 is due")) << findings[0].reason;
+  EXPECT_EQ(findings.size(), 17U);
+  findings = FindingsIn(ModelFileText(test::Plate(2, 3, 100, 7)));
   EXPECT_TRUE(Contains(findings[3].reason, "and 3 more like this: the state is none of"));
 }
 

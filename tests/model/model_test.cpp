@@ -89,6 +89,7 @@ TEST(ModelFile, MalformedFilesTellLineAndReasonAndKeepWhatWasRead) {
       {"cannot be sized", With("\r\n12,6\r\n", "\r\n-1,6\r\n"), 6},
       {"without end", good.substr(0, 30) + std::string(100000, '7'), 4},
       {"not a number", std::string(64, '\0'), 1},
+      {"already in line 16 number 5 stands where 4 is due", With("4,37.5,0\r\n", ""), 55},
       {"the file ends", good.substr(0, good.find("1,0,0\r\n2,12.5") - 2), 12},
   };
   Model model;
