@@ -1,7 +1,6 @@
 #include "display/color_scale.h"
 
 #include "display/palette.h"
-#include "model/invariant.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -27,8 +26,7 @@ ColorTable MakeColorTable() {
 }
 
 Color LevelColor(const ColorTable& table, int level) {
-  QUILLANE_INVARIANT(level >= 1 && level <= kLevelCount);
-  const auto& [red, green, blue] = table[static_cast<std::size_t>(level - 1)];
+  const auto& [red, green, blue] = table.at(static_cast<std::size_t>(level - 1));
   return {static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green),
           static_cast<std::uint8_t>(blue)};
 }

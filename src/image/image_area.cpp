@@ -32,6 +32,9 @@ int Snap(double position, int size) {
   return static_cast<int>(std::floor(near + 0.5 + kSnapBias));
 }
 
+/// From a pixel's corner to where a line through it runs: one of odd width through its middle.
+QPointF PenOffset(int width) { return width % 2 == 0 ? QPointF(0, 0) : QPointF(0.5, 0.5); }
+
 bool IsPoint(QPointF point) { return !std::isnan(point.x()) && !std::isnan(point.y()); }
 
 }  // namespace
@@ -191,9 +194,6 @@ void ImageArea::DrawClippedLine(QPointF from, QPointF to) {
 }
 
 void ImageArea::DrawSlantedLine(QPoint begin, QPoint end) {
-  Open();
-  if (color_ != lastColor_) lastFill_ = {};  // a line of the fill's colour leaves it as it is
-  if (stamps_.Lay(pixels_, begin, end - begin, lineWidth_, color_)) return;
   Painter().drawLine(begin + PenOffset(lineWidth_), end + PenOffset(lineWidth_));
 }
 

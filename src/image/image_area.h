@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "display/drawing_area.h"
-#include "image/line_stamps.h"
 
 namespace quillane {
 
@@ -42,6 +41,14 @@ class ImageArea final : public DrawingArea {
   void DrawText(double x, double y, std::string_view text) override;
 
  private:
+  /// The pixels of a picture of 32 bits a pixel.
+  struct Pixels {
+    uchar* bits = nullptr;
+    int width = 0, height = 0;
+    qsizetype bytesPerLine = 0;
+    QRgb* At(int x, int y) const { return reinterpret_cast<QRgb*>(bits + y * bytesPerLine) + x; }
+  };
+
   /// Pixels left..right - 1, top..bottom - 1.
   struct PixelBox {
     int left, top, right, bottom;
@@ -72,7 +79,6 @@ class ImageArea final : public DrawingArea {
   // 20 lines to a pixel: 5 ms instead of 85 ms.
   PixelBox lastFill_{};
   QRgb lastColor_ = 0;
-  LineStamps stamps_;
   mutable Pixels pixels_;     // of image_; no bits while the painter is closed
   QImage target_;             // the same pixels at a ratio of 1
   mutable QPainter painter_;  // on target_, open between two looks at the picture

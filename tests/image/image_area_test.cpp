@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
-#include <QPainter>
 #include <functional>
 #include <limits>
 #include <set>
@@ -59,33 +58,6 @@ TEST(ImageArea, AnEdgeInTheMiddleOfAPixelFallsOnItsUpperEnd) {
   expected.fill(Rgb(kWhite));
   for (const int x : {3, 4}) expected.setPixel(x, 3, Rgb(kRed));
   EXPECT_EQ(area.Image(), expected);
-}
-
-TEST(ImageArea, SlantedLinesAreThePaintersWhereverTheyLie) {
-  for (const int width : {1, 2, 3}) {
-    ImageArea area;
-    area.Resize(200, 150, 1);
-    area.SetScale({0, 0, 200, 150});  // pixels
-    area.SetLineWidth(width);
-    QImage expected(200, 150, QImage::Format_RGB32);
-    expected.fill(Rgb(kWhite));
-    QPainter painter(&expected);
-    painter.setRenderHint(QPainter::Antialiasing);
-    int count = 0;
-    for (const QPoint step : {QPoint{13, 7}, {-14, 7}, {-15, 9}, {-9, -15}, {6, 6}, {60, -25}}) {
-      for (int x = 0; x < 200; x += 17) {
-        for (int y = 2; y < 150; y += 13) {
-          const Color color = ++count % 3 == 0 ? kMagenta : kBlue;
-          area.SetColor(color);
-          area.DrawLine(x, y, x + step.x(), y + step.y());
-          painter.setPen(QPen(QColor(Rgb(color)), width));
-          const QPointF middle = QPointF(x, y) + QPointF(0.5, 0.5) * (width % 2);
-          painter.drawLine(middle, middle + step);
-        }
-      }
-    }
-    EXPECT_TRUE(area.Image() == expected) << width;
-  }
 }
 
 TEST(ImageArea, AFillCoversWhatWasDrawnSinceTheSameFill) {

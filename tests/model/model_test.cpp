@@ -205,7 +205,7 @@ TEST(NumberText, WritingReadingAndWritingIsStableAtAnyMagnitude) {
   }
 }
 
-/// Random additions, dense enough that rows spill past their slots, against a plain map.
+/// Random additions, dense enough that rows grow past those of a grid, against a plain map.
 TEST(CouplingMatrix, EqualsAPlainSquareMatrix) {
   constexpr int kSize = 60;
   std::mt19937 random(3);
