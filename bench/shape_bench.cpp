@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "model/model_file.h"
+#include "optimize/volume_search.h"
 #include "shape_cases.h"
 #include "shape_pictures.h"
 #include "shape_report.h"
@@ -43,7 +44,7 @@ std::vector<ShapeCase> Cases(const Options& options) {
     for (ShapeCase& example : ExampleCases()) cases.push_back(std::move(example));
   }
   for (ShapeCase& plate : cases) {
-    if (!options.noKeep) KeepLoads(plate.model);
+    if (!options.noKeep) KeepLoadedCells(plate.model);
   }
   return cases;
 }

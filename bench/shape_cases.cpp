@@ -11,6 +11,7 @@
 #include "fem/analysis.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/stress.h"
 #include "optimize/optimization_step.h"
 #include "optimize/volume_search.h"
 #include "random_plates.h"
@@ -23,14 +24,6 @@ double Now() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
-double Compliance(const Model& model) {
-  double work = 0;
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    for (int d = 1; d <= 2; ++d) work += model.NodeLoad(n, d) * model.NodeDisp(n, d);
-  }
-  return work;
 }
 
 /// Analyses the layout anew.
@@ -49,14 +42,18 @@ SearchedShape Search(const ShapeCase& plate, double secondsLimit) {
   Model model = plate.model;
   StressAnalysis(model);
   const double volume = model.Volume;
-  VolumeSearch search(model, plate.wish);
-  const auto goOn = [&](const Model&) {
+  SearchOptions options;
+  options.share = plate.wish;
+  options.fullVolume = volume;
+  SearchWatch watch;
+  watch.goOn = [&] {
     ++result.steps;
     result.ended = Now() - start < secondsLimit;
     return result.ended;
   };
-  while (search.Next(model, goOn)) model = search.Result();
-  result.claimed = search.Reached();
+  SearchResult found = SearchVolume(model, options, watch);
+  result.claimed = found.Best().reached;
+  model = std::move(found.attempts[found.best].model);
   result.shape.seconds = Now() - start;
   result.shape.model = std::move(model);
   Judge(result.shape, volume);
@@ -149,19 +146,9 @@ std::vector<ShapeCase> ExampleCases() {
   return cases;
 }
 
-void KeepLoads(Model& model) {
-  ForEachPresentCell(model, [&model](int row, int column, int element) {
-    for (int k = 1; k <= 4; ++k) {
-      const int node = model.ElementNodes(element, k);
-      const bool loaded = model.NodeLoad(node, 1) != 0 || model.NodeLoad(node, 2) != 0;
-      if (loaded) model.CellState(row, column) = kCellNonDesign;
-    }
-  });
-}
-
 bool ShapePair::Reached() const {
   return ours.ended && ours.claimed && ours.shape.sound &&
-         std::fabs(ours.shape.share - plate->wish) <= VolumeSearch::kTolerance;
+         std::fabs(ours.shape.share - plate->wish) <= kVolumeTolerance;
 }
 
 std::optional<double> ShapePair::Ratio() const {

@@ -24,9 +24,6 @@ std::vector<ShapeCase> RandomCases(std::uint32_t seed, int first, int last);
 /// The examples, coarse and fine, each to half of its volume.
 std::vector<ShapeCase> ExampleCases();
 
-/// Makes the design cells at loaded nodes non-design.
-void KeepLoads(Model& model);
-
 /// A layout found by a method, analysed.
 struct FoundShape {
   Model model;

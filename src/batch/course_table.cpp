@@ -4,6 +4,7 @@
 
 #include "batch/failure.h"
 #include "fem/load_paths.h"
+#include "fem/stress.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -13,11 +14,11 @@ std::string Line(const Course& course) {
   const Model& model = course.State();
   const CourseFigures& figures = course.Figures();
   const SolveReport& solve = figures.lastSolve;
-  return fmt::format("{},{},{:.17g},{},{:.17g},{:.17g},{:.17g},{},{:.3g},{:d},{:d}\n",
+  return fmt::format("{},{},{:.17g},{},{:.17g},{:.17g},{:.17g},{},{:.3g},{:d},{:d},{:.17g}\n",
                      figures.steps, GeneralText(model.StressTarget), model.Volume,
                      figures.cellsChanged, model.MaxStress, model.AvgStress, model.MinStress,
                      solve.iterations, solve.trueResidual, solve.converged,
-                     LostLoads(model).empty());
+                     LostLoads(model).empty(), Compliance(model));
 }
 
 }  // namespace
@@ -28,7 +29,7 @@ void CourseTable::Analysed(const Course& course) {
   Named(path_.string(), [&] { stream_ = OpenStream(path_); });
   WriteLine(
       "step,target,volume,cells_changed,max_stress,mean_stress,min_stress,iterations,"
-      "true_residual,converged,connected\n");
+      "true_residual,converged,connected,compliance\n");
   WriteLine(Line(course));
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "model/numbers.h"
+#include "optimize/volume_search.h"
 
 namespace quillane {
 namespace {
@@ -69,10 +70,16 @@ Integer StepCount(const std::string& option, std::string_view text) {
   return IntegerFrom(0, option, text);
 }
 
+int Jobs(const std::string& option, std::string_view text) {
+  const std::optional<int> value = Whole<int>(text);
+  if (!value || *value < 1 || *value > 256) Refuse(option, "a whole number from 1 to 256", text);
+  return *value;
+}
+
 double Share(const std::string& option, std::string_view text) {
   const std::optional<double> value = Finite(text);
-  if (!value || *value <= 0 || *value >= 1) {
-    Refuse(option, "a number between 0 and 1, such as 0.5", text);
+  if (!value || *value <= 0 || *value > kLargestWish) {
+    Refuse(option, fmt::format("a number above 0 and up to {}, such as 0.5", kLargestWish), text);
   }
   return *value;
 }

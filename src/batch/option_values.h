@@ -18,7 +18,10 @@ Single SingleNumber(const std::string& option, std::string_view text);
 Integer IntegerNumber(const std::string& option, std::string_view text);
 Integer StepCount(const std::string& option, std::string_view text);
 
-/// A number between 0 and 1, both excluded.
+/// A number of threads, from 1 to 256.
+int Jobs(const std::string& option, std::string_view text);
+
+/// A number above 0 and up to kLargestWish.
 double Share(const std::string& option, std::string_view text);
 
 /// "1200x800": width and height in pixels.

@@ -101,9 +101,24 @@ class CommandLine {
     auto* steady = AddFlag("--until-steady", options_.untilSteady,
                            "step until the layout rests; --steps N: at most N");
     auto* fraction = Add("--volume-fraction", "F",
-                         "raise the stress target in stages until this share of the volume is "
-                         "left, for example 0.5; Epsilon 5 and Lambda 0.1 unless given",
+                         "look for the stiffest plate of this share of the volume, for example "
+                         "0.5; --lambda and --epsilon narrow the ways that are tried",
                          options_.volumeFraction, Share);
+    app_.add_flag_callback(
+            "--no-keep", [this] { options_.keepLoads = false; },
+            "let --volume-fraction take cells at loads, too")
+        ->group(group_)
+        ->needs(fraction);
+    Add("--jobs", "N", "threads of --volume-fraction (default: all cores); the result is the same",
+        options_.jobs, Jobs)
+        ->needs(fraction);
+    app_.add_option("--resume", options_.resume,
+                    "go on from a table that --cells wrote of an earlier run of MODEL")
+        ->check(NameFault)
+        ->type_name("CELLS.csv")
+        ->group(group_);
+    AddFlag("--drop-loose", options_.dropLoose,
+            "leave pieces out that neither carry a load nor are held");
     auto* target = Add("--stress-target", "S", "in place of the model's, MPa",
                        options_.stressTarget, SingleNumber);
     Add("--epsilon", "E", "threshold in place of the model's, a whole number", options_.epsilon,

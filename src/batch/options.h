@@ -18,6 +18,10 @@ struct BatchOptions {
   std::optional<int> steps;
   bool untilSteady = false;
   std::optional<double> volumeFraction;
+  bool keepLoads = true;               ///< a search leaves the cells at the loads
+  int jobs = 0;                        ///< threads of a search; 0: one a core
+  std::filesystem::path resume;        ///< a table of cells to go on from
+  bool dropLoose = false;              ///< leave out pieces that neither carry nor hold anything
   std::optional<Single> stressTarget;  ///< MPa
   std::optional<Integer> epsilon;
   std::optional<Single> lambda;

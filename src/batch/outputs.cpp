@@ -80,6 +80,8 @@ void PrepareFrames(const fs::path& folder) {
 
 }  // namespace
 
+bool IsFile(const fs::path& path) { return path != "-" && !IsStream(path); }
+
 bool WritesToStandardOutput(const OutputPaths& paths) {
   bool writes = false;
   ForEachFile(paths, [&](const OutputRow&, const fs::path& file) { writes |= file == "-"; });

@@ -10,6 +10,9 @@
 
 namespace quillane {
 
+/// Whether the path names a file that is replaced as a whole: no "-", pipe or device.
+bool IsFile(const std::filesystem::path& path);
+
 /// Whether some output goes to standard output.
 bool WritesToStandardOutput(const OutputPaths& paths);
 

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <cmath>
+#include <algorithm>
 #include <functional>
 #include <string>
 
@@ -13,20 +13,20 @@
 #include "batch/model_input.h"
 #include "batch/outputs.h"
 #include "batch/progress_line.h"
+#include "batch/resume.h"
 #include "batch/run_summary.h"
+#include "batch/search_run.h"
 #include "export/outline_file.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/pieces.h"
+#include "fem/stress.h"
 #include "model/number_text.h"
 #include "optimize/course.h"
 #include "optimize/history.h"
 
 namespace quillane {
 namespace {
-
-/// A wished volume is looked for with these, unless the command line says otherwise.
-constexpr Integer kSearchEpsilon = 5;
-constexpr Single kSearchLambda = 0.1F;
 
 int PlannedSteps(const BatchOptions& options) {
   if (options.volumeFraction || (options.untilSteady && !options.steps)) return -1;
@@ -52,7 +52,7 @@ class BatchRun {
     try {
       Analyse();
       if (options_.volumeFraction) {
-        StepsToVolume();
+        SearchForVolume();
       } else {
         Steps();
       }
@@ -71,20 +71,31 @@ class BatchRun {
       model_.ModelFilePath = options_.model.string();
     });
     TryOutline();
-    if (options_.volumeFraction) {
-      model_.Epsilon = kSearchEpsilon;
-      model_.Lambda = kSearchLambda;
-    }
     if (options_.stressTarget) model_.StressTarget = *options_.stressTarget;
     if (options_.epsilon) model_.Epsilon = *options_.epsilon;
     if (options_.lambda) model_.Lambda = *options_.lambda;
-    const bool paced = model_.Lambda > 0 && model_.Lambda <= 1;
-    if ((options_.untilSteady || options_.volumeFraction) && !paced) {
-      throw Failure{kExitUsageOrFile,
-                    fmt::format("--lambda: {} wants a Lambda above 0 and up to 1, not {}",
-                                options_.untilSteady ? "--until-steady" : "--volume-fraction",
-                                GeneralText(model_.Lambda))};
+    if (!options_.resume.empty()) {
+      Named(options_.resume.string(), [&] { ResumeFrom(model_, InputText(options_.resume)); });
     }
+    if (options_.volumeFraction) PrepareSearch();
+    if (options_.untilSteady) CheckPace();
+  }
+
+  void PrepareSearch() {
+    CheckSearch(options_, model_);
+    if (!options_.lambda) model_.Lambda = 1;  // that of the model would be without effect
+    if (!options_.keepLoads) return;
+    const int kept = KeepLoadedCells(model_);
+    if (kept > 0) Note(fmt::format("{} design cells at loads were made non-design cells", kept));
+  }
+
+  void CheckPace() const {
+    const bool paced = model_.Lambda > 0 && model_.Lambda <= 1;
+    if (paced && Course::RestSteps(model_.Lambda) <= kIntegerMax) return;
+    throw Failure{kExitUsageOrFile,
+                  fmt::format("--lambda: --until-steady wants a Lambda above 0 and up to 1 with at "
+                              "most {} steps of rest, not {}",
+                              kIntegerMax, GeneralText(model_.Lambda))};
   }
 
   /// Fails at once for a model that has no outline at all, and not after the whole run.
@@ -95,14 +106,23 @@ class BatchRun {
   }
 
   void Analyse() {
+    const bool resumes = !options_.resume.empty();
     Named("stress analysis", [&] {
       MarkActiveNodes(model_);
-      course_.Analyse();
-      if (options_.outputs.Wants(Output::kHistory)) {
-        history_.Start(model_, options_.outputs[Output::kHistory]);
+      if (resumes) {
+        course_.Resume();
+      } else {
+        course_.Analyse();
+      }
+      const std::filesystem::path& history = options_.outputs[Output::kHistory];
+      if (history.empty()) return;
+      if (resumes) {
+        history_.Resume(model_, history);
+      } else {
+        history_.Start(model_, history);
       }
     });
-    summary_.startVolume = model_.Volume;
+    summary_.startVolume = resumes ? FullVolume(model_) : model_.Volume;
   }
 
   void Step() {
@@ -114,7 +134,8 @@ class BatchRun {
   bool GoesOn() const { return signal_ == 0; }
 
   void Steps() {
-    const int most = options_.steps.value_or(options_.untilSteady ? kIntegerMax : 0);
+    const int most =
+        course_.Figures().steps + options_.steps.value_or(options_.untilSteady ? kIntegerMax : 0);
     const auto rests = [this] { return options_.untilSteady && course_.Rest(); };
     while (course_.Figures().steps < most && GoesOn() && !rests()) Step();
     if (!options_.untilSteady || !GoesOn()) return;
@@ -131,30 +152,52 @@ class BatchRun {
     }
   }
 
-  /// Each stage is found on a copy, and then done with everything recorded.
-  void StepsToVolume() {
-    VolumeSearch search(model_, *options_.volumeFraction);
-    const auto goOn = [this](const Model& tried) {
-      progress_.Show(tried, tried.StepCount,
-                     fmt::format("stage {}  target {} MPa  ", summary_.stages.size() + 1,
-                                 GeneralText(tried.StressTarget)));
-      return GoesOn();
-    };
-    std::optional<Stage> stage;
-    do {
-      Named(fmt::format("stage {}", summary_.stages.size() + 1),
-            [&] { stage = search.Next(model_, goOn); });
-      if (stage) Do(*stage);
-    } while (stage && GoesOn());
-    wishReached_ = search.Reached();
-    if (GoesOn()) Note(SearchNote(search, *options_.volumeFraction, summary_.stages.size()));
+  /// Searches on copies. The way that wins is done once more where something is recorded of every
+  /// step; the result is the same.
+  void SearchForVolume() {
+    wishReached_ = false;
+    if (!course_.Figures().lastSolve.converged) {
+      Note("no search: the analysis of the whole plate did not converge");
+      return;
+    }
+    if (NonDesignVolume() > (*options_.volumeFraction + kVolumeTolerance) * summary_.startVolume) {
+      Note(fmt::format("volume fraction {} not reached: the non-design cells alone take {:.4f}",
+                       GeneralText(*options_.volumeFraction),
+                       NonDesignVolume() / summary_.startVolume));
+      return;
+    }
+    Named("search", [&] {
+      summary_.search =
+          RunSearch(options_, model_, summary_.startVolume, progress_, [this] { return GoesOn(); });
+    });
+    const Attempt& best = summary_.search->Best();
+    wishReached_ = best.reached;
+    if (GoesOn()) {
+      Note(SearchNote(*summary_.search, *options_.volumeFraction, summary_.startVolume));
+    }
+    if (!RecordsSteps(options_.outputs)) {
+      course_.Adopt(best.model, best.figures);
+      summary_.stages = best.stages;
+      return;
+    }
+    for (const KeptStage& kept : best.stages) {
+      if (GoesOn()) Do(kept.stage);
+    }
   }
 
-  void Do(const Stage& stage) {
+  double NonDesignVolume() const {
+    return VolumeOfCells(model_, std::ranges::count(model_.CellState.Raw(), kCellNonDesign));
+  }
+
+  void Do(Stage stage) {
     model_.StressTarget = stage.stressTarget;
+    model_.Epsilon = stage.epsilon;
+    model_.Lambda = stage.lambda;
     Named("stress analysis", [&] { course_.Analyse(); });
-    for (int step = 0; step < stage.steps && GoesOn(); ++step) Step();
-    summary_.stages.push_back({stage, model_.Volume});
+    int done = 0;
+    for (; done < stage.steps && GoesOn(); ++done) Step();
+    stage.steps = done;
+    summary_.stages.push_back({stage, model_.Volume, Compliance(model_)});
   }
 
   void Note(const std::string& note) { summary_.notes.push_back(note); }
@@ -182,6 +225,7 @@ class BatchRun {
   }
 
   void Finish() {
+    if (options_.dropLoose) DropLoose();
     std::vector<std::string> faults;
     WriteFinalFiles(faults);
     CloseAll(faults);
@@ -189,6 +233,13 @@ class BatchRun {
     Judge(!faults.empty());
     WriteJson();
     PrintSummary();
+  }
+
+  void DropLoose() {
+    const int dropped = DropLoosePieces(model_);
+    if (dropped == 0) return;
+    Named("the plate without its loose pieces", [&] { course_.AnalyseAgain(); });
+    Note(fmt::format("{} loose {} left out", dropped, dropped == 1 ? "piece was" : "pieces were"));
   }
 
   /// Writes every wanted file of the final model; one that fails does not keep the others from
@@ -221,6 +272,8 @@ class BatchRun {
                            : fmt::format("at step {}", figures.firstUnconverged)));
     }
     summary_.connected = LostLoads(model_).empty();
+    summary_.pieces = static_cast<int>(FindPieces(model_).pieces.size());
+    if (summary_.pieces > 1) Note(fmt::format("the plate has {} separate pieces", summary_.pieces));
     if (!summary_.connected) Note("a load is not connected to adequate supports");
     if (signal_ != 0) Note(fmt::format("interrupted after step {}", figures.steps));
     if (!figures.lastSolve.converged) {

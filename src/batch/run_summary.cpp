@@ -7,6 +7,8 @@
 #include <QJsonObject>
 #include <iterator>
 
+#include "batch/search_run.h"
+#include "fem/stress.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -17,41 +19,40 @@ double Plain(Single value) { return QString::fromStdString(GeneralText(value)).t
 
 QJsonArray StageArray(const RunSummary& summary) {
   QJsonArray stages;
-  for (const auto& [stage, volume] : summary.stages) {
-    stages.append(QJsonObject{
-        {"stressTarget", Plain(stage.stressTarget)}, {"steps", stage.steps}, {"volume", volume}});
+  for (const auto& [stage, volume, compliance] : summary.stages) {
+    stages.append(QJsonObject{{"stressTarget", Plain(stage.stressTarget)},
+                              {"epsilon", stage.epsilon},
+                              {"lambda", Plain(stage.lambda)},
+                              {"steps", stage.steps},
+                              {"volume", volume},
+                              {"compliance", compliance}});
   }
   return stages;
 }
 
-const char* WhyEnded(StageOutcome outcome) {
-  switch (outcome) {
-    case StageOutcome::kLoadsLost:
-      return "a load would lose its way to supports that hold it; cells at loads and supports had "
-             "better be non-design cells";
-    case StageOutcome::kNotConverged:
-      return "the solver would not converge";
-    case StageOutcome::kTooMuchAtOnce:
-      return "one step would take more than a fifth of the volume";
-    case StageOutcome::kTooLight:
-      return "the volume would fall below it";
-    case StageOutcome::kGood:
-    case StageOutcome::kStopped:
-      break;
+QJsonArray AttemptArray(const SearchResult& search) {
+  QJsonArray attempts;
+  for (const Attempt& attempt : search.attempts) {
+    attempts.append(QJsonObject{{"lambda", Plain(attempt.way.lambda)},
+                                {"epsilon", attempt.way.epsilon},
+                                {"otherEpsilons", !attempt.way.narrowed},
+                                {"votes", attempt.way.votes},
+                                {"pace", attempt.way.pace},
+                                {"stages", static_cast<int>(attempt.stages.size())},
+                                {"stepsTried", attempt.steps},
+                                {"volume", attempt.volume},
+                                {"compliance", attempt.compliance},
+                                {"meanStress", attempt.meanStress},
+                                {"maxStress", attempt.maxStress},
+                                {"largestLoss", attempt.worstLoss - 1},
+                                {"reached", attempt.reached},
+                                {"end", WhyEnded(attempt.end)},
+                                {"chosen", &attempt == &search.Best()}});
   }
-  return "no stress is above the target any more, nothing is left to take";
+  return attempts;
 }
 
 }  // namespace
-
-std::string SearchNote(const VolumeSearch& search, double fraction, std::size_t stages) {
-  if (search.Reached()) {
-    return fmt::format("volume fraction {} reached in {} stages", GeneralText(fraction), stages);
-  }
-  return fmt::format("volume fraction {} not reached: {} {}", GeneralText(fraction),
-                     stages == 0 ? "in the first stage" : "with a higher target",
-                     WhyEnded(search.LastOutcome()));
-}
 
 double VolumeFraction(const Model& model, const RunSummary& summary) {
   return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;
@@ -73,15 +74,21 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
   line("volume", GeneralText(model.Volume) + " mm^3");
   line("fraction",
        fmt::format("{:.4f} of the volume at the start", VolumeFraction(model, summary)));
+  line("compliance", GeneralText(Compliance(model)) + " N mm");
   line("max stress", GeneralText(model.MaxStress) + " MPa");
   line("mean stress", GeneralText(model.AvgStress) + " MPa");
   line("min stress", GeneralText(model.MinStress) + " MPa");
-  if (!summary.stages.empty()) text += "\nstage  target (MPa)  steps  fraction\n";
-  int number = 0;
-  for (const auto& [stage, volume] : summary.stages) {
-    fmt::format_to(std::back_inserter(text), "{:>5}  {:>12}  {:>5}  {:>8.4f}\n", ++number,
-                   GeneralText(stage.stressTarget), stage.steps, volume / summary.startVolume);
+  if (!summary.stages.empty()) {
+    text += "\nstage  target (MPa)  Epsilon  Lambda  steps  fraction  compliance\n";
   }
+  int number = 0;
+  for (const auto& [stage, volume, compliance] : summary.stages) {
+    fmt::format_to(std::back_inserter(text),
+                   "{:>5}  {:>12}  {:>7}  {:>6}  {:>5}  {:>8.4f}  {:>10.5g}\n", ++number,
+                   GeneralText(stage.stressTarget), stage.epsilon, GeneralText(stage.lambda),
+                   stage.steps, volume / summary.startVolume, compliance);
+  }
+  if (summary.search) text += AttemptTable(*summary.search, summary.startVolume);
   for (const std::string& note : summary.notes) text += note + "\n";
   return text;
 }
@@ -113,6 +120,8 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"startVolume", summary.startVolume},
       {"volume", model.Volume},
       {"volumeFraction", VolumeFraction(model, summary)},
+      {"pieces", summary.pieces},
+      {"compliance", Compliance(model)},
       {"maxStress", model.MaxStress},
       {"meanStress", model.AvgStress},
       {"minStress", model.MinStress},
@@ -124,6 +133,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
     object["cycle"] = summary.rest->cycle;
   }
   if (!summary.stages.empty()) object["stages"] = StageArray(summary);
+  if (summary.search) object["attempts"] = AttemptArray(*summary.search);
   if (!summary.error.empty()) object["error"] = QString::fromStdString(summary.error);
   QJsonArray notes;
   for (const std::string& note : summary.notes) notes.append(QString::fromStdString(note));

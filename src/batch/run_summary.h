@@ -11,23 +11,17 @@
 namespace quillane {
 
 struct RunSummary {
-  struct KeptStage {
-    Stage stage;
-    double volume = 0;  ///< after it, mm^3
-  };
-
   CourseFigures figures;
-  double startVolume = 0;          ///< of the first analysis, mm^3
-  bool connected = true;           ///< every load has a way to supports that hold it
-  std::optional<Repetition> rest;  ///< where rest was looked for and found
-  std::vector<KeptStage> stages;
-  std::vector<std::string> notes;  ///< how it ended, a line each
-  std::string error;               ///< what ended the run before its end
+  double startVolume = 0;              ///< of the first analysis, mm^3
+  bool connected = true;               ///< every load has a way to supports that hold it
+  std::optional<Repetition> rest;      ///< where rest was looked for and found
+  int pieces = 1;                      ///< separate ones
+  std::optional<SearchResult> search;  ///< where a wished volume was searched for
+  std::vector<KeptStage> stages;       ///< of the search, as they were done
+  std::vector<std::string> notes;      ///< how it ended, a line each
+  std::string error;                   ///< what ended the run before its end
   int exitStatus = 0;
 };
-
-/// How a search for a share of the volume ended, after so many stages.
-std::string SearchNote(const VolumeSearch& search, double fraction, std::size_t stages);
 
 /// The volume as a share of that at the start.
 double VolumeFraction(const Model& model, const RunSummary& summary);

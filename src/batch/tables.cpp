@@ -12,14 +12,15 @@
 namespace quillane {
 
 std::string CellTable(const Model& model) {
-  std::string text = "row,column,state,stress,potential,sigma_x,sigma_y,tau_xy\n";
+  std::string text = "row,column,state,stress,potential,sigma_x,sigma_y,tau_xy,step\n";
   const auto stresses = ComponentStresses(model);
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
       const auto [x, y, xy] = stresses[static_cast<std::size_t>(ElementOfCell(model, i, j))];
-      fmt::format_to(std::back_inserter(text), "{},{},{},{:.17g},{:.17g},{:.17g},{:.17g},{:.17g}\n",
-                     i, j, model.CellState(i, j), model.CellStress(i, j), model.Potential(i, j), x,
-                     y, xy);
+      fmt::format_to(std::back_inserter(text),
+                     "{},{},{},{:.17g},{:.17g},{:.17g},{:.17g},{:.17g},{}\n", i, j,
+                     model.CellState(i, j), model.CellStress(i, j), model.Potential(i, j), x, y, xy,
+                     model.StepCount);
     }
   }
   return text;

@@ -8,8 +8,8 @@
 
 namespace quillane {
 
-/// "row,column,state,stress,potential,sigma_x,sigma_y,tau_xy", then a line a cell; stresses in MPa,
-/// 17 digits.
+/// "row,column,state,stress,potential,sigma_x,sigma_y,tau_xy,step", then a line a cell; stresses in
+/// MPa, 17 digits; step is StepCount. ResumeFrom reads it back.
 std::string CellTable(const Model& model);
 
 /// "node,x,y,u,v", then a line a node; mm, 17 digits.

@@ -1,4 +1,4 @@
-// Whether the loads have a way through the material to supports that hold it.
+// Whether the loads are connected to adequate supports.
 #pragma once
 
 #include <vector>
@@ -7,11 +7,8 @@
 
 namespace quillane {
 
-/// The nodes, ascending, whose load no held piece carries. A piece is what hangs together of the
-/// present cells edge by edge: two cells that touch at a corner only are a hinge, and no way. It is
-/// held when its supports leave it neither a displacement in x or y nor a rotation. Reads
-/// CellState, ElementNodes, NodeXY, NodeFreedom and NodeLoad. Throws RunTimeError (subscript) where
-/// an element names a node outside the mesh.
+/// The nodes, ascending, with a load that no held piece (pieces.h) carries. A load against a
+/// support of its own node needs no piece. Throws RunTimeError as FindPieces.
 std::vector<int> LostLoads(const Model& model);
 
 }  // namespace quillane

@@ -147,6 +147,14 @@ std::vector<PlaneTensor> ComponentStresses(const Model& model) {
   return stresses;
 }
 
+double Compliance(const Model& model) {
+  double work = 0;
+  for (int node = 1; node <= model.NodeCount; ++node) {
+    for (int d = 1; d <= 2; ++d) work += model.NodeLoad(node, d) * model.NodeDisp(node, d);
+  }
+  return work;
+}
+
 void DesignVolume(Model& model) {
   model.Volume = 0.0;
   for (const Integer state : model.CellState.Raw()) {

@@ -26,6 +26,10 @@ void ElementStresses(Model& model, Single elementSize, Double youngModulus, Doub
 /// RunTimeError as ElementStresses does for Poisson's ratio and nodes.
 std::vector<PlaneTensor> ComponentStresses(const Model& model);
 
+/// The work of the loads (N mm), the sum of their products with the displacements of their nodes in
+/// NodeDisp: by this figure shapes of one volume are compared, the stiffest has the smallest.
+double Compliance(const Model& model);
+
 /// Volume (mm^3) of the cells that hold an element. Throws RunTimeError (floating point) where it
 /// is not finite.
 void DesignVolume(Model& model);

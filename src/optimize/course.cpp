@@ -21,6 +21,15 @@ int CellsThatDiffer(std::span<const Integer> one, std::span<const Integer> other
 
 }  // namespace
 
+CourseFigures Joined(const CourseFigures& first, CourseFigures then) {
+  then.firstUnconverged =
+      first.unconvergedSolves > 0 ? first.firstUnconverged : first.steps + then.firstUnconverged;
+  then.steps += first.steps;
+  then.solves += first.solves;
+  then.unconvergedSolves += first.unconvergedSolves;
+  return then;
+}
+
 Course::Course(Model& model, std::initializer_list<CourseListener*> listeners)
     : model_(model), listeners_(listeners) {}
 
@@ -28,6 +37,22 @@ void Course::Analyse() {
   Forget();
   Begin(StressAnalysis(model_));
   for (CourseListener* listener : listeners_) listener->Analysed(*this);
+}
+
+void Course::Resume() {
+  Forget();
+  model_.EditMode = kModeNothing;
+  MarkActiveNodes(model_);
+  figures_.steps = model_.StepCount;
+  Begin(AnalyseStructure(model_));
+  for (CourseListener* listener : listeners_) listener->Analysed(*this);
+}
+
+void Course::Adopt(const Model& model, const CourseFigures& figures) {
+  model_ = model;
+  layouts_.clear();
+  repeated_ = {};
+  figures_ = Joined(figures_, figures);
 }
 
 void Course::Step() {

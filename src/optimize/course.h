@@ -39,6 +39,9 @@ struct CourseFigures {
   SolveReport lastSolve;
 };
 
+/// The figures of a course that went on as another one.
+CourseFigures Joined(const CourseFigures& first, CourseFigures then);
+
 /// Layouts that repeat.
 struct Repetition {
   int cycle = 0;  ///< steps after which a layout returns: 1 for a layout at rest
@@ -66,6 +69,13 @@ class Course {
   /// Runs one optimization step. Where it fails, layout and potentials are put back as they stood
   /// before, and the exception goes on.
   void Step();
+
+  /// Begins a series with layout, potentials and StepCount as they stand, as an earlier course left
+  /// them; counts the steps on from StepCount. Throws as Analyse.
+  void Resume();
+
+  /// Takes over what another course did to a copy of this model; no listener is told.
+  void Adopt(const Model& model, const CourseFigures& figures);
 
   /// Analyses the present layout for its results alone, as after a failed step: potentials, figures
   /// and StepCount stay. Throws RunTimeError.

@@ -1,5 +1,6 @@
 #include "optimize/history.h"
 
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -10,6 +11,14 @@ namespace quillane {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kLineEnd = "\r\n";
+constexpr const char* kHeader = "Iteration, Max, Avg, Min";
+
+std::string RecordText(const Model& model, int step) {
+  return GeneralText(step) + "," + GeneralText(model.MaxStress) + "," +
+         GeneralText(model.AvgStress) + "," + GeneralText(model.MinStress);
+}
 
 [[noreturn]] void Fail(const fs::path& path, const std::string& what,
                        ErrorCause cause = ErrorCause::kFileUnwritable) {
@@ -28,7 +37,7 @@ void KeepEarlierHistory(const fs::path& path) {
 }
 
 void History::WriteLine(const std::string& line) {
-  file_ << line << "\r\n" << std::flush;
+  file_ << line << kLineEnd << std::flush;
   if (!file_) Fail(path_, "cannot be written");
 }
 
@@ -42,14 +51,27 @@ void History::Start(Model& model, const fs::path& path) {
   }
   file_.clear();
   file_.open(path, std::ios::binary | std::ios::trunc);
-  WriteLine("Iteration, Max, Avg, Min");
+  WriteLine(kHeader);
   Record(model);
 }
 
+void History::Resume(Model& model, const fs::path& path) {
+  const std::string record = RecordText(model, model.StepCount - 1) + kLineEnd;
+  std::ifstream earlier(path, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(earlier), {}};
+  if (!text.starts_with(kHeader) || !text.ends_with(kLineEnd + record)) {
+    Start(model, path);
+    return;
+  }
+  model.HistoryRecording = kTrue;
+  path_ = path;
+  file_.clear();
+  file_.open(path, std::ios::binary | std::ios::app);
+  if (!file_) Fail(path_, "cannot be written");
+}
+
 void History::Record(const Model& model) {
-  if (model.HistoryRecording == 0) return;
-  WriteLine(GeneralText(int{model.StepCount}) + "," + GeneralText(model.MaxStress) + "," +
-            GeneralText(model.AvgStress) + "," + GeneralText(model.MinStress));
+  if (model.HistoryRecording != 0) WriteLine(RecordText(model, model.StepCount));
 }
 
 void History::Close(Model& model) {

@@ -23,6 +23,10 @@ class History : public CourseListener {
   /// ordinary file.
   void Start(Model& model, const std::filesystem::path& path);
 
+  /// Goes on with the file where its last record is that of the step before StepCount in the
+  /// present state; else as Start.
+  void Resume(Model& model, const std::filesystem::path& path);
+
   /// Appends a record if the model is recording; it is in the file when this returns. Throws
   /// RunTimeError (file) when the disk is full.
   void Record(const Model& model);

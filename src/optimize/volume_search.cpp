@@ -1,111 +1,170 @@
 #include "optimize/volume_search.h"
 
-#include <cmath>
-
-#include "fem/load_paths.h"
-#include "model/numbers.h"
-#include "model/run_time_error.h"
-#include "optimize/optimization_step.h"
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <thread>
 
 namespace quillane {
 namespace {
 
-constexpr double kFirstTarget = 0.25;   ///< of the mean stress at the start
-constexpr double kLowestTarget = 1e-3;  ///< likewise; a plate that breaks there is given up
-constexpr double kFirstGrowth = 0.1;
-constexpr double kSmallestGrowth = 1e-3;
-constexpr double kLargestLoss = 0.2;  ///< of the volume, in one step
+/// A shape without a worse stage than this is taken as good: compliance times volume.
+constexpr double kGoodLoss = 1.1;
+constexpr double kFairLoss = 1.25;  ///< after the second round
 
-/// To four significant digits, so that a person can type it.
-Single Typeable(double target) {
-  const double unit = std::pow(10.0, std::floor(std::log10(target)) - 3);
-  return ToSingle(std::round(target / unit) * unit, "the stress target");
+/// No further round begins once the attempts have taken so many steps, times the cells of the grid.
+constexpr double kMostCellSteps = 1e6;
+
+constexpr std::size_t kRound = 2;  ///< attempts
+
+/// The ways, in the order in which they are tried.
+constexpr std::array<SearchWay, kMostAttempts> kWays = {
+    {{.votes = 1, .pace = 0.02},
+     {.votes = 2, .pace = 0.04},
+     {.votes = 2, .pace = 0.02, .thorough = true},
+     {.votes = 1, .pace = 0.04, .thorough = true},
+     {.votes = 2, .pace = 0.012, .thorough = true},
+     {.votes = 1, .pace = 0.03, .thorough = true}}};
+
+std::vector<SearchWay> Ways(const SearchOptions& options) {
+  std::vector<SearchWay> ways(kWays.begin(), kWays.end());
+  for (SearchWay& way : ways) {
+    way.lambda = options.lambda.value_or(way.lambda);
+    way.epsilon = options.epsilon.value_or(way.epsilon);
+    way.narrowed = options.epsilon.has_value();
+  }
+  return ways;
 }
+
+/// Runs calls of work(0) to work(count - 1) on so many threads, and hands on the exception of the
+/// first of them that failed.
+void RunSideBySide(std::size_t count, int threads, const std::function<void(std::size_t)>& work) {
+  std::vector<std::exception_ptr> errors(count);
+  std::atomic<std::size_t> next = 0;
+  const auto run = [&] {
+    for (std::size_t at = next++; at < count; at = next++) {
+      try {
+        work(at);
+      } catch (...) {
+        errors[at] = std::current_exception();
+      }
+    }
+  };
+  {
+    std::vector<std::jthread> others;
+    const std::size_t most = std::min(count, static_cast<std::size_t>(std::max(1, threads)));
+    while (others.size() + 1 < most) others.emplace_back(run);
+    run();
+  }
+  for (const std::exception_ptr& error : errors) {
+    if (error) std::rethrow_exception(error);
+  }
+}
+
+bool IsBetter(const Attempt& one, const Attempt& other) {
+  if (one.reached != other.reached) return one.reached;
+  return one.reached ? one.compliance * one.volume < other.compliance * other.volume
+                     : one.volume < other.volume;
+}
+
+class Rounds {
+ public:
+  Rounds(const Model& analysed, const SearchOptions& options, const SearchWatch& watch)
+      : analysed_(analysed), options_(options), watch_(watch) {}
+
+  SearchResult Run() {
+    const std::vector<SearchWay> ways = Ways(options_);
+    for (std::size_t first = 0; first < ways.size() && GoesOn(); first += kRound) {
+      const std::size_t count = std::min(kRound, ways.size() - first);
+      std::vector<Attempt> found(count);
+      RunSideBySide(count, options_.jobs, [&](std::size_t at) {
+        found[at] = TryWay(analysed_, ways[first + at], Goal(first + at, at == 0));
+      });
+      for (Attempt& attempt : found) Take(std::move(attempt));
+    }
+    return std::move(result_);
+  }
+
+ private:
+  SearchGoal Goal(std::size_t attempt, bool leads) {
+    SearchGoal goal;
+    goal.share = options_.share;
+    goal.fullVolume = options_.fullVolume;
+    goal.goOn = [this] {
+      const std::scoped_lock lock(mutex_);
+      stopped_ = stopped_ || !watch_.goOn();
+      return !stopped_;
+    };
+    if (leads && watch_.kept) {
+      goal.kept = [this, attempt](const Model& model, const std::vector<KeptStage>& stages) {
+        const std::scoped_lock lock(mutex_);
+        watch_.kept(model, static_cast<int>(attempt), stages);
+      };
+    }
+    return goal;
+  }
+
+  bool GoesOn() const {
+    if (stopped_) return false;
+    if (result_.attempts.empty()) return true;
+    const Attempt& best = result_.Best();
+    const double good = result_.attempts.size() > kRound ? kFairLoss : kGoodLoss;
+    return !best.reached || (best.worstLoss > good && cellSteps_ <= kMostCellSteps);
+  }
+
+  void Take(Attempt&& attempt) {
+    cellSteps_ += 1.0 * attempt.steps * analysed_.ElementCount;
+    result_.attempts.push_back(std::move(attempt));
+    const std::size_t last = result_.attempts.size() - 1;
+    if (last == 0) return;
+    const bool better = IsBetter(result_.attempts[last], result_.attempts[result_.best]);
+    result_.attempts[better ? result_.best : last].model = {};
+    if (better) result_.best = last;
+  }
+
+  const Model& analysed_;
+  const SearchOptions& options_;
+  const SearchWatch& watch_;
+  SearchResult result_;
+  std::mutex mutex_;
+  bool stopped_ = false;
+  double cellSteps_ = 0;
+};
 
 }  // namespace
 
-VolumeSearch::VolumeSearch(const Model& model, double share)
-    : wish_(share * model.Volume),
-      tolerance_(kTolerance * model.Volume),
-      lastVolume_(model.Volume),
-      lastTarget_(kFirstTarget * model.AvgStress / (1 + kFirstGrowth)),
-      lowestTarget_(kLowestTarget * model.AvgStress),
-      growth_(kFirstGrowth) {
-  if (!LostLoads(model).empty()) End(StageOutcome::kLoadsLost);
-}
-
-int VolumeSearch::StepsOfAStage(Single lambda) {
-  return ToInteger(std::ceil(7.5 / double{lambda} - 1e-4), "the number of steps of a stage");
-}
-
-std::optional<Stage> VolumeSearch::Next(const Model& model, const GoOn& goOn) {
-  while (!ended_) {
-    const Stage whole{Typeable(lastTarget_ * (1 + growth_)), StepsOfAStage(model.Lambda)};
-    const Stage stage = gaveUp_ ? *cutShort_ : whole;
-    tried_ = model;
-    tried_.HistoryRecording = 0;
-    outcome_ = Try(stage, goOn);
-    if (outcome_ == StageOutcome::kGood) {
-      Keep(stage);
-      return stage;
+int KeepLoadedCells(Model& model) {
+  int kept = 0;
+  ForEachPresentCell(model, [&](int row, int column, int element) {
+    Integer& state = model.CellState(row, column);
+    if (state != kCellDesign) return;
+    for (int k = 1; k <= 4; ++k) {
+      const int node = model.ElementNodes(element, k);
+      if (!IsLoaded(model, node)) continue;
+      state = kCellNonDesign;
+      ++kept;
+      return;
     }
-    gaveUp_ = !TakeBack();
-    if (outcome_ == StageOutcome::kStopped || (gaveUp_ && !cutShort_)) End(outcome_);
-  }
-  return std::nullopt;
+  });
+  return kept;
 }
 
-void VolumeSearch::Keep(const Stage& stage) {
-  anyKept_ = true;
-  cutShort_.reset();
-  lastTarget_ = double{stage.stressTarget};
-  lastVolume_ = tried_.Volume;
-  const bool close = lastVolume_ <= wish_ + tolerance_ / 2;
-  if (close || tried_.MaxStress <= lastTarget_) End(StageOutcome::kGood);
+double VolumeOfCells(const Model& model, std::ptrdiff_t cells) {
+  const double edge = double{model.ElementSize};
+  return edge * edge * model.Thickness * static_cast<double>(cells);  // in DesignVolume's order
 }
 
-/// Makes the next stage gentler; false where that has been tried enough.
-bool VolumeSearch::TakeBack() {
-  if (!anyKept_) {
-    lastTarget_ /= 2;
-    return lastTarget_ >= lowestTarget_;
-  }
-  growth_ /= 2;
-  return growth_ >= kSmallestGrowth;
+double FullVolume(const Model& model) {
+  const auto cells = std::ranges::count_if(model.CellState.Raw(),
+                                           [](Integer state) { return state >= kCellEmpty; });
+  return VolumeOfCells(model, cells);
 }
 
-void VolumeSearch::End(StageOutcome outcome) {
-  ended_ = true;
-  reached_ = lastVolume_ <= wish_ + tolerance_;
-  outcome_ = outcome;
-}
-
-StageOutcome VolumeSearch::Try(const Stage& stage, const GoOn& goOn) {
-  tried_.StressTarget = stage.stressTarget;
-  if (!StressAnalysis(tried_).converged) return StageOutcome::kNotConverged;
-  for (int step = 0; step < stage.steps; ++step) {
-    const StageOutcome outcome = TryStep();
-    if (outcome != StageOutcome::kGood) return outcome;
-    if (!goOn(tried_)) return StageOutcome::kStopped;
-    const bool close = std::fabs(tried_.Volume - wish_) <= tolerance_;
-    if (close && !cutShort_) cutShort_ = Stage{stage.stressTarget, step + 1};
-  }
-  return tried_.Volume < wish_ - tolerance_ ? StageOutcome::kTooLight : StageOutcome::kGood;
-}
-
-StageOutcome VolumeSearch::TryStep() {
-  const double before = tried_.Volume;
-  try {
-    solve_ = Optimization(tried_);
-  } catch (const RunTimeError& error) {
-    // So fails a plate from which the last way of a load, or the last cell, has gone.
-    if (error.Kind() != ErrorKind::kFloatingPoint) throw;
-    return StageOutcome::kLoadsLost;
-  }
-  if (!LostLoads(tried_).empty()) return StageOutcome::kLoadsLost;
-  if (!solve_.converged) return StageOutcome::kNotConverged;
-  return tried_.Volume < (1 - kLargestLoss) * before ? StageOutcome::kTooMuchAtOnce
-                                                     : StageOutcome::kGood;
+SearchResult SearchVolume(const Model& analysed, const SearchOptions& options,
+                          const SearchWatch& watch) {
+  return Rounds(analysed, options, watch).Run();
 }
 
 }  // namespace quillane

@@ -1,90 +1,64 @@
-// From a full domain to a wished volume: a stress target that is raised in stages.
+// From a full domain to the stiffest plate of a wished volume: several ways, of which the best
+// wins.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
+#include <vector>
 
-#include "fem/solver.h"
 #include "model/model.h"
+#include "optimize/search_attempt.h"
 
 namespace quillane {
 
-/// A stress analysis, which sets the potentials anew, and then `steps` optimization steps.
-struct Stage {
-  Single stressTarget = 0;  ///< MPa
-  int steps = 0;
+/// Attempts of one search at most, and steps with a Lambda of 1; with a smaller one VoteSteps times
+/// as many.
+inline constexpr int kMostAttempts = 6;
+inline constexpr int kMostSearchSteps = kMostAttempts * kMostVotes;
+
+struct SearchOptions {
+  double share = 0;                ///< of the full volume, above 0 and at most kLargestWish
+  double fullVolume = 0;           ///< mm^3
+  std::optional<Single> lambda;    ///< for all attempts, above 0 and up to 1
+  std::optional<Integer> epsilon;  ///< likewise, 1 to 10
+  int jobs = 1;                    ///< threads; they do not change the result
 };
 
-/// What became of a stage that was tried.
-enum class StageOutcome {
-  kGood,           ///< it is kept
-  kLoadsLost,      ///< a load has no way to supports that hold it any more
-  kNotConverged,   ///< the solver did not converge
-  kTooMuchAtOnce,  ///< one step took more than a fifth of the volume
-  kTooLight,       ///< the volume fell below the wish
-  kStopped,        ///< the caller did not let it go on
+/// A plate at this share or above meets a wish of it as it is.
+inline constexpr double kLargestWish = 1 - kVolumeTolerance;
+
+/// Told by the threads of the attempts, one call at a time.
+struct SearchWatch {
+  /// After every step; false stops all attempts.
+  std::function<bool()> goOn = [] { return true; };
+  /// The first attempt of a round keeps a layout after so many stages.
+  std::function<void(const Model& model, int attempt, const std::vector<KeptStage>& stages)> kept;
 };
 
-/// Looks for stages that bring a plate down to a share of its volume without breaking it. One
-/// target for the whole course would dissolve a full domain; what a low target leaves is worked
-/// harder and bears a higher one. So the target begins at a quarter of the mean stress and grows by
-/// a tenth each stage; a stage that breaks the plate is dropped and tried again with half the
-/// growth. Where even the gentlest stage goes past the wish or breaks on its way, one is cut short
-/// as it passes the wish. Every step is that of Optimization, so the stages found give the same
-/// course anywhere.
-class VolumeSearch {
- public:
-  /// Volumes this far from the wish, as a share of the volume at the start, still meet it. A search
-  /// that comes from above goes on to half of it as long as it can.
-  static constexpr double kTolerance = 0.02;
+struct SearchResult {
+  std::vector<Attempt> attempts;  ///< in a fixed order; only the best one still has its model
+  std::size_t best = 0;           ///< index
 
-  /// model: analysed. share: of its volume, above 0 and below 1.
-  VolumeSearch(const Model& model, double share);
-
-  /// Called with the model after each step tried; false stops the search.
-  using GoOn = std::function<bool(const Model& tried)>;
-
-  /// Finds the next stage for the model, which is as the stage before (or the analysis) left it.
-  /// Nothing where the search has ended. Throws RunTimeError, other than where a step of a stage
-  /// fails for a broken plate.
-  std::optional<Stage> Next(const Model& model, const GoOn& goOn);
-
-  /// The model as the stage that Next found leaves it.
-  const Model& Result() const { return tried_; }
-
-  /// The solve of its last step.
-  const SolveReport& LastSolve() const { return solve_; }
-
-  bool Reached() const { return reached_; }
-
-  /// What became of the last stage tried; of a search that ended without reaching its wish, why.
-  /// kGood then says that no stress is above the target: nothing is left to take.
-  StageOutcome LastOutcome() const { return outcome_; }
-
-  /// Steps of a stage, 7.5 / Lambda: by then a layout rests as a rule.
-  static int StepsOfAStage(Single lambda);
-
- private:
-  StageOutcome Try(const Stage& stage, const GoOn& goOn);
-  StageOutcome TryStep();
-  void Keep(const Stage& stage);
-  bool TakeBack();
-  void End(StageOutcome outcome);
-
-  double wish_;                    ///< mm^3
-  double tolerance_;               ///< mm^3
-  double lastVolume_;              ///< of the last stage kept, mm^3
-  double lastTarget_;              ///< of the last stage kept, MPa
-  double lowestTarget_;            ///< MPa
-  double growth_;                  ///< of the target, to the next stage
-  std::optional<Stage> cutShort_;  ///< how the next stage would pass the wish
-  bool gaveUp_ = false;            ///< on whole stages
-  bool anyKept_ = false;
-  bool reached_ = false;
-  bool ended_ = false;
-  StageOutcome outcome_ = StageOutcome::kGood;
-  Model tried_;
-  SolveReport solve_;
+  const Attempt& Best() const { return attempts[best]; }
 };
+
+/// Makes the design cells at loaded nodes non-design cells, so that a search cannot take them.
+/// Returns how many.
+int KeepLoadedCells(Model& model);
+
+/// The volume (mm^3) of so many cells.
+double VolumeOfCells(const Model& model, std::ptrdiff_t cells);
+
+/// The volume (mm^3) of the plate with material in every cell that is not cut out.
+double FullVolume(const Model& model);
+
+/// Tries ways from an analysed model to the wished share of its full volume, two at a time, until
+/// one gets there without a stage that cost more than 6 % of compliance times volume, or the ways
+/// have all been tried, or the attempts have taken kMostCellSteps cells times steps. The best is
+/// the reached one with the smallest compliance times volume, else the one with the smallest
+/// volume. The result depends on neither jobs nor the machine. Throws RunTimeError as TryWay.
+SearchResult SearchVolume(const Model& analysed, const SearchOptions& options,
+                          const SearchWatch& watch);
 
 }  // namespace quillane

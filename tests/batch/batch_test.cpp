@@ -35,7 +35,7 @@ TEST_F(Batch, WritesTheSameCourseAndTheSameNumbersAsTheEngine) {
   std::istringstream cells(ReadFile(folder_ / "c.csv"));
   std::string line;
   std::getline(cells, line);
-  EXPECT_EQ(line, "row,column,state,stress,potential,sigma_x,sigma_y,tau_xy");
+  EXPECT_EQ(line, "row,column,state,stress,potential,sigma_x,sigma_y,tau_xy,step");
   for (int i = 1; i <= 6; ++i) {
     for (int j = 1; j <= 12; ++j) {
       double at[3] = {}, stress = -1, potential = -1, x = 0, y = 0, xy = 0;
@@ -141,7 +141,7 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"plate.model --stress-target 24,5", 2, "--stress-target: wants a decimal number"},
       {"plate.model --epsilon 40000", 2, "--epsilon: wants a whole number"},
       {"plate.model --lambda nan", 2, "--lambda"},
-      {"plate.model --volume-fraction 1.5", 2, "--volume-fraction: wants a number between"},
+      {"plate.model --volume-fraction 1.5", 2, "--volume-fraction: wants a number above 0"},
       {"plate.model --volume-fraction .5 --steps 9", 2, "--volume-fraction"},
       {"plate.model --until-steady --lambda 2", 2, "--lambda: --until-steady wants"},
       {"plate.model --lambda 0", 1, "Lambda must not be 0: give --lambda."},

@@ -9,65 +9,192 @@
 #include "examples/recipes.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/stress.h"
 #include "model/model_file.h"
 #include "optimize/optimization_step.h"
+#include "optimize/potential.h"
+#include "optimize/vote.h"
 #include "support/plates.h"
 
 namespace quillane {
 namespace {
 
-bool Always(const Model&) { return true; }
-
-Model AnalysedRectangle() {
-  Model model = test::Cantilever(10, 20);
-  model.Lambda = 0.2F;
-  model.Epsilon = 5;
-  StressAnalysis(model);
+/// A plate of cells, for which the caller sets supports and loads, analysed.
+Model Analysed(Model model, bool keepLoads = true) {
+  if (keepLoads) KeepLoadedCells(model);
+  MarkActiveNodes(model);
+  EXPECT_TRUE(StressAnalysis(model).converged);
   return model;
 }
 
-TEST(VolumeSearch, ItsStagesDoneByHandGiveTheWishedVolumeAndTheSameLayout) {
-  const Model start = AnalysedRectangle();
-  Model byHand = start, found = start;
-  VolumeSearch search(start, 0.5);
-  while (const auto stage = search.Next(found, Always)) {
-    found = search.Result();
-    byHand.StressTarget = stage->stressTarget;
-    EXPECT_TRUE(StressAnalysis(byHand).converged);
-    EXPECT_EQ(stage->steps, 38);
-    for (int step = 0; step < stage->steps; ++step) Optimization(byHand);
-    EXPECT_TRUE(std::ranges::equal(byHand.CellState.Raw(), found.CellState.Raw()));
-    EXPECT_TRUE(std::ranges::equal(byHand.Potential.Raw(), found.Potential.Raw()));
-    EXPECT_TRUE(LostLoads(byHand).empty());
-  }
-  EXPECT_TRUE(search.Reached());
+/// Held in x along its left edge and in y at the lower right node, loaded at the upper left one.
+Model HalfBeam(int rows, int columns) {
+  Model model = test::Plate(rows, columns);
+  for (int i = 1; i <= rows + 1; ++i) model.NodeFreedom(test::Node(model, i, 1), 1) = 1;
+  model.NodeFreedom(test::Node(model, 1, columns + 1), 2) = 1;
+  model.NodeLoad(test::Node(model, rows + 1, 1), 2) = -1000;
+  model.CellState(1, columns) = model.CellState(rows, 1) = kCellNonDesign;
+  return Analysed(model);
 }
 
-TEST(VolumeSearch, EndsWithTheLastWholePlateAndTellsWhatBroke) {
-  Model model = AnalysedRectangle();
-  VolumeSearch search(model, 0.05);
-  while (search.Next(model, Always)) model = search.Result();
-  EXPECT_FALSE(search.Reached());
-  EXPECT_NE(search.LastOutcome(), StageOutcome::kGood);
-  EXPECT_LT(model.Volume, 0.6 * AnalysedRectangle().Volume);
-  EXPECT_TRUE(LostLoads(model).empty());
-  EXPECT_TRUE(StressAnalysis(model).converged);
+/// With its left column and the cells at the load non-design.
+Model Cantilever(int rows, int columns) {
+  Model model = test::Cantilever(rows, columns);
+  for (int i = 1; i <= rows; ++i) model.CellState(i, 1) = kCellNonDesign;
+  return Analysed(model);
+}
 
-  VolumeSearch stopped(model, 0.5);
-  EXPECT_FALSE(stopped.Next(model, [](const Model&) { return false; }).has_value());
-  EXPECT_EQ(stopped.LastOutcome(), StageOutcome::kStopped);
+SearchResult Found(const Model& start, double share, int jobs = 1,
+                   std::optional<Single> lambda = {}, std::optional<Integer> epsilon = {}) {
+  SearchOptions options;
+  options.share = share;
+  options.fullVolume = start.Volume;
+  options.jobs = jobs;
+  options.lambda = lambda;
+  options.epsilon = epsilon;
+  return SearchVolume(start, options, {});
+}
 
-  Model fixed = AnalysedRectangle();
-  std::ranges::replace(fixed.CellState.Raw(), kCellDesign, kCellNonDesign);
-  VolumeSearch nothingToTake(fixed, 0.5);
-  while (nothingToTake.Next(fixed, Always)) fixed = nothingToTake.Result();
-  EXPECT_FALSE(nothingToTake.Reached());
-  EXPECT_EQ(nothingToTake.LastOutcome(), StageOutcome::kGood);
+bool SameLayout(const Model& one, const Model& other) {
+  return std::ranges::equal(one.CellState.Raw(), other.CellState.Raw()) &&
+         std::ranges::equal(one.Potential.Raw(), other.Potential.Raw());
+}
 
-  for (int i = 1; i <= model.CellRowCount; ++i) model.CellState(i, 10) = kCellEmpty;
-  VolumeSearch cutThrough(model, 0.5);
-  EXPECT_FALSE(cutThrough.Next(model, Always).has_value());
-  EXPECT_EQ(cutThrough.LastOutcome(), StageOutcome::kLoadsLost);
+/// Does the stages as a person would in the window.
+Model ByHand(Model model, const std::vector<KeptStage>& stages) {
+  for (const KeptStage& kept : stages) {
+    model.StressTarget = kept.stage.stressTarget;
+    model.Epsilon = kept.stage.epsilon;
+    model.Lambda = kept.stage.lambda;
+    StressAnalysis(model);
+    for (int step = 0; step < kept.stage.steps; ++step) Optimization(model);
+    EXPECT_EQ(model.Volume, kept.volume);
+    EXPECT_EQ(Compliance(model), kept.compliance);
+  }
+  return model;
+}
+
+TEST(VolumeSearch, ItsStagesDoneByHandGiveTheSamePlateWhateverTheThreads) {
+  const Model start = Analysed(test::Cantilever(10, 20));
+  const SearchResult one = Found(start, 0.5), four = Found(start, 0.5, 4);
+  const Attempt& best = one.Best();
+  ASSERT_TRUE(best.reached);
+  const Model byHand = ByHand(start, best.stages);
+  EXPECT_TRUE(SameLayout(byHand, best.model));
+  EXPECT_EQ(byHand.StepCount, best.model.StepCount);
+  EXPECT_NEAR(byHand.Volume / start.Volume, 0.5, kVolumeTolerance);
+  EXPECT_TRUE(SameLayout(best.model, four.Best().model));
+  EXPECT_EQ(one.best, four.best);
+  ASSERT_EQ(one.attempts.size(), four.attempts.size());
+  for (std::size_t at = 0; at < one.attempts.size(); ++at) {
+    EXPECT_EQ(one.attempts[at].compliance, four.attempts[at].compliance);
+    EXPECT_EQ(one.attempts[at].steps, four.attempts[at].steps);
+  }
+  // A symmetric plate keeps its symmetry.
+  for (int i = 1; i <= 10; ++i) {
+    for (int j = 1; j <= 20; ++j) {
+      EXPECT_EQ(best.model.CellState(i, j), best.model.CellState(11 - i, j)) << i << ", " << j;
+    }
+  }
+}
+
+TEST(VolumeSearch, EndsOnPlatesThatOnceHadItGoOnForEver) {
+  const struct {
+    const char* name;
+    Model start;
+    double share;
+    bool reachable;
+  } cases[] = {{"half beam 48 x 16", HalfBeam(16, 48), 0.5, true},
+               {"cantilever 30 x 30", Cantilever(30, 30), 0.5, true},
+               {"cantilever 48 x 16", Cantilever(16, 48), 0.7, true},
+               {"2 x 1 cells", Analysed(test::Cantilever(1, 2), false), 0.98, true},
+               {"too light", Cantilever(8, 16), 0.12, false}};
+  for (const auto& c : cases) {
+    const SearchResult result = Found(c.start, c.share);
+    const Attempt& best = result.Best();
+    const double share = best.model.Volume / c.start.Volume;
+    EXPECT_LE(static_cast<int>(result.attempts.size()), kMostAttempts) << c.name;
+    for (const Attempt& attempt : result.attempts) EXPECT_LE(attempt.steps, kMostVotes) << c.name;
+    EXPECT_EQ(best.reached, std::abs(share - c.share) <= kVolumeTolerance) << c.name << share;
+    if (c.start.ElementCount > 2) {
+      EXPECT_EQ(best.reached, c.reachable) << c.name << ": " << share;
+    }
+    EXPECT_TRUE(LostLoads(best.model).empty()) << c.name;
+    EXPECT_TRUE(best.model.Solved.report->converged) << c.name;
+    if (best.reached) {
+      const double worth = best.compliance * best.model.Volume;
+      EXPECT_LT(worth, 1.5 * Compliance(c.start) * c.start.Volume) << c.name << ": ruined";
+    }
+  }
+}
+
+TEST(VolumeSearch, KeepsToTheLambdaAndEpsilonThatAreGiven) {
+  const Model start = Cantilever(10, 20);
+  const SearchResult result = Found(start, 0.7, 1, 0.3F, Integer{5});
+  EXPECT_TRUE(result.Best().reached);
+  for (const Attempt& attempt : result.attempts) {
+    for (const KeptStage& kept : attempt.stages) {
+      EXPECT_EQ(kept.stage.lambda, 0.3F);
+      EXPECT_EQ(kept.stage.epsilon, 5);
+      EXPECT_EQ(kept.stage.steps, VoteSteps(0.3F, 5));
+    }
+  }
+  EXPECT_TRUE(SameLayout(ByHand(start, result.Best().stages), result.Best().model));
+}
+
+TEST(VolumeSearch, StopsWithTheLastLayoutThatWasKept) {
+  const Model start = Cantilever(10, 20);
+  SearchOptions options;
+  options.share = 0.5;
+  options.fullVolume = start.Volume;
+  SearchWatch watch;
+  int steps = 0;
+  watch.goOn = [&steps] { return ++steps < 9; };
+  const SearchResult result = SearchVolume(start, options, watch);
+  EXPECT_FALSE(result.Best().reached);
+  EXPECT_EQ(result.attempts[0].end, SearchEnd::kStopped);
+  EXPECT_LT(result.Best().model.Volume, start.Volume);
+  EXPECT_TRUE(SameLayout(ByHand(start, result.Best().stages), result.Best().model));
+}
+
+TEST(Vote, TakesEveryCellThatItsTargetDoesNotFeedAndNoOther) {
+  for (const Single lambda : {1.0F, 0.5F, 0.1F}) {
+    for (const Integer epsilon : std::initializer_list<Integer>{1, 3, 5, 7, 9}) {
+      Model model = test::Plate(3, 3);
+      model.Lambda = lambda, model.Epsilon = epsilon, model.StressTarget = 100;
+      InitPotential(model);
+      model.CellStress(2, 2) = model.CellStress(1, 2) = model.CellStress(2, 1) = 200;
+      const auto isFull = [&model] { return model.CellState(3, 3) == kCellDesign; };
+      const int steps = VoteSteps(lambda, epsilon);
+      for (int step = 0; step < steps; ++step) UpdatePotential(model);
+      // Fed positions: 3 of the middle cell, 2 of each neighbour of two of the stressed ones.
+      EXPECT_EQ(model.CellState(2, 2) == kCellDesign, epsilon <= 5) << lambda << ", " << epsilon;
+      EXPECT_EQ(model.CellState(1, 1) == kCellDesign, epsilon <= 3) << lambda << ", " << epsilon;
+      EXPECT_FALSE(isFull()) << lambda << ", " << epsilon;
+      // An empty cell that is fed enough is filled after as many.
+      std::ranges::fill(model.CellStress.Raw(), 0.0);
+      model.CellStress(3, 2) = model.CellStress(2, 3) = 200;
+      for (int step = 0; step < steps; ++step) UpdatePotential(model);
+      EXPECT_EQ(isFull(), epsilon <= 3) << lambda << ", " << epsilon;
+    }
+  }
+}
+
+TEST(Vote, ItsTargetLeavesAsManyCellsAsWished) {
+  Model model = Analysed(test::Cantilever(12, 24));
+  model.Lambda = 1;
+  for (const Integer epsilon : std::initializer_list<Integer>{3, 5, 7}) {
+    for (const int cells : {280, 250, 200, 120}) {
+      Model next = model;
+      next.Epsilon = epsilon;
+      next.StressTarget = TargetThatKeeps(model, epsilon, cells);
+      UpdatePotential(next);
+      const auto left =
+          std::ranges::count_if(next.CellState.Raw(), [](Integer s) { return s > 0; });
+      EXPECT_LE(left, cells) << epsilon;
+      EXPECT_GE(left, cells - 6) << epsilon << ": symmetric cells leave together";
+    }
+  }
 }
 
 class Example : public testing::TestWithParam<std::string_view> {};
@@ -76,17 +203,13 @@ TEST_P(Example, IsWhatItsRecipeMakesAndComesDownToHalfItsVolumeWhole) {
   const std::string file = "/examples/" + std::string(GetParam()) + ".model";
   EXPECT_TRUE(test::ReadFile(QUILLANE_SOURCE_DIR + file) ==
               ModelFileText(ShippedExample(GetParam())));
-  Model model = MakeExample(GetParam(), ExampleStart::kFullDomain);
-  model.Lambda = 0.3F;  // fewer steps than the shipped one, the same way
-  MarkActiveNodes(model);
-  EXPECT_TRUE(StressAnalysis(model).converged);
-  const double volume = model.Volume;
-  VolumeSearch search(model, 0.5);
-  while (search.Next(model, Always)) model = search.Result();
-  EXPECT_TRUE(search.Reached());
-  EXPECT_NEAR(model.Volume / volume, 0.5, VolumeSearch::kTolerance);
-  EXPECT_TRUE(LostLoads(model).empty());
-  EXPECT_TRUE(search.LastSolve().converged);
+  const Model start = Analysed(MakeExample(GetParam(), ExampleStart::kFullDomain));
+  const SearchResult result = Found(start, 0.5);
+  const Attempt& best = result.Best();
+  EXPECT_TRUE(best.reached);
+  EXPECT_NEAR(best.model.Volume / start.Volume, 0.5, kVolumeTolerance);
+  EXPECT_TRUE(LostLoads(best.model).empty());
+  EXPECT_TRUE(best.model.Solved.report->converged);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shipped, Example, testing::ValuesIn(ExampleNames()));

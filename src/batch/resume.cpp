@@ -1,0 +1,127 @@
+#include "batch/resume.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "model/model_file.h"
+
+namespace quillane {
+namespace {
+
+/// The next line of a text, without its end; removes it from the text.
+std::string_view TakeLine(std::string_view& text) {
+  const std::size_t end = text.find('\n');
+  std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+std::vector<std::string_view> FieldsOf(std::string_view line) {
+  std::vector<std::string_view> fields;
+  for (std::size_t end = 0; end != std::string_view::npos;) {
+    end = line.find(',');
+    fields.push_back(line.substr(0, end));
+    line.remove_prefix(end == std::string_view::npos ? 0 : end + 1);
+  }
+  return fields;
+}
+
+class TableReader {
+ public:
+  TableReader(const Model& model, std::string_view text) : model_(model), text_(text) {
+    const std::vector<std::string_view> names = FieldsOf(NextLine());
+    for (std::size_t at = 0; at < names.size(); ++at) columns_.emplace(names[at], at);
+    for (const char* name : {"row", "column", "state", "potential", "step"}) {
+      if (!columns_.contains(name)) {
+        throw ModelFileError(1,
+                             fmt::format("this is no table of --cells: it has no column {}", name));
+      }
+    }
+  }
+
+  void ReadInto(Model& model) {
+    for (int i = 1; i <= model.CellRowCount; ++i) {
+      for (int j = 1; j <= model.CellColumnCount; ++j) ReadCell(model, i, j);
+    }
+    if (!text_.empty()) {
+      NextLine();
+      Fail("the table goes on after the last cell of the model's grid");
+    }
+  }
+
+ private:
+  std::string_view NextLine() {
+    ++line_;
+    if (text_.empty()) Fail("the table ends before the last cell of the model's grid");
+    return TakeLine(text_);
+  }
+
+  [[noreturn]] void Fail(const std::string& reason) const { throw ModelFileError(line_, reason); }
+
+  void ReadCell(Model& model, int row, int column) {
+    fields_ = FieldsOf(NextLine());
+    if (Whole("row") != row || Whole("column") != column) {
+      Fail(fmt::format("cell ({}, {}) of the model's grid is due here", row, column));
+    }
+    const int state = Whole("state");
+    const bool known = state == kCellCutOut || (state >= kCellEmpty && state <= kCellNonDesign);
+    if (!known) Fail(fmt::format("{} is no state of a cell", state));
+    if ((state == kCellCutOut) != (model_.CellState(row, column) == kCellCutOut)) {
+      Fail("the cell is cut out in the table or in the model, but not in both");
+    }
+    const double potential = Number("potential");
+    const int step = Whole("step");
+    if (step < 0 || step > kIntegerMax) Fail("the step is not from 0 to 32767");
+    if (line_ > 2 && step != model.StepCount) Fail("the cells are not all of one step");
+    model.CellState(row, column) = static_cast<Integer>(state);
+    model.Potential(row, column) = potential;
+    model.StepCount = static_cast<Integer>(step);
+  }
+
+  std::string_view Field(const char* name) const {
+    const std::size_t at = columns_.find(name)->second;
+    if (at >= fields_.size()) Fail(fmt::format("the field of column {} is missing", name));
+    return fields_[at];
+  }
+
+  template <class T>
+  T Value(const char* name) const {
+    const std::string_view text = Field(name);
+    T value{};
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || rest != text.data() + text.size()) {
+      Fail(fmt::format("the {} is not a number: \"{}\"", name, text));
+    }
+    return value;
+  }
+
+  int Whole(const char* name) const { return Value<int>(name); }
+
+  double Number(const char* name) const {
+    const double value = Value<double>(name);
+    if (!std::isfinite(value)) Fail(fmt::format("the {} is not finite", name));
+    return value;
+  }
+
+  const Model& model_;
+  std::string_view text_;
+  int line_ = 0;
+  std::map<std::string_view, std::size_t> columns_;
+  std::vector<std::string_view> fields_;
+};
+
+}  // namespace
+
+void ResumeFrom(Model& model, const std::string& cellTable) {
+  Model resumed = model;
+  TableReader(model, cellTable).ReadInto(resumed);
+  model = std::move(resumed);
+}
+
+}  // namespace quillane

@@ -1,0 +1,149 @@
+#include "batch/search_run.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <iterator>
+#include <thread>
+
+#include "batch/failure.h"
+#include "batch/outputs.h"
+#include "batch/tables.h"
+#include "model/model_file.h"
+#include "model/number_text.h"
+#include "optimize/vote.h"
+
+namespace quillane {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Writes what a run that is killed can go on from.
+class Checkpoints {
+ public:
+  explicit Checkpoints(const OutputPaths& outputs) : outputs_(outputs) {}
+
+  void Kept(const Model& model) {
+    const Clock::time_point now = Clock::now();
+    if (now - written_ < std::chrono::seconds(1)) return;
+    written_ = now;
+    Write(Output::kSave, model, ModelFileText);
+    Write(Output::kCells, model, CellTable);
+  }
+
+ private:
+  void Write(Output output, const Model& model, std::string (*content)(const Model&)) const {
+    const std::filesystem::path& path = outputs_[output];
+    if (path.empty() || !IsFile(path)) return;
+    Named(path.string(), [&] { WriteOutput(path, content(model)); });
+  }
+
+  const OutputPaths& outputs_;
+  Clock::time_point written_ = Clock::now();
+};
+
+int Threads(int jobs) {
+  const auto cores = static_cast<int>(std::thread::hardware_concurrency());
+  return jobs > 0 ? jobs : std::max(1, cores);
+}
+
+}  // namespace
+
+void CheckSearch(const BatchOptions& options, const Model& model) {
+  const auto refuse = [](const std::string& reason) { throw Failure{kExitUsageOrFile, reason}; };
+  const auto positive = [&](const char* name, double value) {
+    if (value > 0) return;
+    refuse(fmt::format("--volume-fraction: the model's {} is not above 0", name));
+  };
+  positive("thickness", model.Thickness);
+  positive("Young's modulus", model.YoungModulus);
+  positive("size of the cells", double{model.ElementSize});
+  if (options.epsilon && (*options.epsilon < 1 || *options.epsilon > 10)) {
+    refuse(fmt::format("--epsilon: --volume-fraction wants an Epsilon from 1 to 10, not {}",
+                       *options.epsilon));
+  }
+  if (!options.lambda) return;
+  if (*options.lambda <= 0 || *options.lambda > 1) {
+    refuse(fmt::format("--lambda: --volume-fraction wants a Lambda above 0 and up to 1, not {}",
+                       GeneralText(*options.lambda)));
+  }
+  if (VoteSteps(*options.lambda, options.epsilon.value_or(5)) > kIntegerMax) {
+    refuse(fmt::format("--lambda: {} is too small: a stage would take more than {} steps",
+                       GeneralText(*options.lambda), kIntegerMax));
+  }
+}
+
+SearchResult RunSearch(const BatchOptions& options, const Model& analysed, double fullVolume,
+                       ProgressLine& progress, const std::function<bool()>& goOn) {
+  SearchOptions search;
+  search.share = *options.volumeFraction;
+  search.fullVolume = fullVolume;
+  search.lambda = options.lambda;
+  search.epsilon = options.epsilon;
+  search.jobs = Threads(options.jobs);
+  Checkpoints checkpoints(options.outputs);
+  SearchWatch watch;
+  watch.goOn = goOn;
+  watch.kept = [&](const Model& model, int attempt, const std::vector<KeptStage>& stages) {
+    progress.Show(model, static_cast<int>(stages.size()),
+                  fmt::format("attempt {}  target {} MPa  stage by ", attempt + 1,
+                              GeneralText(model.StressTarget)));
+    checkpoints.Kept(model);
+  };
+  return SearchVolume(analysed, search, watch);
+}
+
+const char* WhyEnded(SearchEnd end) {
+  switch (end) {
+    case SearchEnd::kReached:
+      return "reached";
+    case SearchEnd::kLoadsLost:
+      return "every further stage disconnects a load from adequate supports";
+    case SearchEnd::kWorthLess:
+      return "every further stage costs more stiffness than the material is worth";
+    case SearchEnd::kNotConverged:
+      return "the solver does not converge for any further stage";
+    case SearchEnd::kTooLight:
+      return "every further stage falls below the wish";
+    case SearchEnd::kNothingLeft:
+      return "no further stage takes material";
+    case SearchEnd::kTriedEnough:
+      return "the limit of stages was tried";
+    case SearchEnd::kStopped:
+      return "interrupted";
+  }
+  return "";
+}
+
+std::string SearchNote(const SearchResult& result, double share, double fullVolume) {
+  const Attempt& best = result.Best();
+  if (best.reached) {
+    return fmt::format("volume fraction {} reached in {} stages, the best of {} {}",
+                       GeneralText(share), best.stages.size(), result.attempts.size(),
+                       result.attempts.size() == 1 ? "attempt" : "attempts");
+  }
+  return fmt::format("volume fraction {} not reached, {:.4f} is the lightest of {} attempts: {}",
+                     GeneralText(share), best.volume / fullVolume, result.attempts.size(),
+                     WhyEnded(best.end));
+}
+
+std::string AttemptTable(const SearchResult& result, double fullVolume) {
+  std::string text =
+      "\nattempt  Lambda  Epsilon  pace (%)  stages  steps tried  fraction  compliance  mean (MPa) "
+      " "
+      "max (MPa)  end\n";
+  int number = 0;
+  for (const Attempt& attempt : result.attempts) {
+    fmt::format_to(
+        std::back_inserter(text),
+        "{:>7}{} {:>6}  {:>7}  {:>8.1f}  {:>6}  {:>11}  {:>8.4f}  {:>10.5g}  {:>10.4g}  "
+        "{:>9.4g}  {}\n",
+        ++number, &attempt == &result.Best() ? "*" : " ", GeneralText(attempt.way.lambda),
+        attempt.way.narrowed ? fmt::to_string(attempt.way.epsilon) : "any", 100 * attempt.way.pace,
+        attempt.stages.size(), attempt.steps, attempt.volume / fullVolume, attempt.compliance,
+        attempt.meanStress, attempt.maxStress, WhyEnded(attempt.end));
+  }
+  return text;
+}
+
+}  // namespace quillane

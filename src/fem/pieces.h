@@ -1,0 +1,33 @@
+// The separate pieces of a plate, and whether they are held.
+#pragma once
+
+#include <vector>
+
+#include "model/model.h"
+
+namespace quillane {
+
+/// An edge-connected set of present cells: two cells that touch at a corner only form a hinge and
+/// do not belong together.
+struct Piece {
+  int cells = 0;
+  bool touchesLoad = false;     ///< a load acts on one of its nodes
+  bool touchesSupport = false;  ///< one of its nodes is held
+  bool held = false;            ///< its supports leave it no displacement in x or y and no rotation
+};
+
+struct Pieces {
+  Array2<Integer> pieceOfCell{"pieceOfCell"};  ///< (1..rows, 1..columns) from 1; 0 without material
+  std::vector<Piece> pieces;                   ///< piece k at [k - 1], in order of their first cell
+};
+
+/// Finds the pieces of the present layout, row by row. Reads CellState, ElementNodes, NodeXY,
+/// NodeFreedom and NodeLoad. Throws RunTimeError (subscript) where an element names a node outside
+/// the mesh.
+Pieces FindPieces(const Model& model);
+
+/// Empties the design cells of pieces that neither carry a load nor hold anything. Returns how many
+/// pieces were dropped.
+int DropLoosePieces(Model& model);
+
+}  // namespace quillane

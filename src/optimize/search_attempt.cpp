@@ -1,0 +1,280 @@
+#include "optimize/search_attempt.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "fem/load_paths.h"
+#include "fem/stress.h"
+#include "optimize/potential.h"
+#include "optimize/vote.h"
+
+namespace quillane {
+namespace {
+
+constexpr double kFreeLoss = 1.003;    ///< nothing else is tried for less
+constexpr double kUsualLoss = 1.04;    ///< of compliance times volume, accepted at any pace
+constexpr double kLargestLoss = 1.25;  ///< accepted for the last cell that can be taken at once
+
+/// A vote: its Epsilon, and the cells it may leave beyond the aim, as a share of the aim.
+struct Vote {
+  Integer epsilon;
+  double room = 0;
+};
+using Move = std::vector<Vote>;
+
+/// What is tried from a layout, in this order. The layout after every vote without room counts.
+const std::array<Move, 3> kMoves = {{{{5}, {5}}, {{3}, {5}}, {{1, 0.1}, {5}}}};
+
+/// Votes that let a plate regrow where a broken member has overloaded others.
+const std::array<Move, 5> kRepairs = {{{{5}, {3}, {3}, {5}, {3}, {5}},
+                                       {{1, 0.1}, {3, 0.05}, {5}, {3}, {5}},
+                                       {{3}, {3}, {3}, {3}, {5}, {5}},
+                                       {{5}, {1, 0.05}, {3, 0.03}, {3}, {5}},
+                                       {{1}, {1}, {3}, {3}, {5}}}};
+constexpr double kRepairPaces[] = {0, 0.03, 0.08};
+
+/// Epsilons of the votes at the wished volume.
+constexpr Integer kPolish[] = {3, 5, 5, 3, 7, 5, 3, 5};
+
+int PresentCells(const Model& model) {
+  int count = 0;
+  ForEachPresentCell(model, [&count](int, int, int) { ++count; });
+  return count;
+}
+
+template <std::size_t count>
+std::vector<Move> AllowedBy(const SearchWay& way, const std::array<Move, count>& moves) {
+  std::vector<Move> allowed;
+  for (const Move& move : moves) {
+    const bool fits = std::ranges::all_of(
+        move, [&way](const Vote& vote) { return !way.narrowed || vote.epsilon == way.epsilon; });
+    if (fits) allowed.push_back(move);
+  }
+  return allowed;
+}
+
+class Search {
+ public:
+  Search(const Model& analysed, const SearchWay& way, const SearchGoal& goal)
+      : goal_(goal), lostBefore_(LostLoads(analysed)) {
+    attempt_.way = way;
+    attempt_.compliance = Compliance(analysed);
+    attempt_.model = analysed;
+    attempt_.model.HistoryRecording = 0;
+    cells_ = PresentCells(analysed);
+    cellVolume_ = analysed.Volume / cells_;
+    aim_ = static_cast<int>(std::lround(goal.share * goal.fullVolume / cellVolume_));
+    lightest_ = static_cast<int>(
+        std::ceil((goal.share - kVolumeTolerance) * goal.fullVolume / cellVolume_ - 1e-6));
+    heaviest_ = static_cast<int>(
+        std::floor((goal.share + kVolumeTolerance) * goal.fullVolume / cellVolume_ + 1e-6));
+    moves_ = AllowedBy(way, kMoves);
+    repairs_ = AllowedBy(way, kRepairs);
+    if (moves_.empty()) moves_ = {{{way.epsilon}, {way.epsilon}}};
+  }
+
+  Attempt Run() {
+    double pace = attempt_.way.pace;
+    while (cells_ > aim_ && !ended_) {
+      const int taken = std::max(1, static_cast<int>(pace * cells_));
+      if (Advance(taken)) {
+        pace = std::min(attempt_.way.pace, 1.7 * pace);
+      } else if (taken > 1) {
+        pace /= 3;
+      } else if (cells_ <= heaviest_ || !Repair()) {
+        break;
+      } else {
+        pace = attempt_.way.pace;
+      }
+    }
+    attempt_.reached = cells_ <= heaviest_ && cells_ >= lightest_ && !attempt_.stages.empty();
+    if (attempt_.reached) {
+      attempt_.end = SearchEnd::kReached;
+      Polish();
+    }
+    attempt_.volume = attempt_.model.Volume;
+    attempt_.meanStress = attempt_.model.AvgStress;
+    attempt_.maxStress = attempt_.model.MaxStress;
+    return std::move(attempt_);
+  }
+
+ private:
+  /// A layout that was tried from the present one.
+  struct Trial {
+    Model model;
+    std::vector<KeptStage> stages;
+    CourseFigures figures;
+    int cells = 0;
+    double compliance = 0;
+    double loss = std::numeric_limits<double>::infinity();
+  };
+
+  double LossOf(const Trial& trial) const {
+    return trial.compliance * trial.cells / (attempt_.compliance * cells_);
+  }
+
+  /// Tries moves until one costs nothing; keeps the best layout that is good enough.
+  bool Advance(int taken) {
+    const int aim = std::max(aim_, cells_ - taken);
+    const std::size_t most = taken > 1 ? 2 : moves_.size();
+    Trial best;
+    for (std::size_t move = 0; move < std::min(most, moves_.size()); ++move) {
+      const int judgedFrom = move == 0 ? attempt_.way.votes : 1;
+      TryMove(moves_[move], judgedFrom, aim, best);
+      if (ended_ || best.loss <= kFreeLoss) break;
+    }
+    return !ended_ && best.loss <= (taken > 1 ? kUsualLoss : kLargestLoss) && Keep(best);
+  }
+
+  bool Repair() {
+    Trial best;
+    for (const double pace : kRepairPaces) {
+      const int aim = std::max(aim_, cells_ - std::max(1, static_cast<int>(pace * cells_)));
+      for (const Move& move : repairs_) {
+        if (!ended_) TryMove(move, static_cast<int>(move.size()), aim, best);
+      }
+      if (best.loss <= (attempt_.way.thorough ? 1 : kUsualLoss)) break;
+    }
+    return !ended_ && best.loss <= kLargestLoss && Keep(best);
+  }
+
+  /// Casts the votes of a move, judges the layouts from the judgedFrom-th on, until one costs
+  /// nothing.
+  void TryMove(const Move& move, int judgedFrom, int aim, Trial& best) {
+    Trial trial;
+    trial.model = attempt_.model;
+    Course course(trial.model);
+    for (const Vote& vote : move) {
+      if (!Cast(vote, static_cast<int>(aim * (1 + vote.room)), course, trial)) return;
+      const bool counts = vote.room == 0 && static_cast<int>(trial.stages.size()) >= judgedFrom;
+      if (!counts || !IsSound(trial)) continue;
+      trial.loss = LossOf(trial);
+      if (trial.loss > kUsualLoss) attempt_.end = SearchEnd::kWorthLess;
+      if (trial.loss < best.loss) best = trial;
+      if (best.loss <= kFreeLoss) return;
+    }
+  }
+
+  /// Whether a layout is lighter than the present one, not too light, and solved.
+  bool IsSound(const Trial& trial) {
+    const bool takes = trial.cells < cells_, heavyEnough = trial.cells >= lightest_;
+    const bool converged = trial.figures.lastSolve.converged;
+    if (takes && heavyEnough && converged) return true;
+    attempt_.end = !converged ? SearchEnd::kNotConverged
+                   : takes    ? SearchEnd::kTooLight
+                              : SearchEnd::kNothingLeft;
+    return false;
+  }
+
+  bool Cast(const Vote& vote, int aim, Course& course, Trial& trial) {
+    Model& model = trial.model;
+    if (++votes_ > kMostVotes) return End(SearchEnd::kTriedEnough);
+    model.Lambda = attempt_.way.lambda;
+    model.Epsilon = vote.epsilon;
+    model.StressTarget = TargetThatKeeps(model, vote.epsilon, aim);
+    const Stage stage{model.StressTarget, model.Epsilon, model.Lambda,
+                      VoteSteps(model.Lambda, model.Epsilon)};
+    course.Analyse();
+    for (int step = 0; step < stage.steps; ++step) {
+      if (!TakeStep(course, model)) return false;
+    }
+    trial.figures = course.Figures();
+    trial.compliance = Compliance(model);
+    trial.cells = PresentCells(model);
+    trial.stages.push_back({stage, model.Volume, trial.compliance});
+    return true;
+  }
+
+  bool TakeStep(Course& course, Model& model) {
+    ++attempt_.steps;
+    if (!goal_.goOn()) return End(SearchEnd::kStopped);
+    if (!NextLayoutCarriesLoads(model)) {
+      attempt_.end = SearchEnd::kLoadsLost;
+      return false;
+    }
+    course.Step();
+    return true;
+  }
+
+  /// Looks at the layout of the next step without the analysis, which costs most where the plate
+  /// has come apart.
+  bool NextLayoutCarriesLoads(Model& model) const {
+    const Array2<Integer> layout = model.CellState;
+    const Array2<Double> potential = model.Potential;
+    UpdatePotential(model);
+    const bool changes = !std::ranges::equal(layout.Raw(), model.CellState.Raw());
+    const bool carries = !changes || LostLoads(model) == lostBefore_;
+    model.CellState = layout;
+    model.Potential = potential;
+    return carries;
+  }
+
+  bool End(SearchEnd end) {
+    ended_ = true;
+    attempt_.end = end;
+    return false;
+  }
+
+  bool Keep(Trial& trial) {
+    attempt_.worstLoss = std::max(attempt_.worstLoss, trial.loss);
+    attempt_.compliance = trial.compliance;
+    attempt_.model = std::move(trial.model);
+    attempt_.stages.insert(attempt_.stages.end(), trial.stages.begin(), trial.stages.end());
+    attempt_.figures = Joined(attempt_.figures, trial.figures);
+    cells_ = trial.cells;
+    if (goal_.kept) goal_.kept(attempt_.model, attempt_.stages);
+    return true;
+  }
+
+  /// Votes at the wished volume; what is stiffer is kept, with all that led to it.
+  void Polish() {
+    Trial path;
+    path.model = attempt_.model;
+    const SearchEnd end = attempt_.end;
+    for (const Integer epsilon : kPolish) {
+      if (ended_) break;
+      if (attempt_.way.narrowed && epsilon != attempt_.way.epsilon) continue;
+      Trial next;
+      next.model = path.model;
+      Course course(next.model);
+      if (!Cast({epsilon}, aim_, course, next)) continue;
+      if (!next.figures.lastSolve.converged || next.cells < lightest_ || next.cells > heaviest_ ||
+          LossOf(next) > 1.1) {
+        continue;
+      }
+      path.model = std::move(next.model);
+      path.stages.push_back(next.stages.front());
+      path.figures = Joined(path.figures, next.figures);
+      path.cells = next.cells;
+      path.compliance = next.compliance;
+      if (LossOf(path) < 1) {
+        Trial kept = path;
+        kept.loss = 1;
+        Keep(kept);
+        path.stages.clear();
+        path.figures = {};
+      }
+    }
+    if (attempt_.end != SearchEnd::kStopped) attempt_.end = end;
+  }
+
+  const SearchGoal& goal_;
+  std::vector<int> lostBefore_;
+  Attempt attempt_;
+  std::vector<Move> moves_, repairs_;
+  int cells_ = 0;                  ///< present in the layout kept last
+  int aim_, lightest_, heaviest_;  ///< cells at the wish
+  double cellVolume_ = 0;          ///< mm^3
+  int votes_ = 0;
+  bool ended_ = false;
+};
+
+}  // namespace
+
+Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal) {
+  return Search(analysed, way, goal).Run();
+}
+
+}  // namespace quillane
