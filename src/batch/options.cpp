@@ -100,10 +100,12 @@ class CommandLine {
                       options_.steps, StepCount);
     auto* steady = AddFlag("--until-steady", options_.untilSteady,
                            "step until the layout rests; --steps N: at most N");
-    auto* fraction = Add("--volume-fraction", "F",
-                         "look for the stiffest plate of this share of the volume, for example "
-                         "0.5; --lambda and --epsilon narrow the ways that are tried",
-                         options_.volumeFraction, Share);
+    auto* fraction =
+        Add("--volume-fraction", "F",
+            "look for the stiffest plate of this share of the volume, for example "
+            "0.5, in at most 6 attempts of 400 stages; --lambda and --epsilon narrow the "
+            "ways that are tried",
+            options_.volumeFraction, Share);
     app_.add_flag_callback(
             "--no-keep", [this] { options_.keepLoads = false; },
             "let --volume-fraction take cells at loads, too")

@@ -22,6 +22,7 @@ int CellsThatDiffer(std::span<const Integer> one, std::span<const Integer> other
 }  // namespace
 
 CourseFigures Joined(const CourseFigures& first, CourseFigures then) {
+  if (then.solves == 0) return first;
   then.firstUnconverged =
       first.unconvergedSolves > 0 ? first.firstUnconverged : first.steps + then.firstUnconverged;
   then.steps += first.steps;

@@ -64,6 +64,8 @@ TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
 
   EXPECT_EQ(Run("plate.model --volume-fraction 0.02"), 4);
   EXPECT_TRUE(Contains(out_, "volume fraction 0.02 not reached")) << out_;
+  EXPECT_EQ(Run("plate.model --volume-fraction 0.6 --epsilon 10 --save whole.model"), 4);
+  EXPECT_TRUE(Contains(out_, "1.0000 is the lightest of 6 attempts")) << out_;
   EXPECT_EQ(Run("plate.model --volume-fraction 0.5 --lambda 1e-6"), 2);
   EXPECT_TRUE(Contains(err_, "--lambda: 1E-06 is too small")) << err_;
   Model hollow = wide;

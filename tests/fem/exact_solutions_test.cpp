@@ -7,6 +7,7 @@
 #include "fem/element_stiffness.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/pieces.h"
 #include "fem/stress.h"
 #include "model/run_time_error.h"
 #include "support/plates.h"
@@ -169,6 +170,41 @@ TEST(LostLoads, AWayLeadsOverEdgesAndNotOverCorners) {
   model.CellState(1, 4) = kCellEmpty;
   model.NodeLoad(1, 1) = 5;
   EXPECT_EQ(LostLoads(model), Nodes{tip}) << "no material at all there; node 1 is at the wall";
+}
+
+TEST(Pieces, AreEdgeConnectedAndTheLooseOnesCanBeDropped) {
+  Model model = test::Cantilever(3, 9);
+  for (int i = 1; i <= 3; ++i) model.CellState(i, 7) = kCellEmpty;   // the tip comes off
+  for (int i = 1; i <= 3; ++i) model.CellState(i, 3) = kCellCutOut;  // and so does the middle
+  model.CellState(2, 5) = kCellEmpty;
+  model.CellState(1, 5) = model.CellState(3, 4) = kCellNonDesign;
+  Pieces found = FindPieces(model);
+  ASSERT_EQ(found.pieces.size(), 3U);
+  EXPECT_EQ(found.pieceOfCell(3, 1), 1);
+  EXPECT_EQ(found.pieceOfCell(3, 6), 2);
+  EXPECT_EQ(found.pieceOfCell(2, 5), 0);
+  EXPECT_EQ(found.pieceOfCell(1, 9), 3);
+  EXPECT_TRUE(found.pieces[0].held && !found.pieces[0].touchesLoad);
+  EXPECT_FALSE(found.pieces[1].touchesLoad || found.pieces[1].touchesSupport);
+  EXPECT_EQ(found.pieces[1].cells, 8);
+  EXPECT_TRUE(found.pieces[2].touchesLoad && !found.pieces[2].held);
+  EXPECT_EQ(DropLoosePieces(model), 1);
+  found = FindPieces(model);
+  EXPECT_EQ(found.pieces.size(), 4U) << "the two non-design cells stay";
+  EXPECT_EQ(model.CellState(3, 4), kCellNonDesign);
+  EXPECT_EQ(model.CellState(3, 6), kCellEmpty);
+}
+
+TEST(LostLoads, ALoadAgainstItsOwnSupportNeedsNoPlate) {
+  Model model = test::Cantilever(2, 3);
+  model.CellState(2, 3) = kCellEmpty;
+  const int corner = test::Node(model, 3, 4);
+  model.NodeLoad(corner, 2) = 7;
+  EXPECT_EQ(LostLoads(model), Nodes{corner});
+  model.NodeFreedom(corner, 2) = 1;
+  EXPECT_EQ(LostLoads(model), Nodes{});
+  model.NodeLoad(corner, 1) = 7;
+  EXPECT_EQ(LostLoads(model), Nodes{corner});
 }
 
 TEST(LostLoads, APieceIsHeldAgainstMovingAndTurning) {
