@@ -20,7 +20,6 @@
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "fem/pieces.h"
-#include "fem/stress.h"
 #include "model/number_text.h"
 #include "optimize/course.h"
 #include "optimize/history.h"
@@ -153,7 +152,7 @@ class BatchRun {
   }
 
   /// Searches on copies. The way that wins is done once more where something is recorded of every
-  /// step; the result is the same.
+  /// step; the result is the same. After a signal the best layout so far is taken, unrecorded.
   void SearchForVolume() {
     wishReached_ = false;
     if (!course_.Figures().lastSolve.converged) {
@@ -175,13 +174,11 @@ class BatchRun {
     if (GoesOn()) {
       Note(SearchNote(*summary_.search, *options_.volumeFraction, summary_.startVolume));
     }
-    if (!RecordsSteps(options_.outputs)) {
+    summary_.stages = best.stages;
+    if (RecordsSteps(options_.outputs) && GoesOn()) {
+      for (const KeptStage& kept : best.stages) Do(kept.stage);
+    } else {
       course_.Adopt(best.model, best.figures);
-      summary_.stages = best.stages;
-      return;
-    }
-    for (const KeptStage& kept : best.stages) {
-      if (GoesOn()) Do(kept.stage);
     }
   }
 
@@ -189,15 +186,13 @@ class BatchRun {
     return VolumeOfCells(model_, std::ranges::count(model_.CellState.Raw(), kCellNonDesign));
   }
 
-  void Do(Stage stage) {
+  /// A signal does not end this: the same steps were done before, and there are few.
+  void Do(const Stage& stage) {
     model_.StressTarget = stage.stressTarget;
     model_.Epsilon = stage.epsilon;
     model_.Lambda = stage.lambda;
     Named("stress analysis", [&] { course_.Analyse(); });
-    int done = 0;
-    for (; done < stage.steps && GoesOn(); ++done) Step();
-    stage.steps = done;
-    summary_.stages.push_back({stage, model_.Volume, Compliance(model_)});
+    for (int step = 0; step < stage.steps; ++step) Step();
   }
 
   void Note(const std::string& note) { summary_.notes.push_back(note); }
