@@ -1,5 +1,5 @@
-#!/usr/bin/env python3
-"""Makes the pictures and tables of docs/examples.md anew from runs of quillane-batch.
+#!/usr/bin/python3
+"""Makes the pictures and tables of docs/examples.md from runs of quillane-batch.
 
 The program is taken from QUILLANE_BATCH, or from the release build, whose quillane-make-examples
 makes the models.
@@ -14,8 +14,8 @@ import tempfile
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from markdown_table import insert, table
-from validation_plate import read_plate
+from lib.markdown_table import insert, table
+from lib.plate import read_plate
 
 ROOT = Path(__file__).resolve().parent.parent
 PROGRAM = os.environ.get("QUILLANE_BATCH", ROOT / "build/release/src/batch/quillane-batch")

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the icon's PNG sizes anew from packaging/icons/quillane.svg (rsvg-convert, librsvg2-bin).
+# Makes the icon's PNG sizes from packaging/icons/quillane.svg (rsvg-convert, librsvg2-bin).
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../packaging/icons"
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Prints the measured tables of docs/choosing-parameters.md and draws its figure anew (gnuplot).
+# Prints the measured tables of docs/choosing-parameters.md and draws its figure (gnuplot).
 # The program is taken from QUILLANE_BATCH, or from the release build.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -28,7 +28,7 @@ table() {
     printf '%s\tvolume (mm³)\tmax stress (MPa)\tmean stress (MPa)\tsolves without convergence\n' "$1"
     awk '{ if ($5 > 0) printf "%s\t%g\t-\t-\t%d\n", $1, $2, $5
            else printf "%s\t%g\t%.1f\t%.1f\t0\n", $1, $2, $3, $4 }'
-  } | scripts/markdown_table.py
+  } | scripts/lib/markdown_table.py
 }
 
 build/release/examples/quillane-make-examples "$scratch" sketch

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Prints how long steps take beside library solvers on the same systems, as tables in Markdown.
 
 Usage: performance_table.py [repetitions, default 3]
@@ -12,7 +12,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-from markdown_table import table
+from lib.markdown_table import table
 
 ROOT = Path(__file__).resolve().parent.parent
 

@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 program=$(realpath "${1:-build/release/src/ui/quillane}")
 mkdir -p "${2:-docs/images}"
 images=$(realpath "${2:-docs/images}")
-. scripts/virtual_screen.sh
+. scripts/lib/virtual_screen.sh
 virtual_screen 1100x800
 cd "$scratch"
 openbox >"$scratch/openbox" 2>&1 &

@@ -1,5 +1,5 @@
-#!/usr/bin/env python3
-"""Makes the tables and figures of docs/validation.md anew from runs of quillane-batch.
+#!/usr/bin/python3
+"""Makes the tables and figures of docs/validation.md from runs of quillane-batch.
 
 The program is taken from QUILLANE_BATCH, or from the release build; figures need gnuplot.
 """
@@ -10,8 +10,8 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from markdown_table import insert, table
-from validation_plate import EMPTY, Plate, Runner, edge_load, read_plate, von_mises
+from lib.markdown_table import insert, table
+from lib.plate import EMPTY, Plate, Runner, edge_load, read_plate, von_mises
 
 ROOT = Path(__file__).resolve().parent.parent
 PROGRAM = os.environ.get("QUILLANE_BATCH", ROOT / "build/release/src/batch/quillane-batch")

@@ -11,32 +11,30 @@ import os
 import subprocess
 import sys
 import tempfile
+from pathlib import Path
 
 import ezdxf
 import meshio
 import numpy as np
 
+sys.path.append(str(Path(__file__).resolve().parents[1]))
+from lib.plate import read_plate
+
 ELEMENTS_PER_CELL = 5  # edges of triangles along a cell's edge
 AWAY = 3               # cells from what is left out
 
 
-class Plate:
-    """What a re-analysis needs of a model file."""
+class PlateArrays:
+    """A model file's plate as a re-analysis needs it: a row a node, columns x and y."""
 
     def __init__(self, path):
-        with open(path) as file:
-            field = iter(file.read().replace("\n", ",").replace("\r", "").split(","))
-        numbers = lambda count: [float(next(field)) for _ in range(count)]
-        _, self.cell, _, _ = numbers(4)
-        rows, columns = (int(n) for n in numbers(2))
-        numbers(4)
-        self.young, self.poisson, self.thickness = numbers(3)
-        nodes, elements = (int(n) for n in numbers(2))
-        numbers(rows * columns)
-        self.place = np.array(numbers(3 * nodes)).reshape(-1, 3)[:, 1:]
-        numbers(5 * elements)
-        self.held = np.array(numbers(3 * nodes)).reshape(-1, 3)[:, 1:] != 0
-        self.load = np.array(numbers(3 * nodes)).reshape(-1, 3)[:, 1:]
+        plate = read_plate(path)
+        self.cell, self.young, self.poisson = plate.size, plate.modulus, plate.poisson
+        self.thickness = plate.thickness
+        self.place = np.array([plate.place(*node) for node in plate.nodes()])
+        self.held = np.array([plate.held[node] for node in plate.nodes()])
+        self.load = np.array([plate.loads[node] for node in plate.nodes()])
+        self.used = self.place[self.held.any(axis=1) | (self.load != 0).any(axis=1)]
 
 
 def distance(p, a, b):
@@ -47,13 +45,12 @@ def distance(p, a, b):
 
 def polygons(path, plate):
     """The loops of a drawing, with every supported and loaded node on them as a point."""
-    used = plate.place[plate.held.any(axis=1) | (plate.load != 0).any(axis=1)]
     loops = []
     for line in ezdxf.readfile(path).modelspace():
         corners = [np.array(p) for p in line.get_points("xy")]
         loop = []
         for a, b in zip(corners, corners[1:] + corners[:1]):
-            between = [p for p in used if distance(p, a, b) < 1e-6 * plate.cell
+            between = [p for p in plate.used if distance(p, a, b) < 1e-6 * plate.cell
                        and min(np.linalg.norm(p - a), np.linalg.norm(p - b)) > 1e-6 * plate.cell]
             loop += [a] + sorted(between, key=lambda p: np.linalg.norm(p - a))
         loops.append(loop)
@@ -165,7 +162,7 @@ def sharp(loops):
 
 def main():
     model, drawing, table, result = sys.argv[1:]
-    plate = Plate(model)
+    plate = PlateArrays(model)
     loops = polygons(drawing, plate)
     with tempfile.TemporaryDirectory() as folder:
         places, elements = triangles(loops, plate.cell / ELEMENTS_PER_CELL, folder)
@@ -178,8 +175,7 @@ def main():
         [[float(row["column"]), float(row["row"])] for row in cells]) - 0.5)
     ours = np.array([float(row["stress"]) for row in cells])
     theirs = np.array([value_at(p, places, elements, stress) for p in centres])
-    left_out = np.array([*plate.place[plate.held.any(axis=1) | (plate.load != 0).any(axis=1)],
-                         *sharp(loops)])
+    left_out = np.array([*plate.used, *sharp(loops)])
 
     def away(points):
         return np.array([np.linalg.norm(left_out - p, axis=1).min() for p in points]) > AWAY * plate.cell

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Tables in Markdown for the scripts: `table`, or as a program rows from standard input.
 
 As a program it reads a row a line, its cells between tabs, the titles of the columns first.

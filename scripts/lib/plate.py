@@ -1,4 +1,4 @@
-"""Plates for scripts/validation.py: writes model files and runs quillane-batch on them."""
+"""Plates for the scripts: reads and writes model files and runs quillane-batch on them."""
 
 import csv
 import math
@@ -11,7 +11,7 @@ EMPTY, DESIGN = 0, 1
 
 @dataclass
 class Plate:
-    """A grid of rows x columns cells of the given size (mm), lower left corner at the origin.
+    """A grid of rows x columns cells of the given size (mm), lower left corner at (left, lower) mm.
 
     Cells are (row, column) from 1, as the program counts them; nodes are (row, column) from 1 on
     the grid of rows + 1 by columns + 1 points. Modulus in MPa, thickness in mm, forces in N.
@@ -26,6 +26,8 @@ class Plate:
     target: float = 0.0
     epsilon: int = 5
     lam: float = 0.05
+    left: float = 0.0
+    lower: float = 0.0
     states: dict = field(default_factory=dict)
     held: dict = field(default_factory=dict)
     loads: dict = field(default_factory=dict)
@@ -47,6 +49,10 @@ class Plate:
     def node(self, row, column):
         return (row - 1) * (self.columns + 1) + column
 
+    def place(self, row, column):
+        """Where a node lies, (x, y) in mm."""
+        return self.left + (column - 1) * self.size, self.lower + (row - 1) * self.size
+
     def nodes(self):
         return [(i, j) for i in range(1, self.rows + 2) for j in range(1, self.columns + 2)]
 
@@ -54,12 +60,13 @@ class Plate:
         return [(i, j) for i in range(1, self.rows + 1) for j in range(1, self.columns + 1)]
 
     def write(self, path):
-        a, width = self.size, 1.25 * self.columns * self.size
-        records = [(width, a, 0.9, 0.6), (self.rows, self.columns), (0, 0),
-                   (self.columns * a, self.rows * a), (self.modulus, self.poisson, self.thickness),
+        width = 1.25 * self.columns * self.size
+        records = [(width, self.size, 0.9, 0.6), (self.rows, self.columns), self.place(1, 1),
+                   self.place(self.rows + 1, self.columns + 1),
+                   (self.modulus, self.poisson, self.thickness),
                    (len(self.nodes()), len(self.cells()))]
         records += [(self.state(i, j),) for i, j in self.cells()]
-        records += [(self.node(i, j), (j - 1) * a, (i - 1) * a) for i, j in self.nodes()]
+        records += [(self.node(*at), *self.place(*at)) for at in self.nodes()]
         for e, (i, j) in enumerate(self.cells(), 1):
             low = self.node(i, j)
             high = self.node(i + 1, j)
@@ -85,11 +92,11 @@ class Plate:
 
 
 def read_plate(path):
-    """The plate of a model file of a full grid, as quillane-make-examples writes them."""
+    """The plate of a model file whose records stand in lines, as the programs write them."""
     fields = [[float(value) for value in line.split(",")]
               for line in Path(path).read_text().split("\n") if line.strip()]
     rows, columns = (int(value) for value in fields[1])
-    plate = Plate(rows, columns, fields[0][1], *fields[4])
+    plate = Plate(rows, columns, fields[0][1], *fields[4], left=fields[2][0], lower=fields[2][1])
     nodes, cells = plate.nodes(), plate.cells()
     at = 6
     plate.states = {cell: int(fields[at + k][0]) for k, cell in enumerate(cells)}

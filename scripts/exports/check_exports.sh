@@ -3,7 +3,7 @@
 # optimized examples as outlines, plain and smoothed, and as fields. Ends at the first finding.
 # Usage: check_exports.sh [FOLDER]   (out/exports by default; pictures to look at stay there)
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 scripts/install_dependencies.sh exports
 
 batch=build/release/src/batch/quillane-batch
@@ -28,8 +28,8 @@ name=${names[0]}
 "$batch" "$folder/$name.model" --quiet --steps 10 --frames "$folder/$name-frames" --size 300x200 \
     --vtu "$folder/$name.vtu" --cells "$folder/$name-cells.csv" --nodes "$folder/$name-nodes.csv"
 
-scripts/check_outlines.py "$folder" "${names[@]}"
-pvpython scripts/check_fields.py "$folder" "${names[@]}"
+scripts/exports/check_outlines.py "$folder" "${names[@]}"
+pvpython scripts/exports/check_fields.py "$folder" "${names[@]}"
 
 # What meshio makes of the fields for another solver has as many elements.
 for name in "${names[@]}"; do
@@ -41,7 +41,7 @@ done
 
 # Pictures to look at: all outlines on one sheet, and each smoothed drawing in LibreCAD.
 montage "$folder"/*.svg.png -tile 2x -geometry 900x500+20+20 "$folder/outlines.png"
-. scripts/virtual_screen.sh
+. scripts/lib/virtual_screen.sh
 virtual_screen 1200x800
 export HOME=$scratch XDG_CONFIG_HOME=$scratch
 openbox >/dev/null 2>&1 &

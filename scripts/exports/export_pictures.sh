@@ -1,23 +1,23 @@
 #!/usr/bin/env bash
-# Makes the pictures of docs/export.md anew and prints the numbers of its re-analysis. Needs what
+# Makes the pictures of docs/export.md and prints the numbers of its re-analysis. Needs what
 # check_exports.sh installs; the display is one of its own.
 # Usage: export_pictures.sh [FOLDER for the pictures]   (docs/images by default)
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 images=${1:-docs/images}
 batch=build/release/src/batch/quillane-batch
-. scripts/virtual_screen.sh
+. scripts/lib/virtual_screen.sh
 virtual_screen 1200x800
 plate=$scratch/plate
 
 "$batch" examples/cantilever.model --volume-fraction 0.5 --save "$plate.model" --quiet
 "$batch" "$plate.model" --outline "$plate-plain.dxf" --vtu "$plate.vtu" --cells "$plate.csv" --quiet
 "$batch" "$plate.model" --outline "$plate-smooth.dxf" --smooth | tail -1
-scripts/outline_over_cells.py "$plate-plain.dxf" "$plate-smooth.dxf" "$plate.svg"
+scripts/exports/outline_over_cells.py "$plate-plain.dxf" "$plate-smooth.dxf" "$plate.svg"
 rsvg-convert --width 1000 "$plate.svg" --output "$images/export-smoothing.png"
 
-scripts/reanalysis.py "$plate.model" "$plate-smooth.dxf" "$plate.csv" "$plate-again.vtu"
-pvpython scripts/export_views.py "$plate.vtu" "$plate-again.vtu" "$images/export-paraview.png" \
+scripts/exports/reanalysis.py "$plate.model" "$plate-smooth.dxf" "$plate.csv" "$plate-again.vtu"
+pvpython scripts/exports/export_views.py "$plate.vtu" "$plate-again.vtu" "$images/export-paraview.png" \
     "$scratch/ours.png" "$scratch/theirs.png" 2>/dev/null
 convert "$scratch/ours.png" "$scratch/theirs.png" -append "$images/export-reanalysis.png"
 for picture in "$images"/export-*.png; do mogrify -resize '900x>' "$picture"; done
