@@ -1,4 +1,4 @@
-// How a batch run ends before its end.
+// Failures that end a batch run early.
 #pragma once
 
 #include <new>
@@ -14,7 +14,7 @@ namespace quillane {
 
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitRunTimeError = 1;
-inline constexpr int kExitFindings = 1;  ///< of --check
+inline constexpr int kExitFindings = 1;  ///< of --check, or with --strict
 inline constexpr int kExitUsageOrFile = 2;
 inline constexpr int kExitNotConverged = 3;
 inline constexpr int kExitWishNotReached = 4;

@@ -25,8 +25,11 @@ class ModelCheck {
   ModelCheck(const Model& model, const ReadingNotes& notes) : model_(model), notes_(notes) {
     CheckNumbers();
     if (notes_.restLine > 0) {
+      if (misnumbered_) {  // nothing is where it is due
+        ReportShift();
+        return;
+      }
       Report(notes_.restLine, "the model ends before this line, nothing here is read");
-      if (misnumbered_) return;  // a line too many: nothing is where it is due
     }
     for (const auto& [line, text] : notes_.rounded) {
       Report(line, "a whole number is due and the nearest is taken", text);
@@ -43,14 +46,16 @@ class ModelCheck {
     CheckParameters();
   }
 
-  std::vector<Finding> Findings() {
+  ModelFindings Findings() {
+    int all = 0;
     for (const auto& [kind, count] : counts_) {
+      all += count;
       if (count <= kShownOfAKind) continue;
       findings_.push_back(
           {lastLine_[kind], fmt::format("and {} more like this: {}", count - kShownOfAKind, kind)});
     }
     std::ranges::stable_sort(findings_, {}, &Finding::line);
-    return std::move(findings_);
+    return {std::move(findings_), all};
   }
 
  private:
@@ -129,6 +134,16 @@ class ModelCheck {
     check(Record::kElement, "element");
     check(Record::kSupport, "support");
     check(Record::kLoad, "load");
+  }
+
+  /// Replaces the findings of CheckNumbers by one.
+  void ReportShift() {
+    const Finding first = findings_.front();
+    findings_.clear();
+    counts_.clear();
+    Report(first.line,
+           "a line before this one is missing or too many, and text follows the last "
+           "record");
   }
 
   void CheckNodes() {
@@ -247,8 +262,20 @@ class ModelCheck {
 
 }  // namespace
 
-std::vector<Finding> CheckModel(const Model& model, const ReadingNotes& notes) {
+ModelFindings CheckModel(const Model& model, const ReadingNotes& notes) {
   return ModelCheck(model, notes).Findings();
+}
+
+std::string FindingText(const Finding& finding) {
+  return finding.line > 0 ? fmt::format("line {}: {}", finding.line, finding.reason)
+                          : finding.reason;
+}
+
+std::string FindingsText(const ModelFindings& findings) {
+  const std::string first = FindingText(findings.shown.front());
+  return findings.count == 1 ? "looks wrong: " + first
+                             : fmt::format("{} things look wrong (see --check), the first: {}",
+                                           findings.count, first);
 }
 
 }  // namespace quillane

@@ -13,9 +13,19 @@ struct Finding {
   std::string reason;
 };
 
-/// Returns everything in a model that the program reads but that is probably unintended: in the
-/// order of the lines, of each kind the first few and then how many more. notes: those of its
-/// reading.
-std::vector<Finding> CheckModel(const Model& model, const ReadingNotes& notes);
+struct ModelFindings {
+  std::vector<Finding> shown;  ///< by line; of each kind the first few and then how many more
+  int count = 0;               ///< of all
+};
+
+/// Returns everything in a model that the program reads but that is probably unintended. notes:
+/// those of its reading.
+ModelFindings CheckModel(const Model& model, const ReadingNotes& notes);
+
+/// Returns "line 5: the thickness is not above 0".
+std::string FindingText(const Finding& finding);
+
+/// Returns one line for findings, of which there is at least one.
+std::string FindingsText(const ModelFindings& findings);
 
 }  // namespace quillane

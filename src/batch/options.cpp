@@ -15,9 +15,10 @@ namespace {
 
 constexpr const char* kDescription =
     "Opens a model, runs the stress analysis, then optimization steps, and writes what is asked "
-    "for.\nExit status: 0 done, 1 a run-time error (or a finding of --check), 2 wrong usage or a "
-    "file that\ncannot be read or written, 3 the last solve did not converge, 4 the wish "
-    "(--volume-fraction,\n--until-steady) was not reached, 129, 130 or 143 ended by a signal.";
+    "for.\nExit status: 0 done, 1 a run-time error (or a finding of --check or --strict), 2 wrong "
+    "usage or\na file that cannot be read or written, 3 the last solve did not converge, 4 the "
+    "wish\n"
+    "(--volume-fraction, --until-steady) was not reached, 129, 130 or 143 ended by a signal.";
 
 PictureKind Kind(const std::string& option, const std::string& text) {
   static const std::map<std::string, PictureKind> kinds = {{"stress", PictureKind::kStress},
@@ -38,6 +39,7 @@ class CommandLine {
         ->check(NameFault)
         ->required();
     app_.add_flag("--check", options.check, "only tell what looks wrong in MODEL");
+    app_.add_flag("--strict", options.strict, "do not run a MODEL that looks wrong: status 1");
     app_.add_flag("--quiet", options.quiet, "print nothing but errors");
     AddCourse();
     AddFiles(kFileGroup);

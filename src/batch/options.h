@@ -14,6 +14,7 @@ namespace quillane {
 struct BatchOptions {
   std::filesystem::path model;  ///< "-" for standard input
   bool check = false;
+  bool strict = false;  ///< a model that looks wrong is not run
 
   std::optional<int> steps;
   bool untilSteady = false;

@@ -66,7 +66,9 @@ class BatchRun {
  private:
   void Open() {
     Named(options_.model.string(), [&] {
-      model_ = ModelFromText(InputText(options_.model)).model;
+      ModelInput input = ModelFromText(InputText(options_.model));
+      Doubt(CheckModel(input.model, input.notes));
+      model_ = std::move(input.model);
       model_.ModelFilePath = options_.model.string();
     });
     TryOutline();
@@ -95,6 +97,14 @@ class BatchRun {
                   fmt::format("--lambda: --until-steady wants a Lambda above 0 and up to 1 with at "
                               "most {} steps of rest, not {}",
                               kIntegerMax, GeneralText(model_.Lambda))};
+  }
+
+  /// Reports what looks wrong in the model, which ends a strict run.
+  void Doubt(const ModelFindings& findings) {
+    if (findings.count == 0) return;
+    const std::string text = options_.model.string() + ": " + FindingsText(findings);
+    if (options_.strict) throw Failure{kExitFindings, text};
+    Complain(text);
   }
 
   /// Fails at once for a model that has no outline at all, and not after the whole run.
@@ -330,15 +340,14 @@ int RunCheck(const BatchOptions& options) {
     const std::string text = InputText(options.model);
     try {
       const auto [model, notes] = ModelFromText(text);
-      findings = CheckModel(model, notes);
+      findings = CheckModel(model, notes).shown;
     } catch (const ModelFileError& error) {
       findings = {{0, error.what()}};
     }
   });
   std::string text;
-  for (const auto& [line, reason] : findings) {
-    text += fmt::format("{}: {}{}\n", options.model.string(),
-                        line > 0 ? fmt::format("line {}: ", line) : "", reason);
+  for (const Finding& finding : findings) {
+    text += fmt::format("{}: {}\n", options.model.string(), FindingText(finding));
   }
   if (findings.empty() && !options.quiet) text = options.model.string() + ": nothing looks wrong\n";
   Named("standard output", [&] { WriteNow(stdout, text); });
