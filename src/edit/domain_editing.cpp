@@ -15,16 +15,16 @@ void HoldCorner(Model& model, EditState& state) {
   state.cornerMode = model.EditMode;
 }
 
-/// Rows or columns of cells between two grid lines, in any order; 0 for more than an Integer
-/// counts.
+/// Returns the rows or columns of cells between two grid lines, in any order; 0 for more than an
+/// Integer counts.
 int CellsBetween(Single one, Single other, Single elementSize) {
   const double distance = std::fabs(static_cast<double>(other) - static_cast<double>(one));
   const double cells = std::nearbyint(distance / static_cast<double>(elementSize));
   return cells <= kIntegerMax ? static_cast<int>(cells) : 0;
 }
 
-/// Builds the domain between the held corner and (x2, y2); false, and nothing done, for a grid
-/// without cells or with more nodes than an Integer counts.
+/// Builds the domain between the held corner and (x2, y2). Returns false and does nothing for a
+/// grid without cells or with more nodes than an Integer counts.
 bool BuildDomain(Model& model, EditState& state, Single x2, Single y2) {
   const int rows = CellsBetween(state.cornerY, y2, model.ElementSize);
   const int columns = CellsBetween(state.cornerX, x2, model.ElementSize);
@@ -41,7 +41,8 @@ bool BuildDomain(Model& model, EditState& state, Single x2, Single y2) {
   return true;
 }
 
-/// A changed ElementSize or an odd file can make the domain's rectangle disagree with the mesh.
+/// Returns whether the mesh has the cell: after a change of ElementSize, or in a file that
+/// contradicts itself, the domain's rectangle may disagree with it.
 bool MeshHas(const Model& model, const CellIndex& cell) {
   const int element = ElementOfCell(model, cell.row, cell.column);
   return model.CellState.First().Contains(cell.row) &&
@@ -56,8 +57,8 @@ void SetCells(Model& model, EditState& state, const CellIndex& low, const CellIn
       Integer& cell = model.CellState(row, column);
       state.changedSinceAnalysis |= cell != code;
       cell = code;
-      // On purpose the flag of the node that bears the element's number; harmless, as the redraw
-      // derives all flags anew.
+      // Deliberately the flag of the node with the element's number; harmless, as the redraw
+      // derives all flags again.
       if (code > 0) model.NodeActive(ElementOfCell(model, row, column)) = 1;
     }
   }

@@ -5,14 +5,14 @@
 
 namespace quillane {
 
-/// Presses at (x, y), mm. The second one builds the domain between the grid points nearest to both
-/// presses, empties everything, and ends its own edit mode. A grid that cannot be is refused: the
-/// old domain stands and the next press is a first one again.
+/// Handles a press at (x, y), mm, on a corner of the domain. The second press builds the domain
+/// between the grid points nearest to both, clears everything else and ends the edit mode. Refuses
+/// an impossible grid: the old domain remains and the next press is a first one again.
 PressResult DesignDomainSet(Model& model, EditState& state, Single x, Single y);
 
-/// Presses at (x, y), mm, in two cells: the second one gives every cell of their rectangle its new
-/// state: kCellDesign, kCellNonDesign, kCellEmpty or kCellCutOut, in the order below. A press
-/// outside the domain is refused and the press before it kept.
+/// Handle a press at (x, y), mm, in a corner cell of a rectangle. The second press sets every cell
+/// of the rectangle to kCellDesign, kCellNonDesign, kCellEmpty or kCellCutOut, in the order below.
+/// A press outside the domain is refused and keeps the first one.
 PressResult AddDesignElements(Model& model, EditState& state, Single x, Single y);
 PressResult AddNonDesignElements(Model& model, EditState& state, Single x, Single y);
 PressResult RemoveElements(Model& model, EditState& state, Single x, Single y);

@@ -1,4 +1,4 @@
-// What editing remembers beside the model.
+// The state of editing beside the model.
 #pragma once
 
 #include "model/grid_pick.h"
@@ -14,7 +14,7 @@ struct EditState {
   bool changedSinceAnalysis = false;  ///< cells, supports, loads or material
 };
 
-/// Whether a first corner waits for its second press. Whatever ends the mode drops it.
+/// Returns whether a first corner waits for its second press. The end of the mode drops it.
 inline bool HoldsCorner(const Model& model, const EditState& state) {
   return model.ClickCount == 1 && model.EditMode == state.cornerMode;
 }

@@ -6,7 +6,7 @@
 namespace quillane {
 namespace {
 
-/// The pressed point becomes the origin. The fractions stay, so the next resize undoes the move.
+/// Makes the pressed point the origin. The fractions stay, so the next resize undoes the move.
 PressResult MoveOrigin(Model& model, Single x, Single y) {
   model.ViewRight -= x;
   model.ViewTop -= y;
@@ -23,8 +23,8 @@ bool NeedsDomain(Integer mode) {
 PressResult Press(Model& model, EditState& state, Single x, Single y) {
   using enum PressResult;
   PressResult result = kNothing;
-  // Tests that do not exclude each other, on purpose: an operation that sets another mode lets a
-  // later one follow in the same press.
+  // Deliberately no else: after an operation that sets another mode a later one may follow in the
+  // same press.
   if (model.EditMode == kModeOrigin) result = MoveOrigin(model, x, y);
   if (model.EditMode == kModeDomain) result = DesignDomainSet(model, state, x, y);
   if (model.EditMode == kModeDesign) result = AddDesignElements(model, state, x, y);

@@ -5,7 +5,7 @@
 
 namespace quillane {
 
-RefusedText SetAppliedLoad(Model& model, std::string_view forceX, std::string_view forceY) {
+RefusedIndex SetAppliedLoad(Model& model, std::string_view forceX, std::string_view forceY) {
   const std::optional<double> x = LeadingNumber(forceX), y = LeadingNumber(forceY);
   if (!x) return 0;
   if (!y) return 1;
@@ -14,8 +14,8 @@ RefusedText SetAppliedLoad(Model& model, std::string_view forceX, std::string_vi
   return std::nullopt;
 }
 
-RefusedText SetMaterial(Model& model, EditState& state, std::string_view modulus,
-                        std::string_view thickness, std::string_view ratio) {
+RefusedIndex SetMaterial(Model& model, EditState& state, std::string_view modulus,
+                         std::string_view thickness, std::string_view ratio) {
   const std::optional<double> e = LeadingNumber(modulus), t = LeadingNumber(thickness),
                               nu = LeadingNumber(ratio);
   if (!e) return 0;
@@ -29,8 +29,8 @@ RefusedText SetMaterial(Model& model, EditState& state, std::string_view modulus
   return std::nullopt;
 }
 
-RefusedText SetParameters(Model& model, std::string_view target, std::string_view epsilon,
-                          std::string_view lambda) {
+RefusedIndex SetParameters(Model& model, std::string_view target, std::string_view epsilon,
+                           std::string_view lambda) {
   const std::optional<double> stress = LeadingNumber(target), threshold = LeadingNumber(epsilon),
                               share = LeadingNumber(lambda);
   if (!stress || !FitsSingle(*stress)) return 0;

@@ -1,4 +1,4 @@
-// What the texts typed in a dialog's boxes do to the model.
+// From the texts typed into a dialog to the model.
 #pragma once
 
 #include <optional>
@@ -9,23 +9,23 @@
 
 namespace quillane {
 
-/// Of the functions below: the place, from 0, of the first text whose number is too large for its
-/// type, and nothing is stored; or nothing, and all are stored. A text counts by its leading
-/// number, 0 where it has none.
-using RefusedText = std::optional<int>;
+/// The result of the functions below: the index, from 0, of the first argument text whose number is
+/// too large for its type, and then nothing is stored; or nothing, and then all are stored. The
+/// value of a text is its leading number, 0 if it has none.
+using RefusedIndex = std::optional<int>;
 
-/// LoadFx and LoadFy, N.
-RefusedText SetAppliedLoad(Model& model, std::string_view forceX, std::string_view forceY);
+/// Sets LoadFx and LoadFy, N.
+RefusedIndex SetAppliedLoad(Model& model, std::string_view forceX, std::string_view forceY);
 
-/// YoungModulus (MPa), Thickness (mm) and PoissonRatio.
-RefusedText SetMaterial(Model& model, EditState& state, std::string_view modulus,
-                        std::string_view thickness, std::string_view ratio);
+/// Sets YoungModulus (MPa), Thickness (mm) and PoissonRatio.
+RefusedIndex SetMaterial(Model& model, EditState& state, std::string_view modulus,
+                         std::string_view thickness, std::string_view ratio);
 
-/// StressTarget (MPa), Epsilon, to the nearest integer with halves to even, and Lambda.
-RefusedText SetParameters(Model& model, std::string_view target, std::string_view epsilon,
-                          std::string_view lambda);
+/// Sets StressTarget (MPa), Epsilon, rounded to the nearest integer with ties to even, and Lambda.
+RefusedIndex SetParameters(Model& model, std::string_view target, std::string_view epsilon,
+                           std::string_view lambda);
 
-/// A width or a cell's size, mm; 0 where the text is no positive Single.
+/// Returns a width or a cell's size, mm; 0 if the text is no positive Single.
 Single PositiveLength(std::string_view text);
 
 }  // namespace quillane

@@ -5,7 +5,7 @@
 namespace quillane {
 namespace {
 
-/// Puts both components of a node's record, one at a time.
+/// Sets both components of a node, one at a time.
 template <class T>
 void SetPair(Array2<T>& records, int node, T x, T y, EditState& state) {
   state.changedSinceAnalysis |= records(node, 1) != x || records(node, 2) != y;

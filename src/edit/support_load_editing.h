@@ -5,11 +5,11 @@
 
 namespace quillane {
 
-/// Writes both support flags of the node nearest to (x, y), mm, as EditMode says:
-/// kModeFixX, kModeFixY, kModeFixXY or kModeFree; other codes write nothing.
+/// Writes both support flags of the node nearest to (x, y), mm, as EditMode says: kModeFixX,
+/// kModeFixY, kModeFixXY or kModeFree; other codes write nothing.
 PressResult FreedomSet(Model& model, EditState& state, Single x, Single y);
 
-/// Gives the node nearest to (x, y), mm, the force LoadFx, LoadFy in place of what it had.
+/// Replaces the load of the node nearest to (x, y), mm, by LoadFx, LoadFy.
 PressResult LoadSet(Model& model, EditState& state, Single x, Single y);
 
 }  // namespace quillane

@@ -32,7 +32,7 @@ void frmAppliedLoad::Form_Load() {
 
 void frmAppliedLoad::cmdOK_Click() {
   Model& model = Main().model();
-  if (const RefusedText refused = SetAppliedLoad(model, TextOf(txtLoadX), TextOf(txtLoadY))) {
+  if (const RefusedIndex refused = SetAppliedLoad(model, TextOf(txtLoadX), TextOf(txtLoadY))) {
     return Refuse(*refused == 0 ? txtLoadX : txtLoadY, TooLargeText());
   }
   if (optLoadOn->isChecked()) Main().SetEditMode(*this, kModeLoad);

@@ -31,7 +31,7 @@ void frmController::Form_Load() {
 
 void frmController::cmdOK_Click() {
   Model& model = Main().model();
-  if (const RefusedText refused =
+  if (const RefusedIndex refused =
           SetParameters(model, TextOf(txtDpStress), TextOf(txtDpEpsilon), TextOf(txtDpLambda))) {
     QLineEdit* const boxes[] = {txtDpStress, txtDpEpsilon, txtDpLambda};
     return Refuse(boxes[*refused], TooLargeText());

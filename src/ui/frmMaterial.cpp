@@ -31,8 +31,8 @@ void frmMaterial::Form_Load() {
 
 void frmMaterial::cmdOK_Click() {
   Model& model = Main().model();
-  if (const RefusedText refused = SetMaterial(model, Main().Edits(), TextOf(txtEmod),
-                                              TextOf(txtThickness), TextOf(txtPoison))) {
+  if (const RefusedIndex refused = SetMaterial(model, Main().Edits(), TextOf(txtEmod),
+                                               TextOf(txtThickness), TextOf(txtPoison))) {
     QLineEdit* const boxes[] = {txtEmod, txtThickness, txtPoison};
     return Refuse(boxes[*refused], TooLargeText());
   }
