@@ -4,8 +4,11 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
+#include "export/outline.h"
 #include "model/safe_file.h"
 
 namespace quillane {
@@ -14,7 +17,7 @@ namespace {
 constexpr const char* kLayer = "OUTLINE";
 constexpr const char* kBlocks[] = {"*Model_Space", "*Paper_Space"};
 
-/// The header variables that readers look at; 4 stands for millimetres.
+/// Writes the header variables that readers use; 4 stands for millimetres.
 void WriteHeader(DL_Dxf& dxf, DL_WriterA& file) {
   dxf.writeHeader(file);
   file.dxfString(9, "$INSUNITS");
@@ -24,7 +27,7 @@ void WriteHeader(DL_Dxf& dxf, DL_WriterA& file) {
   file.sectionEnd();
 }
 
-/// The tables and blocks that a reader of this release expects, with one layer of our own.
+/// Writes the tables and blocks that a reader of this release expects, and the layer.
 void WriteTables(DL_Dxf& dxf, DL_WriterA& file) {
   const DL_Attributes plain("", 7, -1, "CONTINUOUS", 1);
   file.sectionTables();
@@ -59,21 +62,41 @@ void WriteTables(DL_Dxf& dxf, DL_WriterA& file) {
   file.sectionEnd();
 }
 
-void WriteLoops(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
+/// Returns the bulge, by which the format describes an arc: the tangent of a quarter of its angle,
+/// negative if it is clockwise.
+double Bulge(const Circle& circle, Point from, Point to) {
+  return -std::tan(ClockwiseAngle(circle, from, to) / 4);
+}
+
+void WriteContours(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
   constexpr int kClosed = 1;
   const DL_Attributes byLayer(kLayer, 256, -1, "BYLAYER", 1);
+  const auto circleOf = [&shape](const Vertex& vertex) {
+    return shape.circles[static_cast<std::size_t>(vertex.circle)];
+  };
   file.sectionEntities();
-  for (const std::vector<Point>& polygon : Outline(shape)) {
-    const int count = static_cast<int>(polygon.size());
+  for (const Contour& contour : Outline(shape)) {
+    if (contour.size() == 1) {
+      const auto [centre, radius] = circleOf(contour.front());
+      dxf.writeCircle(file, DL_CircleData(centre.x, centre.y, 0, radius), byLayer);
+      continue;
+    }
+    const int count = static_cast<int>(contour.size());
     dxf.writePolyline(file, DL_PolylineData(count, 0, 0, kClosed), byLayer);
-    for (const Point& p : polygon) dxf.writeVertex(file, DL_VertexData(p.x, p.y));
+    Contour next = contour;
+    std::ranges::rotate(next, next.begin() + 1);
+    for (std::size_t k = 0; k < contour.size(); ++k) {
+      const auto& [p, circle] = contour[k];
+      const double bulge = circle == kStraight ? 0 : Bulge(circleOf(contour[k]), p, next[k].place);
+      dxf.writeVertex(file, DL_VertexData(p.x, p.y, 0, bulge));
+    }
     dxf.writePolylineEnd(file);
   }
   file.sectionEnd();
 }
 
-/// The least of objects that the release asks for, a dictionary with an empty dictionary of groups:
-/// the library's own set does not name the owners.
+/// Writes the least set of objects that the release requires, a dictionary with an empty dictionary
+/// of groups: the library's set does not name the owners.
 void WriteObjects(DL_WriterA& file) {
   constexpr int kNobody = 0, kRoot = 0xC, kGroups = 0xD;
   const auto dictionary = [&file](int handle, int owner) {
@@ -101,18 +124,18 @@ std::string DxfText(const Shape& shape) {
   const std::unique_ptr<DL_WriterA> file(
       dxf.out(QFile::encodeName(path).constData(), DL_Codes::AC1015));
   if (!folder.isValid() || file == nullptr) {
-    throw FileWriteError("the temporary folder takes no file");
+    throw FileWriteError("no file can be written in the temporary folder");
   }
   WriteHeader(dxf, *file);
   WriteTables(dxf, *file);
-  WriteLoops(dxf, *file, shape);
+  WriteContours(dxf, *file, shape);
   WriteObjects(*file);
   file->dxfEOF();
   file->close();
 
   QFile written(path);
   if (!written.open(QIODevice::ReadOnly))
-    throw FileWriteError("the temporary folder takes no file");
+    throw FileWriteError("no file can be written in the temporary folder");
   std::string text = written.readAll().toStdString();
   if (!text.ends_with("EOF\n")) throw FileWriteError("the temporary folder is full");
   return text;

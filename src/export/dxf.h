@@ -7,8 +7,9 @@
 
 namespace quillane {
 
-/// A DXF file (release 2000): a closed polyline for each loop, in mm, on the layer "OUTLINE", where
-/// the model lies. Throws FileWriteError where the temporary folder takes no file.
+/// Returns a DXF file (release 2000) with a circle or a closed polyline for each loop, in mm, on
+/// the layer "OUTLINE", at the place of the model. Throws FileWriteError if no file can be written
+/// in the temporary folder.
 std::string DxfText(const Shape& shape);
 
 }  // namespace quillane

@@ -1,10 +1,10 @@
 #include "export/outline_file.h"
 
 #include <QByteArray>
+#include <cstddef>
 #include <map>
 
 #include "export/dxf.h"
-#include "export/smoothing.h"
 #include "export/stl.h"
 #include "export/svg.h"
 
@@ -29,10 +29,28 @@ std::string OutlineText(OutlineFormat format, const Shape& shape, double thickne
   return {};
 }
 
-OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model, bool smooth) {
+OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model,
+                            std::optional<SmoothEdges> smooth) {
   const Shape traced = TraceShape(model);
-  const Shape& shape = smooth ? Smoothed(traced, model) : traced;
-  return {OutlineText(format, shape, model.Thickness), Area(shape) / Area(traced) - 1};
+  const Shape shape = smooth ? Smoothed(traced, model, *smooth) : traced;
+  const std::vector<Contour> outline = Outline(shape);
+  OutlineFile file{OutlineText(format, shape, model.Thickness), {}};
+  OutlineFigures& figures = file.figures;
+  figures.areaChange = Area(shape) / Area(traced) - 1;
+  for (const std::vector<int>& loop : traced.loops) {
+    ++(LoopArea(traced, loop) > 0 ? figures.pieces : figures.holes);
+  }
+  figures.contacts = static_cast<int>(CornerContacts(shape).size());
+  figures.shortestSegment = ShortestSegment(shape, outline);
+  figures.neck = NarrowestNeck(shape, outline);
+  std::vector<char> isWhole(shape.circles.size());
+  for (const Contour& contour : outline) {
+    if (contour.size() == 1) isWhole[static_cast<std::size_t>(contour.front().circle)] = 1;
+  }
+  for (std::size_t k = 0; k < isWhole.size(); ++k) {
+    (isWhole[k] != 0 ? figures.circles : figures.arcs).push_back(shape.circles[k]);
+  }
+  return file;
 }
 
 }  // namespace quillane

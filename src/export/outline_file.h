@@ -4,27 +4,40 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "export/shape.h"
+#include "export/measures.h"
+#include "export/smoothing.h"
 
 namespace quillane {
 
 enum class OutlineFormat { kSvg, kDxf, kStl };
 
-/// The format that a name's suffix stands for, in small or capital letters.
+/// Returns the format of a path's suffix, in small or capital letters.
 std::optional<OutlineFormat> OutlineFormatOf(const std::filesystem::path& path);
 
-/// The content of the file; thickness (mm) is that of a solid. Throws FileWriteError as the writer
-/// of the format does.
+/// Returns the content of the file; thickness (mm) is that of a solid. Throws FileWriteError as the
+/// writer of the format does.
 std::string OutlineText(OutlineFormat format, const Shape& shape, double thickness);
+
+/// What a workshop wants to know of an outline.
+struct OutlineFigures {
+  double areaChange = 0;              ///< by smoothing, as a part of the area
+  int pieces = 0, holes = 0;          ///< loops around material and around holes
+  int contacts = 0;                   ///< corners in which two loops touch
+  double shortestSegment = 0;         ///< mm
+  std::optional<Neck> neck;           ///< the narrowest
+  std::vector<Circle> circles, arcs;  ///< circles that are whole, and those of which a part is
+};
 
 struct OutlineFile {
   std::string text;
-  double areaChange = 0;  ///< by smoothing, as a part of the area
+  OutlineFigures figures;
 };
 
-/// The file of a model's shape as it stands. Throws FileWriteError where the model has none or the
-/// format cannot hold it.
-OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model, bool smooth);
+/// Returns the file of a model's shape as it stands, smoothed where edges are named. Throws
+/// FileWriteError where the model has no shape or the format cannot hold it.
+OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model,
+                            std::optional<SmoothEdges> smooth);
 
 }  // namespace quillane

@@ -17,7 +17,7 @@ inline double Dot(Point a, Point b) { return a.x * b.x + a.y * b.y; }
 inline double Cross(Point a, Point b) { return a.x * b.y - a.y * b.x; }
 inline double Length(Point a) { return std::hypot(a.x, a.y); }
 
-/// Distance of p from the segment from a to b.
+/// Returns the distance of p from the segment from a to b.
 inline double Distance(Point p, Point a, Point b) {
   const double square = Dot(b - a, b - a);
   const double part = square > 0 ? std::clamp(Dot(p - a, b - a) / square, 0.0, 1.0) : 0;

@@ -17,7 +17,7 @@ namespace {
   throw FileWriteError("an outline needs the regular grid of a domain, but " + what);
 }
 
-/// The corners of the lower left cell's grid: where each node has to lie.
+/// Returns the place where each node has to lie.
 std::vector<Point> GridCorners(const Model& model) {
   const double size = double{model.ElementSize};
   std::vector<Point> corners(1);
@@ -101,8 +101,8 @@ class Walk {
     Leaving(corner) = static_cast<unsigned char>(Leaving(corner) | 1U << direction);
   }
 
-  /// Walks until nothing leaves the start any more. Whenever the path meets itself, the part since
-  /// then is a loop: so no loop touches itself.
+  /// Walks until no edge leaves the start any more. When the path meets itself, the part since then
+  /// becomes a loop, so no loop touches itself.
   void From(int start) {
     std::vector<int> path = {start};
     Place(start) = 0;
@@ -122,8 +122,8 @@ class Walk {
     Place(start) = kNowhere;
   }
 
-  /// Goes on from a corner: left before straight on before right, which stays with the same cell
-  /// where two of them touch.
+  /// Takes the next edge from a corner: left before straight before right. This stays with the same
+  /// cell where two cells touch.
   int Step(int corner, unsigned& direction) {
     for (const unsigned turn : {1U, 0U, 3U}) {
       const unsigned ahead = (direction + turn) % 4;
@@ -142,12 +142,6 @@ class Walk {
   std::vector<std::vector<int>> loops_;
 };
 
-/// Whether the way from a by b to c is straight on.
-bool IsStraight(Point a, Point b, Point c) {
-  const double lengths = Length(b - a) * Length(c - b);
-  return std::abs(Cross(b - a, c - b)) <= 1E-9 * lengths && Dot(b - a, c - b) > 0;
-}
-
 }  // namespace
 
 Shape TraceShape(const Model& model) {
@@ -157,24 +151,27 @@ Shape TraceShape(const Model& model) {
     shape.corners = GridCorners(model);
     CheckNodes(model, shape.corners);
   }
+  shape.cell = double{model.ElementSize};
   shape.cells = PresentCells(model);
   shape.loops = Walk(model).Loops();
   return shape;
 }
 
-std::vector<std::vector<Point>> Outline(const Shape& shape) {
-  std::vector<std::vector<Point>> outline;
+int CircleOfEdge(const Shape& shape, int from, int to) {
+  const auto arc = shape.arcs.find({from, to});
+  return arc == shape.arcs.end() ? kStraight : arc->second;
+}
+
+std::vector<int> CornerContacts(const Shape& shape) {
+  std::vector<int> contacts;
+  std::vector<char> visited(shape.corners.size());
   for (const std::vector<int>& loop : shape.loops) {
-    const auto at = [&](std::size_t k) {
-      return shape.corners[static_cast<std::size_t>(loop[k % loop.size()])];
-    };
-    std::vector<Point> polygon;
-    for (std::size_t k = 0; k < loop.size(); ++k) {
-      if (!IsStraight(at(k + loop.size() - 1), at(k), at(k + 1))) polygon.push_back(at(k));
+    for (const int corner : loop) {
+      if (std::exchange(visited[static_cast<std::size_t>(corner)], 1) != 0)
+        contacts.push_back(corner);
     }
-    outline.push_back(std::move(polygon));
   }
-  return outline;
+  return contacts;
 }
 
 double LoopArea(const Shape& shape, const std::vector<int>& loop) {
@@ -182,11 +179,15 @@ double LoopArea(const Shape& shape, const std::vector<int>& loop) {
     return shape.corners[static_cast<std::size_t>(corner)] - shape.corners[1];
   };
   double twice = 0;
-  Point last = from(loop.back());
-  for (const int corner : loop) {
-    const Point next = from(corner);
-    twice += Cross(last, next);
-    last = next;
+  for (int last = loop.back(); const int corner : loop) {
+    twice += Cross(from(last), from(corner));
+    if (const int circle = CircleOfEdge(shape, last, corner); circle != kStraight) {
+      const Circle& round = shape.circles[static_cast<std::size_t>(circle)];
+      const auto& at = [&shape](int c) { return shape.corners[static_cast<std::size_t>(c)]; };
+      const double angle = ClockwiseAngle(round, at(last), at(corner));
+      twice -= round.radius * round.radius * (angle - std::sin(angle));
+    }
+    last = corner;
   }
   return twice / 2;
 }

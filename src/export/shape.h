@@ -2,32 +2,43 @@
 #pragma once
 
 #include <array>
+#include <map>
+#include <utility>
 #include <vector>
 
-#include "export/point.h"
+#include "export/circle.h"
 #include "model/model.h"
 
 namespace quillane {
 
-/// Cells that hold material, and the loops between them and what is empty. A loop visits a corner
-/// once and has the material on its left: counter-clockwise round material, clockwise round a hole.
-/// Where cells touch in a corner only, two loops visit it.
+/// The cells with material and the loops around them. A loop visits a corner once and has the
+/// material on its left: counter-clockwise around material, clockwise around a hole. Two loops
+/// visit a corner in which cells only touch.
 struct Shape {
-  std::vector<Point> corners;             ///< of the grid, by node number; index 0 is unused
-  std::vector<std::array<int, 4>> cells;  ///< corners of each cell, counter-clockwise
-  std::vector<std::vector<int>> loops;    ///< corners along each loop, every one that it passes
+  double cell = 0;                          ///< edge of a cell, mm
+  std::vector<Point> corners;               ///< of the grid, by node number; index 0 is unused
+  std::vector<std::array<int, 4>> cells;    ///< corners of each cell, counter-clockwise
+  std::vector<std::vector<int>> loops;      ///< all corners along each loop
+  std::vector<Circle> circles;              ///< along which some edges run clockwise
+  std::map<std::pair<int, int>, int> arcs;  ///< by corners of such an edge: index of its circle
 };
 
-/// The shape of the cells with material. Its corners lie ElementSize apart from the place of
-/// node 1. Throws FileWriteError where the plate has no material, or where the model is no regular
-/// grid: counts, places of nodes (to a hundredth of a cell) or nodes of elements that differ from
-/// those of a domain of its size.
+inline constexpr int kStraight = -1;
+
+/// Returns the index of the circle along which the edge between two corners of a loop runs, or
+/// kStraight.
+int CircleOfEdge(const Shape& shape, int from, int to);
+
+/// Returns the shape of the cells with material. Its corners lie ElementSize apart, the first one
+/// at node 1. Throws FileWriteError if the plate has no material or the model is not a regular
+/// grid: if counts, places of nodes (by more than a hundredth of a cell) or nodes of elements
+/// differ from those of a domain of its size.
 Shape TraceShape(const Model& model);
 
-/// The loops as polygons, straight runs as one segment.
-std::vector<std::vector<Point>> Outline(const Shape& shape);
+/// Returns the corners that two loops visit.
+std::vector<int> CornerContacts(const Shape& shape);
 
-/// What a loop encloses, negative for a hole; what the shape covers. mm^2
+/// Returns the area (mm^2) that a loop encloses, negative for a hole; the area of the whole shape.
 double LoopArea(const Shape& shape, const std::vector<int>& loop);
 double Area(const Shape& shape);
 

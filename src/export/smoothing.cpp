@@ -5,24 +5,31 @@
 #include <cstddef>
 #include <utility>
 
+#include "export/cut_out_circles.h"
+#include "export/rounding.h"
+
 namespace quillane {
 namespace {
 
-/// The filter: pairs of a shrinking and a growing pass, which leave waves longer than about 20
+/// The filter: pairs of a shrinking and a growing pass, which keep waves longer than about 20
 /// edges.
 constexpr int kFilterPairs = 300;
 constexpr double kShrink = 0.66, kGrow = -0.68;
 constexpr int kAreaRounds = 4;
-/// How far straightening may move a corner, in edges of a cell; the filter leaves room for it.
+/// The farthest that straightening moves a corner, in edges of a cell; the filter leaves room for
+/// it.
 constexpr double kStraightness = 0.02;
 constexpr double kFilterReach = kSmoothingReach - kStraightness;
+/// A movement that counts, in edges of a cell.
+constexpr double kLeastMovement = 0.001;
 
-/// By corner: whether it has to stay.
-std::vector<char> HeldCorners(const Shape& shape, const Model& model) {
+/// Returns for each corner whether it has to stay.
+std::vector<char> HeldCorners(const Shape& shape, const Model& model, SmoothEdges edges) {
   const int stride = model.CellColumnCount + 1;
-  const auto designable = [&model](int i, int j) {
-    return i >= 1 && i <= model.CellRowCount && j >= 1 && j <= model.CellColumnCount &&
-           (model.CellState(i, j) == kCellDesign || model.CellState(i, j) == kCellEmpty);
+  const auto designable = [&model, edges](int i, int j) {
+    if (i < 1 || i > model.CellRowCount || j < 1 || j > model.CellColumnCount) return false;
+    const Integer state = model.CellState(i, j);
+    return edges == SmoothEdges::kAll || state == kCellDesign || state == kCellEmpty;
   };
   std::vector<char> held(shape.corners.size()), visited(shape.corners.size());
   for (const std::vector<int>& loop : shape.loops) {
@@ -36,34 +43,24 @@ std::vector<char> HeldCorners(const Shape& shape, const Model& model) {
       visited[index] = 1;
     }
   }
-  return held;
-}
-
-/// The corners of cells with two opposite sides on the edge, in the order first side, other side.
-std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model) {
-  const int stride = model.CellColumnCount + 1;
-  std::vector<std::array<int, 4>> thin;
-  for (const auto& [a, b, c, d] : shape.cells) {
-    const int i = (a - 1) / stride + 1, j = (a - 1) % stride + 1;
-    if (!HasMaterial(model, i - 1, j) && !HasMaterial(model, i + 1, j))
-      thin.push_back({a, b, c, d});
-    if (!HasMaterial(model, i, j - 1) && !HasMaterial(model, i, j + 1))
-      thin.push_back({b, c, d, a});
+  for (const auto& [edge, circle] : shape.arcs) {
+    for (const int n : {edge.first, edge.second}) held[static_cast<std::size_t>(n)] = 1;
   }
-  return thin;
+  return held;
 }
 
 class Smoother {
  public:
-  Smoother(const Shape& shape, const Model& model)
+  Smoother(const Shape& shape, const Model& model, SmoothEdges edges)
       : home_(shape),
         shape_(shape),
-        held_(HeldCorners(shape, model)),
+        held_(HeldCorners(shape, model, edges)),
         thin_(ThinCells(shape, model)),
-        cell_(double{model.ElementSize}),
+        cell_(shape.cell),
         moved_(shape.corners.size()) {}
 
-  /// Where the area has changed too much, all corners go back alike until it has not.
+  /// Smooths. If the area changes too much, all corners go back by the same share until it does
+  /// not.
   Shape Run() {
     for (const std::vector<int>& loop : shape_.loops) {
       Filter(loop);
@@ -85,8 +82,8 @@ class Smoother {
   static std::size_t Index(int corner) { return static_cast<std::size_t>(corner); }
   Point& At(int corner) { return shape_.corners[Index(corner)]; }
 
-  /// Moves every free corner of the loop at once to where target(before, here, after) wants it, but
-  /// not out of reach.
+  /// Moves every free corner of the loop at the same time to target(before, here, after), but not
+  /// out of reach.
   template <class Target>
   void MoveAll(const std::vector<int>& loop, const Target& target) {
     const double reach = kFilterReach * cell_;
@@ -112,7 +109,7 @@ class Smoother {
     }
   }
 
-  /// Moves the free corners outward alike, by what brings the loop's area back.
+  /// Moves the free corners outward by one distance that restores the loop's area.
   void RestoreArea(const std::vector<int>& loop) {
     double length = 0;
     for (std::size_t k = 0; k < loop.size(); ++k) {
@@ -128,16 +125,14 @@ class Smoother {
     });
   }
 
-  /// Takes back half of the movement where the sides of a thin cell have come too close. What
-  /// remains of a movement then is too small to be a cause, so this ends.
+  /// Halves the movement of the corners of thin cells whose sides are too close, until they are not
+  /// or the movement is negligible.
   void WidenThinCells() {
     for (bool narrow = true; narrow;) {
       narrow = false;
       for (const std::array<int, 4>& cell : thin_) {
-        const Point a = At(cell[0]), b = At(cell[1]), c = At(cell[2]), d = At(cell[3]);
-        const double width =
-            std::min({Distance(a, c, d), Distance(b, c, d), Distance(c, a, b), Distance(d, a, b)});
-        if (width >= (kThinnestMember + 2 * kStraightness) * cell_) continue;
+        const double least = (kThinnestMember + 2 * kStraightness) * cell_;
+        if (ThinCellWidth(shape_, cell) >= least || !HasMoved(cell)) continue;
         narrow = true;
         for (const int corner : cell)
           At(corner) = 0.5 * (At(corner) + home_.corners[Index(corner)]);
@@ -145,7 +140,13 @@ class Smoother {
     }
   }
 
-  /// Lays the corners of nearly straight pieces of the loop on a straight line.
+  bool HasMoved(const std::array<int, 4>& cell) {
+    return std::ranges::any_of(cell, [this](int corner) {
+      return Length(At(corner) - home_.corners[Index(corner)]) > kLeastMovement * cell_;
+    });
+  }
+
+  /// Moves the corners of nearly straight pieces of the loop onto straight lines.
   void Straighten(const std::vector<int>& loop) {
     std::vector<std::size_t> ends;  // of the pieces between what is held
     for (std::size_t k = 0; k < loop.size(); ++k) {
@@ -166,8 +167,8 @@ class Smoother {
     }
   }
 
-  /// Lays corners first to last of the loop on the line between these two and returns last; where
-  /// one of them would have to move too far, returns the one farthest from the line instead.
+  /// Moves the corners first to last of the loop onto the line between these two and returns last.
+  /// If one of them would move too far, moves none and returns the one farthest from the line.
   std::size_t StraightenPiece(const std::vector<int>& loop, std::size_t first, std::size_t last) {
     const auto at = [&](std::size_t k) -> Point& { return At(loop[k % loop.size()]); };
     const Point a = at(first), b = at(last);
@@ -199,6 +200,17 @@ class Smoother {
 
 }  // namespace
 
-Shape Smoothed(const Shape& shape, const Model& model) { return Smoother(shape, model).Run(); }
+Shape Smoothed(const Shape& shape, const Model& model, SmoothEdges edges) {
+  if (edges == SmoothEdges::kDesign) return Smoother(shape, model, edges).Run();
+  std::vector<CutOutCircle> circles = FindCutOutCircles(shape, model);
+  for (;;) {
+    Shape rounded = shape;
+    circles = AddCircles(rounded, model, circles);
+    Shape smooth = Smoother(rounded, model, edges).Run();
+    const std::vector<int> faulty = FaultyCircles(smooth);
+    if (faulty.empty()) return smooth;
+    for (auto k = faulty.rbegin(); k != faulty.rend(); ++k) circles.erase(circles.begin() + *k);
+  }
+}
 
 }  // namespace quillane

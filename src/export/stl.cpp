@@ -4,11 +4,18 @@
 #include <bit>
 #include <cfloat>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
+#include "export/outline.h"
+#include "export/triangles.h"
 #include "model/safe_file.h"
 
 namespace quillane {
 namespace {
+
+/// How far the facets of a round wall may lie from its arc, in edges of a cell.
+constexpr double kDeviation = 0.01;
 
 struct Point3 {
   double x, y, z;
@@ -17,7 +24,7 @@ struct Point3 {
 /// Collects facets in the format's bytes, numbers with their low byte first.
 class Facets {
  public:
-  /// A triangle, seen counter-clockwise from outside, and its normal.
+  /// Adds a triangle, counter-clockwise as seen from outside, and its normal.
   void Add(Point3 normal, Point3 a, Point3 b, Point3 c) {
     for (const Point3& p : {normal, a, b, c}) {
       for (const double number : {p.x, p.y, p.z}) {
@@ -44,44 +51,61 @@ class Facets {
   std::uint32_t count_ = 0;
 };
 
-/// Twice the area of a triangle, negative where it is clockwise.
+/// Returns twice the area of a triangle, negative if it is clockwise.
 double Twice(Point a, Point b, Point c) { return Cross(b - a, c - a); }
 
 class Solid {
  public:
-  Solid(const Shape& shape, double thickness) : shape_(shape), thickness_(thickness) {}
+  Solid(const Shape& shape, double thickness)
+      : shape_(shape), deviation_(kDeviation * shape.cell), thickness_(thickness) {}
 
   std::string Text() {
-    for (const std::array<int, 4>& cell : shape_.cells) AddFaces(cell);
+    for (const std::array<int, 4>& cell : shape_.cells) AddCell(cell);
     for (const std::vector<int>& loop : shape_.loops) {
-      int last = loop.back();
-      for (const int corner : loop) {
-        AddWall(At(last), At(corner));
-        last = corner;
-      }
+      for (int last = loop.back(); const int corner : loop)
+        AddWalls(std::exchange(last, corner), corner);
     }
     return facets_.Text();
   }
 
  private:
-  Point At(int corner) const {
-    return shape_.corners[static_cast<std::size_t>(corner)] - shape_.corners[1];
-  }
+  Point Origin() const { return shape_.corners[1]; }
+  Point At(int corner) const { return shape_.corners[static_cast<std::size_t>(corner)]; }
   static Point3 Low(Point p) { return {p.x, p.y, 0}; }
   Point3 High(Point p) const { return {p.x, p.y, thickness_}; }
 
-  /// Top and bottom of a cell, cut along the diagonal that leaves the fatter triangles.
-  void AddFaces(const std::array<int, 4>& cell) {
-    std::array<Point, 4> p;
-    std::ranges::transform(cell, p.begin(), [this](int corner) { return At(corner); });
+  /// Adds top and bottom of a cell; one without arcs is cut along the diagonal that leaves the
+  /// fatter triangles.
+  void AddCell(const std::array<int, 4>& cell) {
+    std::vector<Point> p = CellPolygon(shape_, cell, deviation_);
+    for (Point& place : p) place = place - Origin();
+    if (p.size() > 4) {
+      for (const std::array<Point, 3>& triangle : Triangles(p)) AddFaces(triangle);
+      return;
+    }
     if (std::min(Twice(p[0], p[1], p[2]), Twice(p[0], p[2], p[3])) <
         std::min(Twice(p[1], p[2], p[3]), Twice(p[1], p[3], p[0]))) {
-      std::rotate(p.begin(), p.begin() + 1, p.end());
+      std::ranges::rotate(p, p.begin() + 1);
     }
-    for (const std::array<Point, 3>& t : {std::array{p[0], p[1], p[2]}, {p[0], p[2], p[3]}}) {
-      facets_.Add({0, 0, 1}, High(t[0]), High(t[1]), High(t[2]));
-      facets_.Add({0, 0, -1}, Low(t[0]), Low(t[2]), Low(t[1]));
+    AddFaces({p[0], p[1], p[2]});
+    AddFaces({p[0], p[2], p[3]});
+  }
+
+  void AddFaces(const std::array<Point, 3>& t) {
+    facets_.Add({0, 0, 1}, High(t[0]), High(t[1]), High(t[2]));
+    facets_.Add({0, 0, -1}, Low(t[0]), Low(t[2]), Low(t[1]));
+  }
+
+  /// Adds the walls along an edge, which may be an arc.
+  void AddWalls(int from, int to) {
+    Point last = At(from);
+    if (const int circle = CircleOfEdge(shape_, from, to); circle != kStraight) {
+      for (const Point& p : ArcPoints(shape_.circles[static_cast<std::size_t>(circle)], At(from),
+                                      At(to), deviation_)) {
+        AddWall(std::exchange(last, p) - Origin(), p - Origin());
+      }
     }
+    AddWall(last - Origin(), At(to) - Origin());
   }
 
   void AddWall(Point from, Point to) {
@@ -93,7 +117,7 @@ class Solid {
   }
 
   const Shape& shape_;
-  double thickness_;
+  const double deviation_, thickness_;
   Facets facets_;
 };
 

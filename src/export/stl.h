@@ -7,10 +7,10 @@
 
 namespace quillane {
 
-/// A binary STL file: the shape from z = 0 to z = thickness, in mm, closed, its facets seen
-/// counter-clockwise from outside. The lower left corner of the domain lies at the origin, for the
-/// format has 7 digits only. Throws FileWriteError for a thickness that is not positive or a size
-/// out of the format's range.
+/// Returns a binary STL file of the closed solid from z = 0 to z = thickness, in mm, its facets
+/// counter-clockwise as seen from outside. The lower left corner of the domain is the origin,
+/// because the format has only 7 digits. Throws FileWriteError if the thickness is not positive or
+/// a size is out of the format's range.
 std::string StlText(const Shape& shape, double thickness);
 
 }  // namespace quillane

@@ -3,7 +3,10 @@
 #include <QByteArray>
 #include <QString>
 #include <QXmlStreamWriter>
+#include <algorithm>
+#include <numbers>
 
+#include "export/outline.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -13,10 +16,11 @@ struct Box {
   Point low, high;
 };
 
-Box Bounds(const std::vector<std::vector<Point>>& outline) {
-  Box box{outline.front().front(), outline.front().front()};
-  for (const std::vector<Point>& polygon : outline) {
-    for (const Point& p : polygon) {
+/// The box of the outline. Its arcs bulge into the material, so the vertices suffice.
+Box Bounds(const std::vector<Contour>& outline) {
+  Box box{outline.front().front().place, outline.front().front().place};
+  for (const Contour& contour : outline) {
+    for (const auto& [p, circle] : contour) {
       box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y)};
       box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y)};
     }
@@ -26,21 +30,54 @@ Box Bounds(const std::vector<std::vector<Point>>& outline) {
 
 std::string Pair(double x, double y) { return GeneralText(x) + " " + GeneralText(y); }
 
+/// Writes the subpaths of an outline whose upper left corner is the origin.
+class PathData {
+ public:
+  PathData(const Shape& shape, Point origin) : shape_(shape), origin_(origin) {}
+
+  std::string Of(const Contour& contour) const {
+    std::string data = "M " + Place(contour.front().place) + " ";
+    for (std::size_t k = 0; k < contour.size(); ++k) {
+      const auto& [here, circle] = contour[k];
+      const bool isLast = k + 1 == contour.size();
+      const Point next = contour[isLast ? 0 : k + 1].place;
+      if (circle != kStraight) {
+        data += Arc(shape_.circles[static_cast<std::size_t>(circle)], here, next);
+      } else if (!isLast) {
+        data += "L " + Place(next) + " ";
+      }
+    }
+    return data + "Z ";
+  }
+
+ private:
+  std::string Place(Point p) const { return Pair(p.x - origin_.x, origin_.y - p.y); }
+
+  /// A clockwise arc; a full circle is two halves, as the format wants it.
+  std::string Arc(const Circle& circle, Point from, Point to) const {
+    const double angle = ClockwiseAngle(circle, from, to);
+    if (angle > 2 * std::numbers::pi - 1E-9) {
+      const Point opposite = 2 * circle.centre - from;
+      return Arc(circle, from, opposite) + Arc(circle, opposite, to);
+    }
+    return "A " + Pair(circle.radius, circle.radius) + " 0 " +
+           (angle > std::numbers::pi ? "1" : "0") + " 1 " + Place(to) + " ";
+  }
+
+  const Shape& shape_;
+  Point origin_;
+};
+
 }  // namespace
 
 std::string SvgText(const Shape& shape) {
-  const std::vector<std::vector<Point>> outline = Outline(shape);
+  const std::vector<Contour> outline = Outline(shape);
   const Box box = Bounds(outline);
   const Point size = box.high - box.low;
-  std::string path;
-  for (const std::vector<Point>& polygon : outline) {
-    for (const Point& p : polygon) {
-      path +=
-          (&p == &polygon.front() ? "M " : "L ") + Pair(p.x - box.low.x, box.high.y - p.y) + " ";
-    }
-    path += "Z ";
-  }
-  path.pop_back();
+  const PathData path(shape, {box.low.x, box.high.y});
+  std::string data;
+  for (const Contour& contour : outline) data += path.Of(contour);
+  data.pop_back();
 
   QByteArray text;
   QXmlStreamWriter svg(&text);
@@ -56,7 +93,7 @@ std::string SvgText(const Shape& shape) {
   attribute("viewBox", "0 0 " + Pair(size.x, size.y));
   svg.writeEmptyElement(QStringLiteral("path"));
   attribute("fill-rule", "evenodd");
-  attribute("d", path);
+  attribute("d", data);
   svg.writeEndDocument();
   return text.toStdString();
 }

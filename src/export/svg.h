@@ -7,7 +7,8 @@
 
 namespace quillane {
 
-/// An SVG file: one filled path in mm, true to size, its y turned down as the format wants it.
+/// Returns an SVG file with one filled path in mm, true to size, its y turned down as the format
+/// requires.
 std::string SvgText(const Shape& shape);
 
 }  // namespace quillane

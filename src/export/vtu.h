@@ -8,13 +8,14 @@
 
 namespace quillane {
 
-/// A VTU file: the quads of the cells with material and the nodes that they have, as the mesh
-/// stands. By node: node (its number), displacement (mm), load (N), support (x and y, not 0: held);
-/// by cell: row, column, state, stress (von Mises, MPa), potential. Numbers are exact. Throws
-/// RunTimeError (subscript) where an element has nodes that do not exist.
+/// Returns a VTU file of the cells with material as quads and of their nodes, as the mesh has them.
+/// By node: node (its number), displacement (mm), load (N), support (x and y, not 0: held); by
+/// cell: row, column, state, stress (von Mises, MPa), potential. Numbers are exact. Throws
+/// RunTimeError (subscript) if an element has nodes that do not exist.
 std::string VtuText(const Model& model);
 
-/// A PVD file: the series of these files, one a step from 0 on, by paths relative to its folder.
+/// Returns a PVD file, the series of these files, one for each step from 0, as paths relative to
+/// its folder.
 std::string PvdText(const std::vector<std::string>& files);
 
 }  // namespace quillane

@@ -1,5 +1,5 @@
-// The loops round the material, what smoothing promises, and what is in the files. That other
-// programs agree is seen by scripts/exports/check_exports.sh.
+// The loops around the material, the guarantees of smoothing, and the contents of the files.
+// scripts/exports/check_exports.sh has other programs judge them.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "export/outline_file.h"
+#include "export/outline_support.h"
 #include "export/shape.h"
 #include "export/smoothing.h"
 #include "export/vtu.h"
@@ -24,48 +25,6 @@
 
 namespace quillane {
 namespace {
-
-/// Cells of 10 mm as drawn, upper row first: '#' material, 'N' non-design, 'x' cut out, '.' empty.
-Model Layout(const std::vector<std::string>& rows) {
-  const int count = static_cast<int>(rows.size()), columns = static_cast<int>(rows[0].size());
-  Model model = test::Plate(count, columns, 10, kCellEmpty);
-  for (int i = 1; i <= count; ++i) {
-    for (int j = 1; j <= columns; ++j) {
-      const char c = rows[static_cast<std::size_t>(count - i)][static_cast<std::size_t>(j - 1)];
-      if (c == '#') model.CellState(i, j) = kCellDesign;
-      if (c == 'N') model.CellState(i, j) = kCellNonDesign;
-      if (c == 'x') model.CellState(i, j) = kCellCutOut;
-    }
-  }
-  return model;
-}
-
-/// Members, islands and holes of random waves and noise, down to single cells and contacts in
-/// corners; with some non-design and cut-out cells, supports and loads.
-Model RandomLayout(unsigned seed) {
-  std::mt19937 random(seed);
-  const auto between = [&random](double low, double high) {
-    return low + (high - low) * static_cast<double>(random() % 10001) / 10000;
-  };
-  const int rows = static_cast<int>(between(3, 26)), columns = static_cast<int>(between(3, 26));
-  Model model = test::Plate(rows, columns, 10, kCellEmpty);
-  const double a = between(-1, 1), b = between(-1, 1), c = between(-1, 1), d = between(-1, 1);
-  const double noise = seed % 3 == 0 ? between(0, 1.5) : 0, level = between(-1, 0.8);
-  for (int i = 1; i <= rows; ++i) {
-    for (int j = 1; j <= columns; ++j) {
-      const double field = std::sin(a * i + b * j) + std::sin(c * i + d * j);
-      if (field + between(-noise, noise) > level) model.CellState(i, j) = kCellDesign;
-      if (random() % 150 == 0)
-        model.CellState(i, j) = random() % 2 == 0 ? kCellNonDesign : kCellCutOut;
-    }
-  }
-  model.CellState(1, 1) = kCellDesign;
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    if (random() % 80 == 0) model.NodeFreedom(n, 1 + static_cast<int>(random() % 2)) = 1;
-    if (random() % 80 == 0) model.NodeLoad(n, 1 + static_cast<int>(random() % 2)) = -5;
-  }
-  return model;
-}
 
 TEST(Shape, LoopsAreWhatAPersonSees) {
   const struct {
@@ -83,11 +42,11 @@ TEST(Shape, LoopsAreWhatAPersonSees) {
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.what);
-    const Shape shape = TraceShape(Layout(c.rows));
+    const Shape shape = TraceShape(test::Layout(c.rows));
     std::vector<double> areas;
     std::size_t corners = 0;
     for (const auto& loop : shape.loops) areas.push_back(LoopArea(shape, loop) / 100);
-    for (const auto& polygon : Outline(shape)) corners += polygon.size();
+    for (const auto& contour : Outline(shape)) corners += contour.size();
     std::ranges::sort(areas);
     EXPECT_EQ(areas, c.areas);
     EXPECT_EQ(corners, c.corners);
@@ -101,7 +60,7 @@ TEST(Shape, LiesWhereTheModelLies) {
   std::ranges::fill(model.CellState.Raw(), kCellDesign);
   const Shape shape = TraceShape(model);
   EXPECT_NEAR(Area(shape), 150, 1E-5);
-  const Point corner = Outline(shape).at(0).at(2);
+  const Point corner = Outline(shape).at(0).at(2).place;
   EXPECT_NEAR(corner.x, 8, 1E-6);
   EXPECT_NEAR(corner.y, 14, 1E-6);
 }
@@ -127,15 +86,6 @@ TEST(Shape, RefusesWhatIsNoRegularGrid) {
   }
 }
 
-/// The numbers that stand in a text after one mark, up to another.
-std::vector<double> Numbers(const std::string& text, const std::string& after, char end) {
-  const std::size_t at = text.find(after);
-  EXPECT_NE(at, std::string::npos) << after;
-  const std::size_t begin = at + after.size();
-  std::istringstream stream(text.substr(begin, text.find(end, begin) - begin));
-  return {std::istream_iterator<double>(stream), {}};
-}
-
 TEST(OutlineFile, SuffixChoosesTheFormatAndDrawingsAreInMillimetres) {
   EXPECT_EQ(OutlineFormatOf("a/b.svg"), OutlineFormat::kSvg);
   EXPECT_EQ(OutlineFormatOf("b.DXF"), OutlineFormat::kDxf);
@@ -143,7 +93,7 @@ TEST(OutlineFile, SuffixChoosesTheFormatAndDrawingsAreInMillimetres) {
   for (const char* name : {"b", ".svg", "b.svgz", "b.dxf.gz", "stl", ""}) {
     EXPECT_EQ(OutlineFormatOf(name), std::nullopt) << name;
   }
-  const Shape ring = TraceShape(Layout({".###.", ".#.#.", "..##.", "....."}));
+  const Shape ring = TraceShape(test::Layout({".###.", ".#.#.", "..##.", "....."}));
   const std::string svg = OutlineText(OutlineFormat::kSvg, ring, 1);
   for (const char* part :
        {R"(width="30mm" height="30mm" viewBox="0 0 30 30")", R"(fill-rule="evenodd")",
@@ -151,35 +101,18 @@ TEST(OutlineFile, SuffixChoosesTheFormatAndDrawingsAreInMillimetres) {
     EXPECT_NE(svg.find(part), std::string::npos) << svg;
   }
   const std::string dxf = OutlineText(OutlineFormat::kDxf, ring, 1);
-  EXPECT_EQ(Numbers(dxf, "$INSUNITS\n", '$'), (std::vector<double>{70, 4, 9}));
-  EXPECT_EQ(Numbers(dxf, "AcDbPolyline\n", 'A'),
+  EXPECT_EQ(test::Numbers(dxf, "$INSUNITS\n", '$'), (std::vector<double>{70, 4, 9}));
+  EXPECT_EQ(test::Numbers(dxf, "AcDbPolyline\n", 'A'),
             (std::vector<double>{90, 4,  70, 1,  10, 20, 20, 20, 10, 20, 20,
                                  30, 10, 30, 20, 30, 10, 30, 20, 20, 0}));
 }
 
 TEST(OutlineFile, StlIsAClosedSolidTurnedOutward) {
-  using Vertex = std::array<float, 3>;
   for (unsigned seed = 1; seed <= 30; ++seed) {
     SCOPED_TRACE(seed);
-    const Model model = RandomLayout(seed);
+    const Model model = test::RandomLayout(seed);
     const Shape shape = Smoothed(TraceShape(model), model);
-    const std::string text = OutlineText(OutlineFormat::kStl, shape, 2.5);
-    ASSERT_EQ((text.size() - 84) % 50, 0U);
-    std::map<std::pair<Vertex, Vertex>, int> edges;  // times there less times back
-    double volume = 0;
-    for (std::size_t at = 84; at < text.size(); at += 50) {
-      std::array<Vertex, 4> facet;  // its normal, then its corners
-      std::memcpy(facet.data(), text.data() + at, sizeof facet);
-      const auto& [normal, a, b, c] = facet;
-      volume += double{a[2] + b[2] + c[2]} / 6 *
-                Cross({b[0] - a[0], b[1] - a[1]}, {c[0] - a[0], c[1] - a[1]});
-      for (const auto& edge : {std::pair(a, b), std::pair(b, c), std::pair(c, a)}) {
-        ++edges[edge];
-        --edges[{edge.second, edge.first}];
-      }
-    }
-    for (const auto& [edge, open] : edges) EXPECT_EQ(open, 0);
-    EXPECT_NEAR(volume / (2.5 * Area(shape)), 1, 1E-5);
+    test::ExpectClosedSolid(OutlineText(OutlineFormat::kStl, shape, 2.5), 2.5 * Area(shape), 1E-5);
     for (const double thickness : {0.0, -1.0, 1E300}) {
       EXPECT_THROW(OutlineText(OutlineFormat::kStl, shape, thickness), FileWriteError);
     }
@@ -196,7 +129,7 @@ TEST(Vtu, HoldsEveryPresentCellAndItsNodes) {
   model.Potential(1, 3) = 7.25;
   const std::string text = VtuText(model);
   const auto array = [&text](const std::string& name) {
-    return Numbers(text.substr(text.find("Name=\"" + name + "\"")), ">", '<');
+    return test::Numbers(text.substr(text.find("Name=\"" + name + "\"")), ">", '<');
   };
   const auto node = array("node"), place = array("place"), moved = array("displacement"),
              load = array("load"), support = array("support"), corners = array("connectivity");
@@ -222,40 +155,13 @@ TEST(Vtu, HoldsEveryPresentCellAndItsNodes) {
   EXPECT_NE(series.find(R"(timestep="1" part="0" file="b &amp; c.vtu")"), std::string::npos);
 }
 
-using Segment = std::pair<Point, Point>;
-
-bool Same(Point a, Point b) { return a.x == b.x && a.y == b.y; }
-
-/// Whether two segments have more in common than one end.
-bool Meet(const Segment& s, const Segment& t) {
-  const auto [a, b] = s;
-  const auto [c, d] = t;
-  const auto side = [](Point from, Point to, Point p) { return Cross(to - from, p - from); };
-  if (side(a, b, c) * side(a, b, d) < 0 && side(c, d, a) * side(c, d, b) < 0) return true;
-  int touching = 0;
-  for (const Point& p : {a, b}) touching += Distance(p, c, d) < 1E-6 ? 1 : 0;
-  for (const Point& p : {c, d}) touching += Distance(p, a, b) < 1E-6 ? 1 : 0;
-  const bool common = Same(a, c) || Same(a, d) || Same(b, c) || Same(b, d);
-  return touching > (common ? 2 : 0);
-}
-
-/// Whether p lies in the material, by the crossings of a ray to the right.
-bool IsInside(Point p, const std::vector<Segment>& outline) {
-  bool inside = false;
-  for (const auto& [a, b] : outline) {
-    if ((a.y > p.y) == (b.y > p.y)) continue;
-    if (p.x < a.x + (p.y - a.y) / (b.y - a.y) * (b.x - a.x)) inside = !inside;
-  }
-  return inside;
-}
-
 void ExpectPromisesKept(const Model& model) {
   const Shape shape = TraceShape(model), smooth = Smoothed(shape, model);
   EXPECT_LT(std::abs(Area(smooth) - Area(shape)), 0.01 * Area(shape));
   ASSERT_EQ(smooth.loops, shape.loops);
   const auto stays = [&](int n) {
     const auto k = static_cast<std::size_t>(n);
-    return Same(smooth.corners[k], shape.corners[k]);
+    return test::Same(smooth.corners[k], shape.corners[k]);
   };
   for (const auto& loop : shape.loops) {
     EXPECT_GT(LoopArea(smooth, loop) / LoopArea(shape, loop), 0);
@@ -281,19 +187,12 @@ void ExpectPromisesKept(const Model& model) {
     EXPECT_TRUE(gap(a, b, c, d) >= 5 || HasMaterial(model, i - 1, j) ||
                 HasMaterial(model, i + 1, j));
   }
-  std::vector<Segment> outline;
-  for (const auto& polygon : Outline(smooth)) {
-    for (Point last = polygon.back(); const Point& p : polygon)
-      outline.emplace_back(std::exchange(last, p), p);
-  }
-  for (auto s = outline.begin(); s != outline.end(); ++s) {
-    for (auto t = s + 1; t != outline.end(); ++t) {
-      EXPECT_FALSE(Meet(*s, *t)) << s->first.x << " " << s->first.y;
-    }
-  }
+  const std::vector<test::Segment> outline = test::Segments(smooth);
+  test::ExpectNoneMeet(outline);
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
-      EXPECT_EQ(IsInside({10 * (j - 0.5), 10 * (i - 0.5)}, outline), HasMaterial(model, i, j));
+      EXPECT_EQ(test::IsInside({10 * (j - 0.5), 10 * (i - 0.5)}, outline),
+                HasMaterial(model, i, j));
       if (model.CellState(i, j) == kCellDesign || model.CellState(i, j) == kCellEmpty) continue;
       for (int k = 1; k <= 4; ++k) {
         EXPECT_TRUE(stays(model.ElementNodes(ElementOfCell(model, i, j), k)));
@@ -305,7 +204,7 @@ void ExpectPromisesKept(const Model& model) {
 TEST(Smoothing, KeepsItsPromisesOnRandomLayouts) {
   for (unsigned seed = 1; seed <= 200 && !HasFailure(); ++seed) {
     SCOPED_TRACE(seed);
-    ExpectPromisesKept(RandomLayout(seed));
+    ExpectPromisesKept(test::RandomLayout(seed));
   }
 }
 

@@ -1,0 +1,84 @@
+#include "export/circle.h"
+
+#include <numbers>
+
+namespace quillane {
+namespace {
+
+constexpr int kFitRounds = 20;
+
+Point Mean(const std::vector<Point>& points) {
+  Point sum;
+  for (const Point& p : points) sum = sum + p;
+  return 1.0 / static_cast<double>(points.size()) * sum;
+}
+
+/// The circle with the least sum of (|p - centre|^2 - radius^2)^2, about the mean of the points.
+Circle AlgebraicFit(const std::vector<Point>& points) {
+  double xx = 0, xy = 0, yy = 0;
+  Point right;
+  for (const Point& p : points) {
+    xx += p.x * p.x, xy += p.x * p.y, yy += p.y * p.y;
+    right = right + Dot(p, p) / 2 * p;
+  }
+  const double determinant = xx * yy - xy * xy;
+  const Point centre{(right.x * yy - right.y * xy) / determinant,
+                     (right.y * xx - right.x * xy) / determinant};
+  return {centre, std::sqrt(Dot(centre, centre) + (xx + yy) / static_cast<double>(points.size()))};
+}
+
+/// One Gauss-Newton step for the sum of (|p - centre| - radius)^2. The radius is the mean of the
+/// distances, which leaves two normal equations.
+Circle Improved(const Circle& circle, const std::vector<Point>& points) {
+  std::vector<Point> towards;  // unit vectors
+  double radius = 0;
+  for (const Point& p : points) {
+    const double distance = Length(p - circle.centre);
+    towards.push_back(1 / distance * (p - circle.centre));
+    radius += distance / static_cast<double>(points.size());
+  }
+  const Point mean = Mean(towards);
+  double xx = 0, xy = 0, yy = 0;
+  Point right;
+  for (std::size_t k = 0; k < points.size(); ++k) {
+    const Point d = towards[k] - mean;
+    xx += d.x * d.x, xy += d.x * d.y, yy += d.y * d.y;
+    right = right + (Length(points[k] - circle.centre) - radius) * d;
+  }
+  const double determinant = xx * yy - xy * xy;
+  const Point shift{(right.x * yy - right.y * xy) / determinant,
+                    (right.y * xx - right.x * xy) / determinant};
+  return {circle.centre + shift, radius - Dot(mean, shift)};
+}
+
+}  // namespace
+
+double ClockwiseAngle(const Circle& circle, Point a, Point b) {
+  const Point from = a - circle.centre, to = b - circle.centre;
+  const double angle = -std::atan2(Cross(from, to), Dot(from, to));
+  return angle > 0 ? angle : angle + 2 * std::numbers::pi;
+}
+
+std::vector<Point> ArcPoints(const Circle& circle, Point a, Point b, double deviation) {
+  const double angle = ClockwiseAngle(circle, a, b);
+  const double largest = 2 * std::acos(std::max(0.0, 1 - deviation / circle.radius));
+  const int parts = static_cast<int>(std::ceil(angle / largest));
+  const Point from = a - circle.centre;
+  std::vector<Point> points;
+  for (int k = 1; k < parts; ++k) {
+    const double turn = -angle * k / parts, c = std::cos(turn), s = std::sin(turn);
+    points.push_back(circle.centre + Point{c * from.x - s * from.y, s * from.x + c * from.y});
+  }
+  return points;
+}
+
+Circle FitCircle(const std::vector<Point>& points) {
+  const Point middle = Mean(points);
+  std::vector<Point> centred;
+  for (const Point& p : points) centred.push_back(p - middle);
+  Circle circle = AlgebraicFit(centred);
+  for (int round = 0; round < kFitRounds; ++round) circle = Improved(circle, centred);
+  return {circle.centre + middle, circle.radius};
+}
+
+}  // namespace quillane

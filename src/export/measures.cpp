@@ -1,0 +1,125 @@
+#include "export/measures.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cstddef>
+
+#include "export/segment_grid.h"
+
+namespace quillane {
+namespace {
+
+/// Directions closer to a right angle than this are perpendicular.
+constexpr double kRightAngle = 1E-9;
+/// Chords in place of arcs, in edges of a cell.
+constexpr double kDeviation = 0.002;
+
+Point Unit(Point p) { return 1 / Length(p) * p; }
+
+/// Discs on two places of the edge that face each other through the material.
+class Necks {
+ public:
+  Necks(const std::vector<std::vector<Point>>& polygons, double reach)
+      : grid_(polygons, reach), reach_(reach) {}
+
+  /// The narrowest neck of at most `reach`.
+  std::optional<Neck> Narrowest() {
+    for (const Segment& s : Segments()) Face(s);
+    std::ranges::sort(found_, {}, &Neck::width);
+    const auto neck = std::ranges::find_if(found_, [this](const Neck& n) { return IsEmpty(n); });
+    return neck == found_.end() ? std::nullopt : std::optional(*neck);
+  }
+
+ private:
+  using Segment = SegmentGrid::Segment;
+
+  const std::vector<Segment>& Segments() const { return grid_.Segments(); }
+  const Segment& At(int index) const { return Segments()[static_cast<std::size_t>(index)]; }
+
+  /// Whether the vertex where s begins is not convex, and the way from there in direction u leads
+  /// into the material, away from both its segments.
+  bool Leaves(const Segment& s, Point u) const {
+    const Point back = Unit(At(s.before).a - s.a), on = Unit(s.b - s.a);
+    return Cross(on, back) <= kRightAngle && Dot(u, back) <= kRightAngle &&
+           Dot(u, on) <= kRightAngle && Cross(on - back, u) > 0;
+  }
+
+  /// Looks at what faces the vertex where s begins, and what faces its two segments in parallel.
+  void Face(const Segment& s) {
+    grid_.ForEachNear(s.a, reach_, [&](int index) {
+      const Segment& t = At(index);
+      if (&t == &s || index == s.before) return;
+      FaceInParallel(s, t);
+      FaceInParallel(At(s.before), t);
+      const Point along = t.b - t.a;
+      const double part = Dot(s.a - t.a, along) / Dot(along, along);
+      if (part >= 1) return;  // the end is the next segment's beginning
+      const Point place = t.a + std::max(0.0, part) * along;
+      const double width = Length(place - s.a);
+      if (!(width > 0 && width <= reach_)) return;
+      const Point u = 1 / width * (place - s.a);
+      const bool meets = part <= 0 ? Leaves(t, -1.0 * u) : Cross(along, s.a - t.a) > 0;
+      if (meets && Leaves(s, u)) found_.push_back({width, 0.5 * (place + s.a)});
+    });
+  }
+
+  /// A member with parallel sides: the disc in the middle of where they overlap.
+  void FaceInParallel(const Segment& s, const Segment& t) {
+    const Point u = Unit(s.b - s.a), v = Unit(t.b - t.a);
+    const double width = Cross(u, t.a - s.a);
+    if (std::abs(Cross(u, v)) > kRightAngle || Dot(u, v) > 0 || !(width > 0)) return;
+    const double begin = std::max(0.0, Dot(t.b - s.a, u));
+    const double end = std::min(Length(s.b - s.a), Dot(t.a - s.a, u));
+    if (begin >= end || width > reach_) return;
+    found_.push_back({width, s.a + (begin + end) / 2 * u + width / 2 * Point{-u.y, u.x}});
+  }
+
+  bool IsEmpty(const Neck& neck) const {
+    bool isEmpty = true;
+    grid_.ForEachNear(neck.middle, neck.width / 2, [&](int index) {
+      const Segment& t = At(index);
+      isEmpty = isEmpty && Distance(neck.middle, t.a, t.b) >= neck.width / 2 * (1 - kRightAngle);
+    });
+    return isEmpty;
+  }
+
+  SegmentGrid grid_;
+  double reach_;
+  std::vector<Neck> found_;
+};
+
+}  // namespace
+
+double ShortestSegment(const Shape& shape, const std::vector<Contour>& outline) {
+  double shortest = DBL_MAX;
+  for (const Contour& contour : outline) {
+    for (std::size_t k = 0; k < contour.size(); ++k) {
+      const auto& [here, index] = contour[k];
+      const Point next = contour[(k + 1) % contour.size()].place;
+      double length = Length(next - here);
+      if (index != kStraight) {
+        const Circle& circle = shape.circles[static_cast<std::size_t>(index)];
+        length = circle.radius * ClockwiseAngle(circle, here, next);
+      }
+      shortest = std::min(shortest, length);
+    }
+  }
+  return shortest;
+}
+
+std::optional<Neck> NarrowestNeck(const Shape& shape, const std::vector<Contour>& outline) {
+  const auto polygons = Polygons(shape, outline, kDeviation * shape.cell);
+  Point low = polygons.front().front(), high = low;
+  for (const std::vector<Point>& polygon : polygons) {
+    for (const Point& p : polygon) {
+      low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+      high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+  }
+  for (double reach = shape.cell / 4;; reach *= 2) {
+    if (const std::optional<Neck> neck = Necks(polygons, reach).Narrowest()) return neck;
+    if (reach > Length(high - low)) return std::nullopt;
+  }
+}
+
+}  // namespace quillane

@@ -1,0 +1,154 @@
+#include "export/rounding.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <set>
+#include <unordered_map>
+
+#include "export/outline.h"
+#include "export/segment_grid.h"
+#include "export/smoothing.h"
+#include "export/triangles.h"
+
+namespace quillane {
+namespace {
+
+/// The chords that stand for arcs where folded cells and crossings are looked for, in edges of a
+/// cell.
+constexpr double kDeviation = 0.01;
+
+bool IsFolded(const Shape& shape, const std::array<int, 4>& cell) {
+  return Triangles(CellPolygon(shape, cell, kDeviation * shape.cell)).empty();
+}
+
+class Rounding {
+ public:
+  Rounding(Shape& shape, const Model& model) : shape_(shape), thin_(ThinCells(shape, model)) {
+    for (const auto& cell : shape.cells) {
+      for (const int corner : cell) cellsAt_[corner].push_back(cell);
+    }
+    for (const auto& cell : thin_) {
+      for (const int corner : cell) thinAt_[corner].push_back(cell);
+    }
+    const std::vector<int> contacts = CornerContacts(shape);
+    taken_.insert(contacts.begin(), contacts.end());
+  }
+
+  /// Whether the circle was added.
+  bool Add(const CutOutCircle& circle) {
+    const auto isTaken = [this](const auto& corner) { return taken_.contains(corner.first); };
+    if (std::ranges::any_of(circle.corners, isTaken)) return false;
+    std::vector<std::pair<int, Point>> homes;
+    for (const auto& [corner, place] : circle.corners) homes.emplace_back(corner, At(corner));
+    for (const auto& [corner, place] : circle.corners) At(corner) = place;
+    for (const auto& edge : circle.edges)
+      shape_.arcs[edge] = static_cast<int>(shape_.circles.size());
+    shape_.circles.push_back(circle.circle);
+    if (std::ranges::all_of(homes, [this](const auto& home) { return IsSound(home.first); })) {
+      for (const auto& [corner, home] : homes) taken_.insert(corner);
+      return true;
+    }
+    for (const auto& [corner, home] : homes) At(corner) = home;
+    for (const auto& edge : circle.edges) shape_.arcs.erase(edge);
+    shape_.circles.pop_back();
+    return false;
+  }
+
+ private:
+  using Cell = std::array<int, 4>;
+
+  Point& At(int corner) { return shape_.corners[static_cast<std::size_t>(corner)]; }
+
+  /// How far the arc on an edge bulges over its chord.
+  double Bulge(int from, int to) {
+    const int circle = CircleOfEdge(shape_, from, to);
+    if (circle == kStraight) return 0;
+    const double half = Length(At(to) - At(from)) / 2;
+    const double radius = shape_.circles[static_cast<std::size_t>(circle)].radius;
+    return radius - std::sqrt(std::max(0.0, radius * radius - half * half));
+  }
+
+  bool IsSound(int corner) {
+    const auto isFolded = [this](const Cell& cell) { return IsFolded(shape_, cell); };
+    const auto isNarrow = [this](const Cell& cell) {
+      const double bulges = Bulge(cell[0], cell[1]) + Bulge(cell[2], cell[3]);
+      return ThinCellWidth(shape_, cell) - bulges < kThinnestMember * shape_.cell;
+    };
+    return std::ranges::none_of(cellsAt_[corner], isFolded) &&
+           std::ranges::none_of(thinAt_[corner], isNarrow);
+  }
+
+  Shape& shape_;
+  const std::vector<Cell> thin_;
+  std::unordered_map<int, std::vector<Cell>> cellsAt_, thinAt_;
+  std::set<int> taken_;
+};
+
+bool Cross(const SegmentGrid::Segment& s, const SegmentGrid::Segment& t) {
+  const auto side = [](Point from, Point to, Point p) { return Cross(to - from, p - from); };
+  return side(s.a, s.b, t.a) * side(s.a, s.b, t.b) < 0 &&
+         side(t.a, t.b, s.a) * side(t.a, t.b, s.b) < 0;
+}
+
+}  // namespace
+
+std::vector<CutOutCircle> AddCircles(Shape& shape, const Model& model,
+                                     const std::vector<CutOutCircle>& circles) {
+  Rounding rounding(shape, model);
+  std::vector<CutOutCircle> added;
+  std::ranges::copy_if(circles, std::back_inserter(added),
+                       [&](const CutOutCircle& circle) { return rounding.Add(circle); });
+  return added;
+}
+
+std::vector<int> FaultyCircles(const Shape& shape) {
+  std::set<int> faulty;
+  const SegmentGrid grid(Polygons(shape, Outline(shape), kDeviation * shape.cell), shape.cell);
+  const auto addThoseAt = [&](Point p) {
+    for (std::size_t k = 0; k < shape.circles.size(); ++k) {
+      const auto& [centre, radius] = shape.circles[k];
+      if (std::abs(Length(p - centre) - radius) <= 1E-9 * (radius + shape.cell)) {
+        faulty.insert(static_cast<int>(k));
+      }
+    }
+  };
+  for (const SegmentGrid::Segment& s : grid.Segments()) {
+    const double reach = Length(s.b - s.a) / 2;
+    grid.ForEachNear(0.5 * (s.a + s.b), reach, [&](int index) {
+      const SegmentGrid::Segment& t = grid.Segments()[static_cast<std::size_t>(index)];
+      if (!Cross(s, t)) return;
+      for (const Point& end : {s.a, s.b, t.a, t.b}) addThoseAt(end);
+    });
+  }
+  std::unordered_map<int, int> circleOf;
+  for (const auto& [edge, circle] : shape.arcs) {
+    circleOf[edge.first] = circleOf[edge.second] = circle;
+  }
+  for (const auto& cell : shape.cells) {
+    const auto corner = std::ranges::find_if(cell, [&](int c) { return circleOf.contains(c); });
+    if (corner == cell.end() || !IsFolded(shape, cell)) continue;
+    faulty.insert(circleOf[*corner]);
+  }
+  return {faulty.begin(), faulty.end()};
+}
+
+std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model) {
+  const int stride = model.CellColumnCount + 1;
+  std::vector<std::array<int, 4>> thin;
+  for (const auto& [a, b, c, d] : shape.cells) {
+    const int i = (a - 1) / stride + 1, j = (a - 1) % stride + 1;
+    if (!HasMaterial(model, i - 1, j) && !HasMaterial(model, i + 1, j))
+      thin.push_back({a, b, c, d});
+    if (!HasMaterial(model, i, j - 1) && !HasMaterial(model, i, j + 1))
+      thin.push_back({b, c, d, a});
+  }
+  return thin;
+}
+
+double ThinCellWidth(const Shape& shape, const std::array<int, 4>& cell) {
+  const auto at = [&](std::size_t k) { return shape.corners[static_cast<std::size_t>(cell[k])]; };
+  const Point a = at(0), b = at(1), c = at(2), d = at(3);
+  return std::min({Distance(a, c, d), Distance(b, c, d), Distance(c, a, b), Distance(d, a, b)});
+}
+
+}  // namespace quillane
