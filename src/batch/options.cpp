@@ -1,5 +1,7 @@
 #include "batch/options.h"
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <map>
@@ -8,7 +10,6 @@
 
 #include "batch/failure.h"
 #include "batch/option_values.h"
-#include "export/outline_file.h"
 
 namespace quillane {
 namespace {
@@ -20,13 +21,31 @@ constexpr const char* kDescription =
     "wish\n"
     "(--volume-fraction, --until-steady) was not reached, 129, 130 or 143 ended by a signal.";
 
+/// The value that a word stands for; wanted lists the words for a message.
+template <class Value>
+Value Chosen(const std::map<std::string, Value>& values, const char* wanted,
+             const std::string& option, const std::string& word) {
+  const auto value = values.find(word);
+  if (value != values.end()) return value->second;
+  throw CLI::ValidationError(option, fmt::format("wants {}, not \"{}\"", wanted, word));
+}
+
 PictureKind Kind(const std::string& option, const std::string& text) {
-  static const std::map<std::string, PictureKind> kinds = {{"stress", PictureKind::kStress},
-                                                           {"potential", PictureKind::kPotential},
-                                                           {"model", PictureKind::kModel}};
-  const auto kind = kinds.find(text);
-  if (kind != kinds.end()) return kind->second;
-  throw CLI::ValidationError(option, "wants stress, potential or model, not \"" + text + "\"");
+  return Chosen<PictureKind>({{"stress", PictureKind::kStress},
+                              {"potential", PictureKind::kPotential},
+                              {"model", PictureKind::kModel}},
+                             "stress, potential or model", option, text);
+}
+
+OutlineFormat Format(const std::string& option, const std::string& text) {
+  return Chosen<OutlineFormat>(
+      {{"svg", OutlineFormat::kSvg}, {"dxf", OutlineFormat::kDxf}, {"stl", OutlineFormat::kStl}},
+      "svg, dxf or stl", option, text);
+}
+
+SmoothEdges Edges(const std::string& option, const std::string& text) {
+  return Chosen<SmoothEdges>({{"design", SmoothEdges::kDesign}, {"all", SmoothEdges::kAll}},
+                             "design or all", option, text);
 }
 
 /// The parser with its options, each of which writes into one BatchOptions.
@@ -58,6 +77,7 @@ class CommandLine {
         throw CLI::ValidationError(row.option, "cannot go to standard output");
       }
     }
+    SettleOutline();
   }
 
   /// Forwards the usage error or the help text to its stream and turns it into an exit status.
@@ -146,13 +166,35 @@ class CommandLine {
   }
 
   void AddOutlineStyle() {
-    auto* outline = app_.get_option("--outline")->check([](const std::string& path) {
-      return OutlineFormatOf(path) ? "" : "wants .svg, .dxf or .stl, not " + path;
-    });
-    AddFlag("--smooth", options_.smooth, "smooth that edge")->needs(outline);
+    auto* outline = app_.get_option("--outline");
+    Add("--outline-format", "FORMAT", "svg, dxf or stl, where FILE does not tell it",
+        outlineFormat_, Format)
+        ->needs(outline);
+    AddFlag("--smooth", smooth_, "smooth that edge, but for what has to fit")->needs(outline);
+    Add("--smooth-edges", "WHICH",
+        "design: the same; all: cut-out and non-design cells, too, and round holes as circles",
+        options_.smooth, Edges)
+        ->needs(outline);
+  }
+
+  /// Completes what --outline asks for.
+  void SettleOutline() {
+    const std::filesystem::path& outline = options_.outputs[Output::kOutline];
+    if (outline.empty()) return;
+    if (!outlineFormat_) outlineFormat_ = OutlineFormatOf(outline);
+    if (!outlineFormat_ && outline == "-") {
+      throw CLI::ValidationError("--outline", "wants --outline-format with standard output");
+    }
+    if (!outlineFormat_) {
+      throw CLI::ValidationError("--outline", "wants .svg, .dxf or .stl, not " + outline.string());
+    }
+    options_.outlineFormat = *outlineFormat_;
+    if (smooth_ && !options_.smooth) options_.smooth = SmoothEdges::kDesign;
   }
 
   BatchOptions& options_;
+  std::optional<OutlineFormat> outlineFormat_;
+  bool smooth_ = false;
   std::tuple<int&, int&> size_{options_.picture.width, options_.picture.height};
   CLI::App app_{kDescription, "quillane-batch"};
   std::string group_;

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "batch/output_table.h"
+#include "export/outline_file.h"
 #include "image/picture.h"
 #include "model/types.h"
 
@@ -28,7 +29,8 @@ struct BatchOptions {
   std::optional<Single> lambda;
 
   OutputPaths outputs;
-  bool smooth = false;  ///< the outline
+  OutlineFormat outlineFormat = OutlineFormat::kSvg;
+  std::optional<SmoothEdges> smooth;  ///< the outline
   PictureOptions picture;
   bool label = false;  ///< write step and volume into the pictures
   bool quiet = false;

@@ -3,11 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "batch/options.h"
+#include "batch/outline_notes.h"
 #include "batch/run_summary.h"
 #include "batch/tables.h"
-#include "export/outline_file.h"
 #include "export/vtu.h"
 #include "model/model_file.h"
 
@@ -19,13 +20,14 @@ std::string Picture(const BatchOptions& options, const Model& model, RunSummary&
 }
 
 std::string Outline(const BatchOptions& options, const Model& model, RunSummary& summary) {
-  const OutlineFile outline =
-      MakeOutlineFile(*OutlineFormatOf(options.outputs[Output::kOutline]), model, options.smooth);
+  OutlineFile outline = MakeOutlineFile(options.outlineFormat, model, options.smooth);
   if (options.smooth) {
     summary.notes.push_back(
-        fmt::format("smoothing changed the area by {:+.3f} %", 100 * outline.areaChange));
+        fmt::format("smoothing changed the area by {:+.3f} %", 100 * outline.figures.areaChange));
   }
-  return outline.text;
+  AddOutlineNotes(outline.figures, summary.notes);
+  summary.outline = std::move(outline.figures);
+  return std::move(outline.text);
 }
 
 /// The content that needs the model alone.
@@ -89,7 +91,7 @@ constexpr OutputRow kTable[] = {
      .group = kExportGroup,
      .option = "--outline",
      .type = "FILE",
-     .help = "the edge of the material in mm; FILE ends in .svg, .dxf or .stl",
+     .help = "the edge of the material in mm; the ending chooses SVG, DXF or STL",
      .content = Outline},
     {.output = Output::kVtu,
      .group = kExportGroup,

@@ -111,7 +111,8 @@ class BatchRun {
   void TryOutline() {
     const std::filesystem::path& outline = options_.outputs[Output::kOutline];
     if (outline.empty()) return;
-    Named(outline.string(), [&] { MakeOutlineFile(*OutlineFormatOf(outline), model_, false); });
+    Named(outline.string(),
+          [&] { OutlineText(options_.outlineFormat, TraceShape(model_), model_.Thickness); });
   }
 
   void Analyse() {

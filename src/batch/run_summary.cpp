@@ -30,6 +30,27 @@ QJsonArray StageArray(const RunSummary& summary) {
   return stages;
 }
 
+QJsonArray CircleArray(const std::vector<Circle>& circles) {
+  QJsonArray array;
+  for (const auto& [centre, radius] : circles) {
+    array.append(QJsonObject{{"x", centre.x}, {"y", centre.y}, {"radius", radius}});
+  }
+  return array;
+}
+
+QJsonObject OutlineObject(const OutlineFigures& figures) {
+  QJsonObject object{
+      {"pieces", figures.pieces},           {"holes", figures.holes},
+      {"cornerContacts", figures.contacts}, {"shortestSegment", figures.shortestSegment},
+      {"areaChange", figures.areaChange},   {"circles", CircleArray(figures.circles)},
+      {"arcs", CircleArray(figures.arcs)}};
+  if (const auto& neck = figures.neck) {
+    object["narrowestNeck"] =
+        QJsonObject{{"width", neck->width}, {"x", neck->middle.x}, {"y", neck->middle.y}};
+  }
+  return object;
+}
+
 QJsonArray AttemptArray(const SearchResult& search) {
   QJsonArray attempts;
   for (const Attempt& attempt : search.attempts) {
@@ -135,6 +156,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
   if (!summary.stages.empty()) object["stages"] = StageArray(summary);
   if (summary.search) object["attempts"] = AttemptArray(*summary.search);
   if (!summary.error.empty()) object["error"] = QString::fromStdString(summary.error);
+  if (summary.outline) object["outline"] = OutlineObject(*summary.outline);
   QJsonArray notes;
   for (const std::string& note : summary.notes) notes.append(QString::fromStdString(note));
   object["notes"] = notes;

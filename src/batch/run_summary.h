@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "export/outline_file.h"
 #include "model/model.h"
 #include "optimize/course.h"
 #include "optimize/volume_search.h"
@@ -12,14 +13,15 @@ namespace quillane {
 
 struct RunSummary {
   CourseFigures figures;
-  double startVolume = 0;              ///< of the first analysis, mm^3
-  bool connected = true;               ///< every load has a way to supports that hold it
-  std::optional<Repetition> rest;      ///< where rest was looked for and found
-  int pieces = 1;                      ///< separate ones
-  std::optional<SearchResult> search;  ///< where a wished volume was searched for
-  std::vector<KeptStage> stages;       ///< of the search, as they were done
-  std::vector<std::string> notes;      ///< how it ended, a line each
-  std::string error;                   ///< what ended the run before its end
+  double startVolume = 0;                 ///< of the first analysis, mm^3
+  bool connected = true;                  ///< every load has a way to supports that hold it
+  std::optional<Repetition> rest;         ///< where rest was looked for and found
+  int pieces = 1;                         ///< separate ones
+  std::optional<SearchResult> search;     ///< where a wished volume was searched for
+  std::vector<KeptStage> stages;          ///< of the search, as they were done
+  std::optional<OutlineFigures> outline;  ///< where one was written
+  std::vector<std::string> notes;         ///< how it ended, a line each
+  std::string error;                      ///< what ended the run before its end
   int exitStatus = 0;
 };
 

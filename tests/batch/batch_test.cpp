@@ -83,7 +83,8 @@ TEST_F(Batch, WritesShapeAndFieldsForOtherPrograms) {
   EXPECT_TRUE(Contains(out_, "smoothing changed the area by "));
   Model end;
   OpenModelFile(end, folder_ / "e.model");
-  EXPECT_EQ(ReadFile(folder_ / "e.stl"), MakeOutlineFile(OutlineFormat::kStl, end, true).text);
+  EXPECT_EQ(ReadFile(folder_ / "e.stl"),
+            MakeOutlineFile(OutlineFormat::kStl, end, SmoothEdges::kDesign).text);
   EXPECT_EQ(ReadFile(folder_ / "e.vtu"), ReadFile(folder_ / "f/frame-00002.vtu"));
   EXPECT_TRUE(Contains(ReadFile(folder_ / "f/frames.pvd"), "timestep=\"2\""));
 }
@@ -152,6 +153,9 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"plate.model --image .", 2, ".: the path names a folder"},
       {"plate.model --frames f --image f/frame-00001.png", 2, "this is the name of a frame"},
       {"plate.model --outline a.pdf", 2, "--outline: wants .svg, .dxf or .stl, not a.pdf"},
+      {"plate.model --outline -", 2, "--outline: wants --outline-format with standard output"},
+      {"plate.model --outline a.svg --outline-format png", 2, "wants svg, dxf or stl, not \"png\""},
+      {"plate.model --outline a.svg --smooth-edges some", 2, "wants design or all, not \"some\""},
       {"plate.model --smooth", 2, "--smooth requires --outline"},
       {"bare.model --outline a.svg", 2, "a.svg: the plate has no material"},
       {"plate.model --cells none/c.csv", 2, "none/c.csv: the folder does not exist"},
@@ -166,6 +170,28 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
   }
   EXPECT_EQ(Run("--help"), 0);
   EXPECT_TRUE(Contains(out_, "--stress-target"));
+}
+
+TEST_F(Batch, TellsWhatAWorkshopShouldKnowOfAnOutline) {
+  Model model = test::Cantilever(8, 12);
+  for (const int i : {4, 5}) model.CellState(i, 4) = model.CellState(i, 5) = kCellCutOut;
+  for (int i = 1; i <= 8; ++i) model.CellState(i, 9) = i == 2 ? kCellDesign : kCellEmpty;
+  model.CellState(8, 8) = kCellEmpty;
+  model.CellState(8, 9) = kCellDesign;  // it touches the rest only in a corner
+  model.CellState(8, 10) = kCellEmpty;
+  test::WriteFile(folder_ / "holes.model", ModelFileText(model));
+  Run("holes.model --outline - --outline-format dxf --smooth-edges all --json s.json");
+  EXPECT_TRUE(out_.ends_with("EOF\n") && Contains(out_, "CIRCLE"));
+  for (const char* line :
+       {"outline: 2 pieces, 1 hole; shortest segment", "narrowest neck",
+        "the outline has 2 pieces, which come apart when it is cut",
+        "cells touch in a corner only in 2 places", "circle of radius", "about (400, 400)"}) {
+    EXPECT_TRUE(Contains(err_, line)) << line << "\n" << err_;
+  }
+  const std::string json = ReadFile(folder_ / "s.json");
+  for (const char* key : {"\"narrowestNeck\": {", "\"pieces\": 2", "\"radius\": "}) {
+    EXPECT_TRUE(Contains(json, key)) << key;
+  }
 }
 
 TEST_F(Batch, AFailingStepLeavesWhatWasWrittenComplete) {
