@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs programs that are not ours and lets them judge what quillane-batch writes for them: the
-# optimized examples as outlines, plain and smoothed, and as fields. Ends at the first finding.
+# optimized examples as outlines, plain, smoothed and with circles, and as fields. Ends at the first finding.
 # Usage: check_exports.sh [FOLDER]   (out/exports by default; pictures to look at stay there)
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -11,8 +11,17 @@ folder=${1:-out/exports}
 rm -rf "$folder"
 mkdir -p "$folder"
 
+# The cantilever with two round holes, one of them cut by the upper edge: 20 rows of 40 cells.
+mkdir "$folder/drilled"
+awk 'BEGIN { RS = ORS = "\r\n" }
+     NR > 6 && NR <= 806 {
+       x = (NR - 7) % 40 + 0.5; y = int((NR - 7) / 40) + 0.5
+       if ((x - 18) ^ 2 + (y - 20) ^ 2 < 30 || (x - 28) ^ 2 + (y - 9) ^ 2 < 10) $0 = -3
+     }
+     { print }' examples/cantilever.model >"$folder/drilled/drilled-cantilever.model"
+
 names=()
-for model in examples/*.model; do
+for model in examples/*.model "$folder"/drilled/*.model; do
   name=$(basename "$model" .model)
   names+=("$name")
   base=$folder/$name
@@ -22,6 +31,8 @@ for model in examples/*.model; do
   for format in svg dxf stl; do
     "$batch" "$base.model" --quiet --outline "$base-plain.$format"
     "$batch" "$base.model" --quiet --outline "$base-smooth.$format" --smooth
+    "$batch" "$base.model" --quiet --outline "$base-round.$format" --smooth-edges all \
+        --json "$base-round.json"
   done
 done
 name=${names[0]}
@@ -39,14 +50,14 @@ for name in "${names[@]}"; do
   [ "$elements" = "$(awk -F, 'NR > 1 && $3 > 0' "$folder/$name-cells.csv" | wc -l)" ]
 done
 
-# Pictures to look at: all outlines on one sheet, and each smoothed drawing in LibreCAD.
-montage "$folder"/*.svg.png -tile 2x -geometry 900x500+20+20 "$folder/outlines.png"
+# Pictures to look at: all outlines on one sheet, and each drawing with circles in LibreCAD.
+montage "$folder"/*.svg.png -tile 3x -geometry 900x500+20+20 "$folder/outlines.png"
 . scripts/lib/virtual_screen.sh
 virtual_screen 1200x800
 export HOME=$scratch XDG_CONFIG_HOME=$scratch
 openbox >/dev/null 2>&1 &
 for name in "${names[@]}"; do
-  librecad "$folder/$name-smooth.dxf" >/dev/null 2>&1 &
+  librecad "$folder/$name-round.dxf" >/dev/null 2>&1 &
   program=$!
   sleep 5
   xdotool key Return  # answers the questions of a first start

@@ -16,6 +16,17 @@ plate=$scratch/plate
 scripts/exports/outline_over_cells.py "$plate-plain.dxf" "$plate-smooth.dxf" "$plate.svg"
 rsvg-convert --width 1000 "$plate.svg" --output "$images/export-smoothing.png"
 
+lever=$scratch/lever
+"$batch" examples/bolted-lever.model --volume-fraction 0.5 --save "$lever.model" --quiet
+"$batch" "$lever.model" --outline "$lever-plain.dxf" --quiet
+"$batch" "$lever.model" --outline "$lever-smooth.dxf" --smooth --quiet
+"$batch" "$lever.model" --outline "$lever-round.dxf" --smooth-edges all | tail -4
+for kind in smooth round; do
+  scripts/exports/outline_over_cells.py "$lever-plain.dxf" "$lever-$kind.dxf" "$lever-$kind.svg"
+  rsvg-convert --width 900 "$lever-$kind.svg" --output "$lever-$kind.png"
+done
+convert "$lever-smooth.png" "$lever-round.png" -append "$images/export-circles.png"
+
 scripts/exports/reanalysis.py "$plate.model" "$plate-smooth.dxf" "$plate.csv" "$plate-again.vtu"
 pvpython scripts/exports/export_views.py "$plate.vtu" "$plate-again.vtu" "$images/export-paraview.png" \
     "$scratch/ours.png" "$scratch/theirs.png" 2>/dev/null

@@ -1,15 +1,17 @@
 #!/usr/bin/python3
 """Draws a smoothed outline over the plain one.
 
-Usage: outline_over_cells.py PLAIN.dxf SMOOTH.dxf PICTURE.svg
+Usage: outline_over_cells.py CELLS.dxf OUTLINE.dxf PICTURE.svg
 """
 import sys
 
 import ezdxf
+import ezdxf.path
 
 
 def path(file):
-    loops = [line.get_points("xy") for line in ezdxf.readfile(file).modelspace()]
+    loops = [[(p.x, p.y) for p in ezdxf.path.make_path(entity).flattening(0.01)]
+             for entity in ezdxf.readfile(file).modelspace()]
     corners = [p for loop in loops for p in loop]
     return " ".join("M " + " L ".join(f"{x} {-y}" for x, y in loop) + " Z" for loop in loops), corners
 
