@@ -34,6 +34,7 @@ void ReadOptions(CLI::App& app, Options& options) {
   app.add_option("--pictures", options.folder,
                  "a folder for the model and the two shapes of every plate, and a montage");
   app.add_option("--montage", options.pictures, "plates in the montage (default 40)");
+  app.add_option("--columns", options.columns, "of the montage (default 4)");
 }
 
 std::vector<ShapeCase> Cases(const Options& options) {

@@ -136,8 +136,9 @@ std::vector<ShapeCase> RandomCases(std::uint32_t seed, int first, int last) {
 std::vector<ShapeCase> ExampleCases() {
   std::vector<ShapeCase> cases;
   for (const std::string_view name : ExampleNames()) {
-    const bool isLarge = name == "bridge" || name == "two-bar-truss" || name == "bolted-lever";
-    for (const int refinement : {1, isLarge ? 3 : 4}) {
+    const bool isMedium = name == "half-mbb-beam" || name == "l-bracket";
+    const int finest = name == "cantilever" ? 4 : isMedium ? 3 : 2;
+    for (const int refinement : {1, finest}) {
       Model model = MakeExample(name, ExampleStart::kFullDomain, refinement);
       MarkActiveNodes(model);
       cases.push_back({fmt::format("{}-x{}", name, refinement), "example", std::move(model), 0.5});

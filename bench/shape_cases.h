@@ -21,7 +21,7 @@ struct ShapeCase {
 /// Random plates `first` to `last` of a seed.
 std::vector<ShapeCase> RandomCases(std::uint32_t seed, int first, int last);
 
-/// The examples, coarse and fine, each to half of its volume.
+/// The examples, coarse and about as fine as the equations can be counted, to half their volume.
 std::vector<ShapeCase> ExampleCases();
 
 /// A layout found by a method, analysed.
