@@ -7,7 +7,7 @@ set -euo pipefail
 build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev libdxflib-dev
        fonts-dejavu-core fonts-noto-cjk)
 test=("${build[@]}" libgtest-dev)
-bench=("${build[@]}" libbenchmark-dev libeigen3-dev libsuitesparse-dev python3)
+bench=("${test[@]}" libbenchmark-dev libeigen3-dev libsuitesparse-dev python3)
 arm64=(g++-aarch64-linux-gnu qemu-user-static googletest)
 develop=("${test[@]}" "${bench[@]}" git clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
          x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file man-db
