@@ -58,7 +58,7 @@ void SavePictures(const std::vector<ShapePair>& pairs, const Options& options) {
     Model problem = pair.plate->model;
     SaveModelFile(problem, path + ".model");
     if (small.size() < static_cast<std::size_t>(options.pictures)) {
-      small.push_back(PairPicture(pair, 300, 200));
+      small.push_back(PairPicture(pair, 420, 280));
     }
   }
   Montage(small, options.columns).save(QString::fromStdString((options.folder / "montage.png")));
