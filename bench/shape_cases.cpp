@@ -53,9 +53,8 @@ SearchedShape Search(const ShapeCase& plate, double secondsLimit) {
   };
   SearchResult found = SearchVolume(model, options, watch);
   result.claimed = found.Best().reached;
-  model = std::move(found.attempts[found.best].model);
   result.shape.seconds = Now() - start;
-  result.shape.model = std::move(model);
+  result.shape.model = std::move(found.attempts[found.best].model);
   Judge(result.shape, volume);
   return result;
 }
