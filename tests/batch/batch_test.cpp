@@ -278,7 +278,7 @@ TEST(ModelCheck, ReadsTheTextItself) {
   EXPECT_TRUE(Contains(findings[0].reason, "0.5: a whole number is due")) << findings[0].reason;
   findings = FindingsIn(std::string(valid).insert(valid.find("1,0,0\r\n"), "1\r\n"));
   ASSERT_EQ(findings.size(), 1U) << "a cell too many: what follows is not judged";
-  EXPECT_EQ(findings[0].line, 15);
+  EXPECT_EQ(findings[0].line, 14);
   EXPECT_TRUE(Contains(findings[0].reason, "missing or too many")) << findings[0].reason;
   findings = FindingsIn(ModelFileText(test::Plate(2, 3, 100, 7)));
   EXPECT_TRUE(Contains(findings[3].reason, "and 3 more like this: the state is none of"));
