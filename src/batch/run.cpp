@@ -182,6 +182,10 @@ class BatchRun {
     });
     const Attempt& best = summary_.search->Best();
     wishReached_ = best.reached;
+    if (best.reached && best.worstLoss > 1.25) {
+      Note(fmt::format("at one stage compliance times volume rose by {:.0f} %: look at the shape",
+                       100 * (best.worstLoss - 1)));
+    }
     if (GoesOn()) {
       Note(SearchNote(*summary_.search, *options_.volumeFraction, summary_.startVolume));
     }

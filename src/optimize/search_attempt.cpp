@@ -13,9 +13,8 @@
 namespace quillane {
 namespace {
 
-constexpr double kFreeLoss = 1.003;    ///< nothing else is tried for less
-constexpr double kUsualLoss = 1.04;    ///< of compliance times volume, accepted at any pace
-constexpr double kLargestLoss = 1.25;  ///< accepted for the last cell that can be taken at once
+constexpr double kFreeLoss = 1.003;  ///< nothing else is tried for less
+constexpr double kUsualLoss = 1.04;  ///< of compliance times volume, accepted at any pace
 
 /// A vote: its Epsilon, and the cells it may leave beyond the aim, as a share of the aim.
 struct Vote {
@@ -125,7 +124,8 @@ class Search {
       TryMove(moves_[move], judgedFrom, aim, best);
       if (ended_ || best.loss <= kFreeLoss) break;
     }
-    return !ended_ && best.loss <= (taken > 1 ? kUsualLoss : kLargestLoss) && Keep(best);
+    return !ended_ && best.loss <= (taken > 1 ? kUsualLoss : attempt_.way.largestLoss) &&
+           Keep(best);
   }
 
   bool Repair() {
@@ -137,7 +137,7 @@ class Search {
       }
       if (best.loss <= (attempt_.way.thorough ? 1 : kUsualLoss)) break;
     }
-    return !ended_ && best.loss <= kLargestLoss && Keep(best);
+    return !ended_ && best.loss <= attempt_.way.largestLoss && Keep(best);
   }
 
   /// Casts the votes of a move, judges the layouts from the judgedFrom-th on, until one costs

@@ -38,11 +38,12 @@ enum class SearchEnd {
 /// Which stages are tried first, and how much of the plate they may take.
 struct SearchWay {
   Single lambda = 1;
-  Integer epsilon = 5;    ///< of the first stage tried
-  int votes = 1;          ///< in a row, each at a target of its own, before the plate is judged
-  double pace = 0.02;     ///< share of the plate that is taken at once
-  bool narrowed = false;  ///< no other Epsilon than this one
-  bool thorough = false;  ///< tries every repair before it takes one
+  Integer epsilon = 5;        ///< of the first stage tried
+  int votes = 1;              ///< in a row, each at a target of its own, before the plate is judged
+  double pace = 0.02;         ///< share of the plate that is taken at once
+  bool narrowed = false;      ///< no other Epsilon than this one
+  double largestLoss = 1.25;  ///< accepted for the last cell that can be taken at once
+  bool thorough = false;      ///< tries every repair before it takes one
 };
 
 struct SearchGoal {
@@ -63,7 +64,7 @@ struct Attempt {
   double volume = 0;      ///< mm^3
   double compliance = 0;  ///< N mm
   double meanStress = 0, maxStress = 0;  ///< MPa
-  bool reached = false;   ///< the wish
+  bool reached = false;                  ///< the wish
   SearchEnd end = SearchEnd::kReached;
   Model model;            ///< as its last stage leaves it
   CourseFigures figures;  ///< of its stages alone

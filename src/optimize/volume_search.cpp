@@ -25,8 +25,8 @@ constexpr std::array<SearchWay, kMostAttempts> kWays = {
      {.votes = 2, .pace = 0.04},
      {.votes = 2, .pace = 0.02, .thorough = true},
      {.votes = 1, .pace = 0.04, .thorough = true},
-     {.votes = 2, .pace = 0.012, .thorough = true},
-     {.votes = 1, .pace = 0.03, .thorough = true}}};
+     {.votes = 2, .pace = 0.012, .largestLoss = 1.5, .thorough = true},
+     {.votes = 1, .pace = 0.03, .largestLoss = 2, .thorough = true}}};
 
 std::vector<SearchWay> Ways(const SearchOptions& options) {
   std::vector<SearchWay> ways(kWays.begin(), kWays.end());
