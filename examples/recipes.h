@@ -1,4 +1,4 @@
-// The example models, made anew at any fineness.
+// The example models at any fineness.
 #pragma once
 
 #include <string_view>

@@ -11,21 +11,21 @@
 namespace quillane {
 
 /// Redraws the canvas from the model: background, design domain, cells by state, loads, supports,
-/// axes and grid, in the scale of the model's view. Throws RunTimeError: overflow where the grid
-/// has too many lines, subscript where the mesh does not fit the grid.
+/// axes and grid, in the scale of the model's view. Throws RunTimeError: overflow if the grid has
+/// too many lines, subscript if the mesh does not fit the grid.
 void DrawCanvas(DrawingArea& picCanvas, const Model& model, const DrawingStyle& style = {});
 
-/// Redraws what a result map lies on: the canvas drawing on a background of its own, without
-/// material, loads and supports. Throws as DrawCanvas.
+/// Redraws what lies below a result map: the canvas drawing on this background, without material,
+/// loads and supports. Throws as DrawCanvas.
 void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background,
                      const DrawingStyle& style = {});
 
 /// Fills the square of an element, from 1, in the drawing colour, from its first to its third node.
-/// Throws RunTimeError (subscript) where there is no such element or node.
+/// Throws RunTimeError (subscript) if there is no such element or node.
 void FillElement(DrawingArea& picCanvas, const Model& model, int element);
 
-/// Wipes both pictures: background, axes and grid on the canvas, an unlabelled stress legend. The
-/// model keeps what it holds.
+/// Clears both pictures: background, axes and grid on the canvas, an unlabelled stress legend.
+/// Leaves the model as it is.
 void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
                     const ColorTable& table);
 

@@ -15,7 +15,7 @@ constexpr double kUpDateWidth = 5000;    // units
 constexpr double kMouseXYLeft = 5300;    // units
 constexpr double kMouseXYWidth = 4000;   // units
 constexpr double kLabelCharacters = 60;  // that fit the wider label
-constexpr double kLongestSide = 32000;   // units, safely an Integer
+constexpr double kLongestSide = 32000;   // units, well within an Integer
 
 Integer ColorBarWidth(Integer canvasHeight) {
   return ToInteger(canvasHeight / 21.0 * 5.5, "The width of the colour bar");
@@ -25,10 +25,10 @@ Integer AtLeastZero(double length, const char* what) {
   return ToInteger(std::max(length, 0.0), what);
 }
 
-/// A picture is at least one pixel wide and high.
+/// Rounds to pixels, at least one.
 int Pixels(double length) { return std::max(1, static_cast<int>(std::lround(length))); }
 
-/// Splits the width; `unit` is the length of a layout unit in pixels.
+/// Divides the width; `unit` is the length of a layout unit in pixels.
 void ShareWidth(CanvasLayout& layout, const LayoutUnits& units, int width, double unit) {
   layout.canvasWidth = std::clamp(Pixels(units.canvasWidth * unit), 1, std::max(1, width - 1));
   layout.colorBarWidth = std::max(1, width - layout.canvasWidth);

@@ -1,4 +1,4 @@
-// How a client area is shared by canvas, legend and labels.
+// The layout of canvas, legend and labels in a client area.
 #pragma once
 
 #include "model/types.h"
@@ -13,13 +13,13 @@ struct LayoutUnits {
   Integer canvasWidth = 0;
 };
 
-/// Shares out a client area of width x height layout units: a strip of 300 units below for the
-/// labels, a legend whose width is to the canvas's height as 5.5 to 21, the rest for the canvas.
-/// Every length is rounded to an Integer before the next follows from it; none is negative. Throws
-/// RunTimeError (overflow) where one is no Integer.
+/// Divides a client area of width x height layout units: a strip of 300 units below for the labels,
+/// a legend whose width is to the canvas's height as 5.5 to 21, the rest for the canvas. Every
+/// length is rounded to an Integer before the next follows from it; none is negative. Throws
+/// RunTimeError (overflow) if one is no Integer.
 LayoutUnits LayOutUnits(double width, double height);
 
-/// What one character of the labels needs, logical pixels.
+/// The size of one character of the labels, logical pixels.
 struct LabelFont {
   double lineHeight = 0;
   double averageWidth = 0;
@@ -38,14 +38,15 @@ struct CanvasLayout {
   int mouseXYWidth = 0;
 };
 
-/// The length in logical pixels of a layout unit in a client area of width x height.
+/// Returns the length in logical pixels of a layout unit in a client area of width x height.
 double LayoutUnit(int width, int height, LabelFont font);
 
-/// The layout of a window's client area (logical pixels). One unit is as long as the labels need
-/// for their font, and never so short that the area passes an Integer; so no size fails.
+/// Returns the layout of a window's client area of this size (logical pixels). The unit is as long
+/// as the labels need for their font, and never so short that the area exceeds an Integer, so every
+/// size has a layout.
 CanvasLayout LayOutClientArea(int width, int height, LabelFont font);
 
-/// The layout of a picture without labels.
+/// Returns the layout of a picture without labels.
 CanvasLayout LayOutPicture(int width, int height);
 
 }  // namespace quillane

@@ -17,17 +17,17 @@ inline constexpr std::string_view kPotentialTitle = "Potential";
 /// [level - 1][component], components red, green, blue of 0..255; level 1 is the lowest.
 using ColorTable = std::array<std::array<Integer, 3>, kLevelCount>;
 
-/// The blue-green-red ramp.
+/// Returns the blue-green-red ramp.
 ColorTable MakeColorTable();
 
-/// The colour of a level 1..16.
+/// Returns the colour of a level 1..16.
 Color LevelColor(const ColorTable& table, int level);
 
 /// Redraws the legend from scratch: the scale x = -0.5..5, y = -1..17, the title, and level L as a
 /// box from (0, L - 1) to (1.5, L).
 void DrawColorBar(DrawingArea& picColorBar, const ColorTable& table, std::string_view title);
 
-/// Writes the value of a level 1..16 beside its box, which DrawColorBar has drawn.
+/// Writes the value of a level 1..16 beside the box that DrawColorBar draws.
 void DrawLevelLabel(DrawingArea& picColorBar, int level, Single value);
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// The canvas that all drawing goes to, in the program's own terms and free of any toolkit.
+// The abstract canvas of all drawing, independent of any toolkit.
 #pragma once
 
 #include <cstdint>
@@ -23,8 +23,8 @@ struct UserScale {
   friend bool operator==(const UserScale&, const UserScale&) = default;
 };
 
-/// A persistent picture that is drawn on in user coordinates. Coordinates may lie anywhere, also
-/// far outside the area or beyond any number of pixels; what is outside is not seen.
+/// A persistent picture with user coordinates. Any coordinates are allowed, also far outside the
+/// area or beyond any number of pixels; what lies outside is clipped.
 class DrawingArea {
  public:
   virtual ~DrawingArea() = default;
@@ -32,11 +32,11 @@ class DrawingArea {
   virtual void SetScale(const UserScale& scale) = 0;
   virtual UserScale Scale() const = 0;
 
-  /// The colour that Clear fills with.
+  /// Sets the colour that Clear fills with.
   virtual void SetBackground(Color color) = 0;
   virtual void Clear() = 0;
 
-  /// Colour and width in pixels of lines, outlines, circles and text to come.
+  /// Set colour and width in pixels of the lines, outlines, circles and text that follow.
   virtual void SetColor(Color color) = 0;
   virtual void SetLineWidth(int pixels) = 0;
 
@@ -45,11 +45,11 @@ class DrawingArea {
   virtual void FillBox(double x1, double y1, double x2, double y2) = 0;  ///< in the drawing colour
   virtual void DrawCircle(double x, double y, double radius) = 0;        ///< radius in x units
 
-  /// Text to come has the system's size, or as much less as `sample` needs to fit into a box of
-  /// width x height user units. The present scale counts.
+  /// Sets the size of the text that follows: the system's size, reduced until `sample` fits into a
+  /// box of width x height user units of the present scale.
   virtual void SetTextSize(double width, double height, std::string_view sample) = 0;
 
-  /// Text (UTF-8) whose upper left corner is at (x, y).
+  /// Draws text (UTF-8) with its upper left corner at (x, y).
   virtual void DrawText(double x, double y, std::string_view text) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What may differ between two drawings of one model.
+// Options of a drawing of a model.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@ struct ValueRange {
 
 struct DrawingStyle {
   bool grid = true;                 ///< axes, grid lines and the frames of cells
-  std::optional<ValueRange> range;  ///< of a map's colours; without it, that of the values
+  std::optional<ValueRange> range;  ///< of a map's colours; by default that of the values
 };
 
 }  // namespace quillane

@@ -7,7 +7,8 @@
 namespace quillane {
 namespace {
 
-/// Lines from the origin to each edge of the canvas; below 1 where the edge is on the other side.
+/// Numbers of lines from the origin to each edge of the canvas; below 1 if the edge is on the other
+/// side.
 struct GridLimits {
   Integer left, right, bottom, top;
 };

@@ -7,8 +7,8 @@
 namespace quillane {
 namespace {
 
-/// The cell at a press by its offset, where the array has it: the grid may not fit the mesh. Offset
-/// 0 passes even where the array begins at 1.
+/// Returns the offset of the cell at a press if it is within the array's range; the grid may not
+/// fit the mesh. Offset 0 is returned even if the array begins at 1.
 std::optional<CellIndex> CellIn(const Array2<Double>& values, const Model& model, Single x,
                                 Single y) {
   const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
@@ -17,7 +17,7 @@ std::optional<CellIndex> CellIn(const Array2<Double>& values, const Model& model
              : std::nullopt;
 }
 
-/// "row,column" and the label and value of a cell, in single precision.
+/// Returns "row,column" with the label and the value of a cell, in single precision.
 std::string CellCaption(CellIndex cell, const char* label, Double value) {
   return GeneralText(int{cell.row}) + "," + GeneralText(int{cell.column}) + "   " + label + " = " +
          GeneralText(ToSingle(value, label));

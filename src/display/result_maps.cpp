@@ -16,7 +16,7 @@ namespace {
 /// Upper ends of the levels, ascending; [level - 1].
 using LevelLimits = std::array<Single, kLevelCount>;
 
-/// The first limit is the smallest value itself, the last one the largest, 15 equal widths between.
+/// Returns limits from the smallest to the largest value in 15 equal widths.
 LevelLimits LimitsBetween(ValueRange extremes) {
   const Single width =
       ToSingle((extremes.largest - extremes.smallest) / 15, "The width of a level");
@@ -29,7 +29,7 @@ LevelLimits LimitsBetween(ValueRange extremes) {
   return limits;
 }
 
-/// The lowest level 1..16 whose limit is not below the value.
+/// Returns the lowest level 1..16 whose limit is not below the value.
 int LevelOf(const LevelLimits& limits, Single value) {
   const auto limit = std::ranges::find_if(limits, [value](Single top) { return value <= top; });
   if (limit == limits.end()) {

@@ -7,7 +7,7 @@ namespace {
 
 int Sgn(double value) { return (value > 0) - (value < 0); }
 
-/// The shaft is drawn twice on purpose, before each half of the head; so is that of DrawArrowY.
+/// Deliberately draws the shaft twice, before each half of the head; so does DrawArrowY.
 void DrawArrowX(DrawingArea& picCanvas, double x, double y, double length) {
   const double tip = x + length;
   picCanvas.DrawLine(x, y, tip, y);

@@ -1,4 +1,4 @@
-// What part of the plane the canvas shows.
+// The part of the plane that the canvas shows.
 #pragma once
 
 #include "display/drawing_area.h"
@@ -7,16 +7,16 @@
 namespace quillane {
 
 /// Sets DomainHeight, ViewRight and ViewTop from DomainWidth, the origin fractions and the canvas's
-/// size, so that a millimetre is as long in x as in y. Throws RunTimeError (overflow) where one of
-/// them has no single-precision value.
+/// size, so that a millimetre is as long in x as in y. Throws RunTimeError (overflow) if one of
+/// them is no Single.
 void FitView(Model& model, double canvasWidth, double canvasHeight);
 
-/// Sets DomainWidth and the origin fractions so that a canvas of this size shows the design domain
-/// in its middle, with room for the symbols round it; for FitView to go on with. Throws
-/// RunTimeError (overflow) as FitView, and for a domain without extent.
+/// Sets DomainWidth and the origin fractions, from which FitView then derives a view that centres
+/// the design domain on a canvas of this size, with room for the symbols around it. Throws
+/// RunTimeError (overflow) as FitView and for a domain without extent.
 void FrameDomain(Model& model, double canvasWidth, double canvasHeight);
 
-/// The canvas's user scale, mm: from ViewRight, ViewTop, DomainWidth and DomainHeight.
+/// Returns the canvas's user scale, mm, from ViewRight, ViewTop, DomainWidth and DomainHeight.
 UserScale CanvasScale(const Model& model);
 
 }  // namespace quillane

@@ -39,14 +39,14 @@ EquationSystem Describe(const Model& model) {
   return system;
 }
 
-/// Stiffness and row store of the numbered components.
+/// Assembles the stiffness of the numbered components and compresses it into the row store.
 void AssembleRows(Model& m) {
   AssembleStiffness(m);
   CompressStiffness(m.EquationCount, kRowCapacity, m.UpperCount, m.UpperColumn, m.UpperValue,
                     m.DiagonalValue, m.StiffnessMatrix, m.LoadVector, m.SolutionVector);
 }
 
-/// Why the numbered and loaded equations of the model have no finite solution.
+/// Returns why the numbered and loaded equations of the model have no finite solution.
 ErrorCause CauseOfFailure(const Model& model) {
   const auto allZero = [](std::span<const Double> numbers) {
     return std::ranges::all_of(numbers, [](Double number) { return number == 0; });
@@ -62,7 +62,8 @@ ErrorCause CauseOfFailure(const Model& model) {
   return LostLoads(model).empty() ? ErrorCause::kUnsolvable : ErrorCause::kNotHeld;
 }
 
-/// Solves the numbered and loaded equations by the form that serves.
+/// Solves the numbered and loaded equations by the fast form, or by the plain one where it
+/// declines.
 SolveReport Solve(Model& model) try {
   model.SolutionVector.ReDim(0, model.EquationCount);
   if (const auto report = SolveOnWaves(model, kSolverTolerance)) return *report;

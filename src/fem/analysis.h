@@ -9,22 +9,23 @@ namespace quillane {
 /// The solver's tolerance on the residual, and the smallest pivot of its factorization.
 inline constexpr double kSolverTolerance = 1.0e-6;
 
-/// The plain procedures up to the solver, for any mesh: element stiffness, numbering, stiffness and
-/// loads, compression into the row store. Throws as they do.
+/// Runs the plain procedures up to the solver, for any mesh: element stiffness, numbering,
+/// stiffness and loads, compression into the row store. Throws as they do.
 void AssembleEquations(Model& model);
 
-/// Solves what AssembleEquations left: the displacements per equation (mm) in SolutionVector.
+/// Solves the assembled equations; writes the displacements per equation (mm) into SolutionVector.
 SolveReport SolveAssembledEquations(Model& model, double tolerance);
 
-/// Computes the element stiffness, numbers, assembles and solves: the displacements per equation in
-/// SolutionVector. A system equal to the last one solved is not solved again: its solution stands.
-/// The fast form serves wherever it can, the plain procedures else; the arrays of the square matrix
-/// and of the row store are re-created only in the second case. A solution whose true residual is
-/// above kTrueResidualBound is reported as not converged. Throws as the procedures it stands for.
+/// Computes the element stiffness, numbers, assembles and solves; writes the displacements per
+/// equation (mm) into SolutionVector. Does not solve a system equal to the last one solved again.
+/// Uses the fast form where it applies and the plain procedures elsewhere; re-creates the arrays of
+/// the square matrix and of the row store only in the second case. Reports a solution whose true
+/// residual is above kTrueResidualBound as not converged. Throws as the plain procedures; the cause
+/// of a floating-point error is that of the model.
 SolveReport SolveStructure(Model& model);
 
-/// SolveStructure, then displacements, stresses and volume, on the present active nodes. Throws
-/// RunTimeError, the model left as the failed procedure left it.
+/// Runs SolveStructure, then computes displacements, stresses and volume, for the present
+/// NodeActive. Throws RunTimeError and leaves the model as the failed procedure left it.
 SolveReport AnalyseStructure(Model& model);
 
 }  // namespace quillane

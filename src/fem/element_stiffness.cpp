@@ -10,7 +10,8 @@ void CalcElementStiffness(Model& model) {
   const double nu = model.PoissonRatio;
   const double c = Finite((model.YoungModulus * model.Thickness) / (1.0 - std::pow(nu, 2.0)),
                           "the plate stiffness E t / (1 - nu^2)", CauseOfPoissonRatio(nu));
-  // s3, s7 and s8 equal s1, s6 and s4 and are computed anew on purpose: each is one kind of entry.
+  // s3, s7 and s8 equal s1, s6 and s4 and are deliberately computed again: each is one kind of
+  // entry.
   const double s1 = ((1.0 - nu) / 6.0 + 1.0 / 3.0) * c;
   const double s2 = ((1.0 - nu) / 8.0 + nu / 4.0) * c;
   const double s3 = ((1.0 - nu) / 6.0 + 1.0 / 3.0) * c;

@@ -12,7 +12,7 @@ namespace quillane {
 /// Source: O. C. Zienkiewicz, R. L. Taylor, The Finite Element Method, vol. 1, plane stress.
 void CalcElementStiffness(Model& model);
 
-/// The cause of a modulus that, divided by 1 - nu^2, is not finite.
+/// Returns the cause of a quotient by 1 - nu^2 that is not finite.
 inline ErrorCause CauseOfPoissonRatio(double nu) {
   return nu * nu == 1 ? ErrorCause::kPoissonRatio : ErrorCause::kUnsolvable;
 }

@@ -7,8 +7,8 @@
 
 namespace quillane {
 
-/// The nodes, ascending, with a load that no held piece (pieces.h) carries. A load against a
-/// support of its own node needs no piece. Throws RunTimeError as FindPieces.
+/// Returns the nodes, ascending, with a load that no held piece (pieces.h) carries. A load against
+/// a support of its own node needs no piece. Throws RunTimeError as FindPieces.
 std::vector<int> LostLoads(const Model& model);
 
 }  // namespace quillane

@@ -5,10 +5,10 @@
 
 namespace quillane {
 
-/// Lays out nodes and elements of a fresh grid: sets CellRowCount, CellColumnCount, NodeCount and
-/// ElementCount, re-creates every grid array zero-filled, and fills NodeXY (mm; sums of ElementSize
-/// in single precision from DomainX1, DomainY1) and ElementNodes (counter-clockwise from the lower
-/// left). Throws RunTimeError (overflow) for more nodes or elements than an Integer counts and
+/// Builds the mesh of a new grid: sets CellRowCount, CellColumnCount, NodeCount and ElementCount,
+/// re-creates every grid array zero-filled and fills NodeXY (mm; sums of ElementSize in single
+/// precision from DomainX1, DomainY1) and ElementNodes (counter-clockwise from the lower left).
+/// Throws RunTimeError (overflow) for more nodes or elements than an Integer counts and
 /// RunTimeError (subscript) for a grid without cells.
 void BuildMesh(Model& model, int rows, int columns);
 
@@ -16,16 +16,16 @@ void BuildMesh(Model& model, int rows, int columns);
 void MarkActiveNodes(Model& model);
 
 /// Gives every free component of an active node its equation number (ascending by node, x before
-/// y), fills ElementDofs, sets EquationCount and re-creates LoadVector. MarkActiveNodes must have
-/// run on the present CellState and supports. Throws RunTimeError (overflow) for more than 32767
-/// equations.
+/// y), fills ElementDofs, sets EquationCount and re-creates LoadVector. Requires that
+/// MarkActiveNodes has run on the present CellState. Throws RunTimeError (overflow) for more than
+/// 32767 equations.
 void NumberComponents(Model& model);
 
-/// Re-creates, zero-filled, SolutionVector, so that no solve stands, and the arrays of the plain
-/// procedures, for EquationCount equations.
+/// Re-creates, zero-filled, SolutionVector and the arrays of the plain procedures for EquationCount
+/// equations; forgets the last solve.
 void CreateEquationArrays(Model& model);
 
-/// NumberComponents, then CreateEquationArrays. Conditions and errors as there.
+/// Runs NumberComponents and CreateEquationArrays; preconditions and errors as there.
 void NumberEquations(Model& model);
 
 }  // namespace quillane

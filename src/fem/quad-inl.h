@@ -1,6 +1,6 @@
-// Arithmetic on quads, in as many registers of the processor as that takes. Everything the fast
-// solver needs of the vector library stands here, but for the choice of the instruction set.
-// Included once for each, and so without a guard.
+// Arithmetic on quads, in as many processor registers as they fill. Everything that the fast solver
+// uses of the vector library is here, except the choice of the instruction set. Included once per
+// instruction set and so without a guard.
 #include <cstddef>
 
 #include "fem/wave_system.h"
@@ -23,7 +23,7 @@ struct Lanes {
   hn::Vec<Tag> part[kParts];
 };
 
-/// Numbers whose part i is operation(i).
+/// Returns the numbers whose part i is operation(i).
 template <class Operation>
 HWY_INLINE Lanes Each(const Operation& operation) {
   Lanes lanes;
@@ -56,7 +56,7 @@ HWY_INLINE void Store(const Lanes& lanes, LaneNumbers& to) {
 
 HWY_INLINE double Lane0(const Lanes& lanes) { return hn::GetLane(lanes.part[0]); }
 
-/// `number` where the mask is not zero, else `otherwise`.
+/// Returns `number` in the lanes where the mask is not zero, else `otherwise`.
 HWY_INLINE Lanes Where(const Lanes& mask, const Lanes& number, const Lanes& otherwise) {
   return Each([&](std::size_t i) {
     const auto isZero = hn::Eq(mask.part[i], hn::Zero(kTag));
@@ -64,7 +64,7 @@ HWY_INLINE Lanes Where(const Lanes& mask, const Lanes& number, const Lanes& othe
   });
 }
 
-/// `number`, but `least` in the lanes where its size is at most `least`.
+/// Returns `number`, but `least` in the lanes where its magnitude is at most `least`.
 HWY_INLINE Lanes ReplaceSmall(const Lanes& number, const Lanes& least) {
   return Each([&](std::size_t i) {
     const auto isSmall = hn::Le(hn::Abs(number.part[i]), least.part[i]);
@@ -72,7 +72,7 @@ HWY_INLINE Lanes ReplaceSmall(const Lanes& number, const Lanes& least) {
   });
 }
 
-/// Lanes kFrom to kFrom + 3 of `first` followed by `last`; kFrom is 1 or 3.
+/// Returns lanes kFrom to kFrom + 3 of `first` followed by `last`; kFrom is 1 or 3.
 template <std::size_t kFrom>
 HWY_INLINE Lanes Window(const Lanes& first, const Lanes& last) {
 #if HWY_TARGET <= HWY_AVX3 && HWY_ARCH_X86
@@ -129,7 +129,7 @@ HWY_INLINE Nodes FromAbove(const Nodes& own, const Nodes& above) {
   return {Window<1>(own.u, above.u), Window<1>(own.v, above.v)};
 }
 
-/// The sum over lanes and components, in an order that no vector length changes.
+/// Returns the sum over lanes and components, in an order independent of the vector length.
 HWY_INLINE double Sum(const Nodes& nodes) {
   LaneNumbers sum;
   Store(nodes.u + nodes.v, sum);

@@ -5,12 +5,12 @@
 
 namespace quillane {
 
-/// A solve whose true residual is above this does not count as converged.
+/// A solve with a larger true residual is reported as not converged.
 inline constexpr double kTrueResidualBound = 1.0e-3;
 
-/// |f - K u| / |f| of SolutionVector, K taken from the elements present one by one. The residual
-/// that the iteration carries along drifts from this one where the plate can move freely. Not a
-/// number or infinite where a product is not finite. The model must be numbered and solved.
+/// Returns |f - K u| / |f| of SolutionVector, with K applied element by element; not finite if a
+/// product is not. The residual that the iteration updates drifts from this one if the plate can
+/// move freely. Requires a numbered and solved model.
 double TrueResidual(const Model& model);
 
 }  // namespace quillane

@@ -20,8 +20,8 @@ struct ConstRows {
   std::size_t At(int row) const { return static_cast<std::size_t>(row) * stride; }
 };
 
-/// Checks once what the loops then rely on: rows 0..n of at most `capacity` entries exist and their
-/// columns lie in 1..n. An access cast to void is there for the subscript error it throws.
+/// Checks once what the loops rely on: rows 0..n of at most `capacity` entries exist and their
+/// columns lie in 1..n. An access cast to void serves only to throw its subscript error.
 ConstRows CheckedRows(Integer n, Integer capacity, const Array1<Integer>& count,
                       const Array2<Integer>& column, const Array2<Double>& value) {
   if (capacity > kRowCapacity) (void)column(capacity, 0);
@@ -44,7 +44,7 @@ ConstRows CheckedRows(Integer n, Integer capacity, const Array1<Integer>& count,
   return {count.Raw().data(), column.Raw().data(), value.Raw().data(), stride};
 }
 
-/// The elements of an Array1, const or not, of which 0..n exist.
+/// Returns the elements of an Array1, const or not, whose elements 0..n exist.
 template <class Vector>
 auto* CheckedVector(Integer n, Vector& vector) {
   if (n > 0) (void)vector(0), (void)vector(n);

@@ -5,13 +5,13 @@
 
 namespace quillane {
 
-/// Solves K u = f. n equations; the upper store holds for row i the entries right of the diagonal
+/// Solves K u = f of n equations. The upper store holds for row i the entries right of the diagonal
 /// in ascending column order (slots 1..upperCount(i), columns of 1..n), diagonalValue the diagonal,
 /// load the right-hand side (N). solution holds the start vector on entry and the displacements
 /// (mm) on return. The other arrays are work space, overwritten. Stops when the residual's norm is
 /// at most tolerance times that of load, or after n + 10 iterations. Throws RunTimeError: floating
-/// point where a step size or norm is not finite (no load reaches the structure, no equation),
-/// subscript for a row of more than `capacity` entries or a column outside 1..n.
+/// point if a step size or norm is not finite (no load on an equation, no equation), subscript for
+/// a row of more than `capacity` entries or a column outside 1..n.
 /// Source: J. A. Meijerink, H. A. van der Vorst, Mathematics of Computation 31 (1977) 148-162.
 SolveReport SolveEquations(Integer n, Integer capacity, Array1<Integer>& upperCount,
                            Array1<Integer>& lowerCount, Array2<Integer>& upperColumn,
@@ -39,7 +39,7 @@ void IncompleteCholesky(Integer n, Integer capacity, const Array1<Integer>& lowe
                         const Array1<Double>& diagonalValue, Array2<Double>& factorLower,
                         Array1<Double>& factorInvDiag, double tolerance);
 
-/// The iteration itself; arguments as SolveEquations. transposeFill is left alone on purpose.
+/// Runs the iteration; arguments as SolveEquations. transposeFill is deliberately unused.
 SolveReport PreconditionedCG(Integer n, Integer capacity, const Array1<Integer>& upperCount,
                              const Array1<Integer>& lowerCount, const Array2<Integer>& upperColumn,
                              const Array2<Integer>& lowerColumn, const Array2<Double>& upperValue,
@@ -50,15 +50,15 @@ SolveReport PreconditionedCG(Integer n, Integer capacity, const Array1<Integer>&
                              Array1<Double>& direction, Array1<Double>& precond,
                              Array1<Double>& product, Array1<Integer>& transposeFill);
 
-/// y = K x, every row summed lower entries, diagonal, upper entries.
+/// Computes y = K x; every row sums lower entries, diagonal, upper entries, in this order.
 void MatrixVectorProduct(Integer n, Integer capacity, const Array1<Integer>& upperCount,
                          const Array1<Integer>& lowerCount, const Array2<Integer>& upperColumn,
                          const Array2<Integer>& lowerColumn, const Array2<Double>& upperValue,
                          const Array2<Double>& lowerValue, const Array1<Double>& diagonalValue,
                          const Array1<Double>& x, Array1<Double>& y);
 
-/// z = M^-1 r by a forward and a backward sweep over the factor. A row takes its terms in the order
-/// in which the sweep computes their z: columns ascending forward, descending backward.
+/// Computes z = M^-1 r by a forward and a backward sweep over the factor. A row adds its terms in
+/// the order in which the sweep computes their z: columns ascending forward, descending backward.
 void ApplyPreconditioner(Integer n, Integer capacity, const Array1<Integer>& upperCount,
                          const Array1<Integer>& lowerCount, const Array2<Integer>& upperColumn,
                          const Array2<Integer>& lowerColumn, const Array2<Double>& factorUpper,

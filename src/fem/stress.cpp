@@ -54,7 +54,7 @@ PlaneTensor Product(const std::array<std::array<double, Columns>, 3>& matrix,
   return result;
 }
 
-/// Gathers u1 v1 u2 v2 ... of an element. The columns of the arrays are looked up once.
+/// Gathers u1 v1 u2 v2 ... of an element; looks up the columns of the arrays once.
 class ElementDisplacements {
  public:
   explicit ElementDisplacements(const Model& model)

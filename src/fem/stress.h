@@ -11,27 +11,27 @@ namespace quillane {
 /// Strain or stress: x, y, shear.
 using PlaneTensor = std::array<double, 3>;
 
-/// Gives every node its displacement (mm) in NodeDisp; 0 where a component has no equation.
+/// Writes the displacement (mm) of every node into NodeDisp; 0 for a component without equation.
 void ScatterDisplacements(Model& model);
 
 /// Writes the von Mises stress (MPa) at the centre of every present element into CellStress, 0 into
-/// the other cells, and their largest, smallest and mean value. On purpose the largest is at least
-/// 0 and the smallest at most 1E+10. Throws RunTimeError (floating point) when no cell holds an
-/// element, when Poisson's ratio is 1 or -1, or when a stress is not finite; (subscript) when an
-/// element names a node outside the mesh.
+/// the other cells, and computes the largest, smallest and mean value. Deliberately the largest is
+/// at least 0 and the smallest at most 1E+10. Throws RunTimeError: floating point if no cell holds
+/// an element, Poisson's ratio is 1 or -1 or a stress is not finite; subscript if an element names
+/// a node outside the mesh.
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio);
 
-/// The components sigma_x, sigma_y and tau_xy (MPa) at the centre of every present element, from
-/// NodeDisp: [element], from 1 to the number of cells; 0 where there is no element. Throws
-/// RunTimeError as ElementStresses does for Poisson's ratio and nodes.
+/// Returns the components sigma_x, sigma_y and tau_xy (MPa) at the centre of every present element,
+/// computed from NodeDisp: [element], from 1 to the number of cells; 0 if it is absent. Throws
+/// RunTimeError as ElementStresses for Poisson's ratio and nodes.
 std::vector<PlaneTensor> ComponentStresses(const Model& model);
 
-/// The work of the loads (N mm), the sum of their products with the displacements of their nodes in
-/// NodeDisp: by this figure shapes of one volume are compared, the stiffest has the smallest.
+/// Returns the work of the loads (N mm): the sum of their products with the displacements of their
+/// nodes in NodeDisp. Of shapes of equal volume the stiffest has the smallest.
 double Compliance(const Model& model);
 
-/// Volume (mm^3) of the cells that hold an element. Throws RunTimeError (floating point) where it
-/// is not finite.
+/// Writes the volume (mm^3) of the cells that hold an element into Volume. Throws RunTimeError
+/// (floating point) if it is not finite.
 void DesignVolume(Model& model);
 
 }  // namespace quillane

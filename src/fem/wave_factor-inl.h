@@ -5,9 +5,9 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-/// A node that stands before both a node and a neighbour n of it: what it is to the node, and what
-/// to the neighbour. For each of its components every coupling with n loses one product; those with
-/// n's v lose one more, for n's own u.
+/// A node before both a node and its neighbour n: which neighbour of the node it is, and which of
+/// n. Each of its components subtracts one product from every coupling with n; n's own u subtracts
+/// one more from those with n's v.
 struct Shared {
   int toNode, toNeighbour;
 };
@@ -40,12 +40,12 @@ struct NeighbourRows {
   HWY_INLINE Nodes Inverse(int n) const {
     return Shifted(n, system.factor[QuadOf(n)].inverse, system.factor[QuadBelow(n)].inverse);
   }
-  /// Coupling of neighbour n's v with its own u.
+  /// Returns the coupling of neighbour n's v with its own u.
   HWY_INLINE Lanes VWithU(int n) const {
     const Lanes there = Load(Rest(QuadOf(n)).vWithU);
     return n == kLeft ? there : Window<3>(Load(Rest(QuadBelow(n)).vWithU), there);
   }
-  /// Couplings of neighbour n with its own neighbour.
+  /// Returns the couplings of neighbour n with its own neighbour.
   HWY_INLINE Nodes SameOf(int n, int neighbour) const {
     return Shifted(n, Same(system.factor[QuadOf(n)], Rest(QuadOf(n)), neighbour),
                    Same(system.factor[QuadBelow(n)], Rest(QuadBelow(n)), neighbour));
@@ -55,7 +55,7 @@ struct NeighbourRows {
   }
 };
 
-/// Couplings with neighbour n; those with the neighbours before n are done.
+/// Computes the couplings with neighbour n; those with the neighbours before n are known.
 HWY_INLINE void ComputeCouplings(const NeighbourRows& neighbours, int n, const Coupling& stiffness,
                                  Rows& rows) {
   Coupling coupling = stiffness;
@@ -68,14 +68,14 @@ HWY_INLINE void ComputeCouplings(const NeighbourRows& neighbours, int n, const C
     coupling.u = coupling.u - known.u * (inverse.u * same.u) - known.v * (inverse.v * cross.u);
     coupling.v = coupling.v - known.u * (inverse.u * cross.v) - known.v * (inverse.v * same.v);
   }
-  // Where the stiffness is exactly zero the factor is zero, too.
+  // An exactly zero stiffness is not in the pattern: its factor is zero, too.
   coupling.u = Where(stiffness.u, coupling.u, Both(0.0));
   coupling.v = coupling.v - coupling.u * (rows.inverse[n].u * neighbours.VWithU(n));
   coupling.v = Where(stiffness.v, coupling.v, Both(0.0));
   rows.coupling[n] = coupling;
 }
 
-/// Stores the rows of a quad and notes in its kind which shortcuts they allow.
+/// Stores the rows of a quad and sets in its kind which shortcuts they allow.
 HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, const Nodes& inverse,
                      const Lanes& vWithU, const Nodes& equation) {
   FactorRows& factor = system.factor[quad];
@@ -98,7 +98,7 @@ HWY_INLINE void Keep(WaveSystem& system, std::size_t quad, const Rows& rows, con
   system.rests.push_back(rest);
 }
 
-/// Factorizes the quad of a step. Returns 0 where the pivots are finite, else not a number.
+/// Factorizes the quad of a step. Returns 0 if the pivots are finite, else not a number.
 HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Lanes& tolerance) {
   const StiffnessPattern& pattern = system.patterns[system.kinds[at->own].pattern];
   const NeighbourRows neighbours{system, at};
@@ -116,7 +116,8 @@ HWY_INLINE Nodes FactorizeQuad(WaveSystem& system, const Step* at, const Lanes& 
         vWithU - inverse.u * coupling.u.u * coupling.u.v - inverse.v * coupling.v.u * coupling.v.v;
   }
   vWithU = Where(ownU.v, vWithU, All(0.0));
-  // Without an equation the pivot is 0: replaced, so that the division is finite, and then cleared.
+  // Without an equation the pivot is 0: it is replaced to keep the division finite, and the
+  // quotient cleared.
   const Nodes equation = Load(pattern.equation);
   Nodes inverse;
   inverse.u = equation.u * (All(1.0) / ReplaceSmall(pivot.u, tolerance));

@@ -48,14 +48,14 @@ void WaveOrder::MakeSteps(int columns) {
   std::vector<std::size_t> stepOf(codes_.size());
   const auto append = [&](QuadIndex below, QuadIndex own, QuadIndex above) {
     stepOf[own] = steps_.size();
-    // Of a node kReach waves later the nodes below are the lower left ones.
+    // The nodes below are the lower left neighbours of the nodes kReach waves later.
     if (below != 0) distance_ = std::max(distance_, steps_.size() + kReach - stepOf[below]);
     steps_.push_back({below, own, above});
   };
   const auto appendStep = [&](int strip, int wave) {
     append(QuadAt(strip - 1, wave), QuadAt(strip, wave), QuadAt(strip + 1, wave));
   };
-  // Where the last own quad was; at first as if after a strip with nothing above it.
+  // The place of the last own quad; at first that of a strip with nothing above it.
   int endStrip = -2;
   int endWave = -2 * kWavesPerStrip;
   const auto appendGap = [&](int strip, int wave) {

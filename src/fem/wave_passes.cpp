@@ -18,8 +18,8 @@ namespace quillane {
 namespace HWY_NAMESPACE {
 namespace {
 
-/// The sums of the forward sweep for the nodes of a quad: r, with which it is called, minus what
-/// the y of the neighbours before them contribute.
+/// Returns the sums of the forward sweep for the nodes of a quad: `sum`, their r, minus the
+/// contributions of the y of the neighbours before them.
 template <bool kOnlyCornersCross>
 HWY_INLINE Nodes ForwardSum(const FactorRows& rows, const FactorRest& rest, const Nodes (&y)[kOwn],
                             Nodes sum) {
@@ -36,7 +36,7 @@ HWY_INLINE Nodes ForwardSum(const FactorRows& rows, const FactorRest& rest, cons
 }
 
 ForwardSums Forward(WaveSystem& system, double alpha) {
-  // Pointers of a pass's own: those in the vectors would be read anew after every store.
+  // Local pointers: the compiler would reload those in the vectors after every store.
   const QuadKind* const kinds = system.kinds.data();
   const FactorRows* const factor = system.factor.data();
   const FactorRest* const rests = system.rests.data();
@@ -75,7 +75,7 @@ ForwardSums Forward(WaveSystem& system, double alpha) {
   return {Sum(rr), Sum(rz)};
 }
 
-/// What a quad's z give to the sums of a neighbour of each node.
+/// The contribution of a quad's z to the sums of a neighbour of each node.
 struct Given {
   Nodes byV, byU;
 };
@@ -129,9 +129,9 @@ class BackwardSweep {
   QuadNumbers* const p_ = system_.p.data();
   const Lanes beta_;
   const Nodes zero_ = Both(0.0);
-  // A node's couplings with later neighbours stand in their rows: a later quad gives its part as
-  // soon as it has its z. Before a step sums_[i] is what the row above has given to the nodes i
-  // waves before it, still in the lanes of the givers.
+  // A node's couplings with later neighbours are in their rows: a later quad adds its contribution
+  // as soon as its z is known. Before a step sums_[i] holds the contributions of the row above to
+  // the nodes i waves before it, still in the lanes of the contributing nodes.
   Nodes sums_[WaveOrder::kReach] = {zero_, zero_, zero_};
   Given toLeft_ = {zero_, zero_};
 };
@@ -140,7 +140,7 @@ class BackwardSweep {
 /// above. These are three successive waves.
 using ThreeWaves = Nodes[3];
 
-/// Adds to the product what three neighbours in one row of the grid contribute.
+/// Adds the contributions of three neighbours in one row of the grid to the product.
 template <bool kOnlyCornersCross>
 HWY_INLINE void AddRow(const StiffnessPattern& pattern, int leftmost, const ThreeWaves& p,
                        Nodes& sum) {
@@ -201,8 +201,8 @@ class Product {
 double Backward(WaveSystem& system, double beta) {
   BackwardSweep sweep(system, beta);
   Product product(system);
-  // A step of the sweep waits for the one before, a step of the product does not: the processor
-  // does the one beside the other. The product stays so far behind that every p it reads is new.
+  // A step of the sweep depends on the one before, a step of the product does not: interleaved, the
+  // processor overlaps them. Distance() steps behind the sweep, the product reads only updated p.
   const std::span<const Step> steps = system.order.Steps();
   const std::size_t lag = system.order.Distance();
   for (std::size_t k = steps.size() + lag; k-- > WaveOrder::kReach;) {

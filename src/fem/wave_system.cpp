@@ -9,8 +9,8 @@
 namespace quillane {
 namespace {
 
-/// The codes of all nodes, laid out as WaveOrder takes them. Empty where the numbers are not those
-/// of NumberComponents alone, which then run along the nodes consecutively.
+/// Returns the codes of all nodes in the layout that WaveOrder takes. Empty if not all equation
+/// numbers are those of NumberComponents, which are consecutive along the nodes.
 std::vector<NodeCode> NodeCodes(const Model& model) {
   const auto rows = static_cast<std::size_t>(model.CellRowCount);
   const auto columns = static_cast<std::size_t>(model.CellColumnCount);

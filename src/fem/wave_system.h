@@ -42,26 +42,29 @@ struct StiffnessPattern {
   bool onlyCornersCross;  ///< u couples with no v but that of corner neighbours, nor v with u
 };
 
-/// How many waves before a node this neighbour stands, one of those before kOwn.
+/// Returns how many waves this neighbour, one of those before kOwn, precedes the node.
 constexpr int WavesBefore(int neighbour) { return neighbour == kLeft ? 1 : 3 - neighbour; }
 
-/// The part of the factor's rows that every quad has of its own: the reciprocal pivots (0 without
-/// equation), and with three neighbours the SAME couplings, of u with u and v with v.
+/// The part of the factor's rows that every quad stores separately: the reciprocal pivots (0
+/// without equation) and, with three neighbours, the SAME couplings, of u with u and v with v.
 struct FactorRows {
   QuadNumbers inverse, lower, lowerRight, left;
 };
 
-/// The part that in full material is as a rule the stiffness itself: the same couplings with the
-/// lower left neighbour; with all four the CROSS ones, of u with the neighbour's v and v with its
-/// u; and v with the node's own u. Factorize compares the numbers: quads without a difference share
-/// rest 0, where only corner neighbours cross. Rows without an equation hold the numbers of rest 0.
+/// The rest of the factor's rows: the same couplings with the lower left neighbour; with all four
+/// the CROSS ones, of u with the neighbour's v and v with its u; and v with the node's own u. Amid
+/// full material they equal the stiffness: by the symmetry of the square the cross couplings with
+/// edge neighbours and that of v with the own u cancel to exact zeros, which the pattern leaves
+/// out, and each product that would change another one of them has such a zero as a factor.
+/// Factorize compares the numbers: quads that equal the stiffness share rest 0, where only corner
+/// neighbours cross. Rows without an equation hold the numbers of rest 0.
 struct FactorRest {
   QuadNumbers lowerLeft, cross[kOwn];
   LaneNumbers vWithU;
   bool operator==(const FactorRest&) const = default;
 };
 
-/// The same couplings of a quad with a neighbour before it.
+/// Returns the same couplings of a quad with a neighbour before it.
 template <class Rows, class Rest>
 constexpr auto& Same(Rows& rows, Rest& rest, int neighbour) {
   return neighbour == kLowerLeft    ? rest.lowerLeft
@@ -70,16 +73,17 @@ constexpr auto& Same(Rows& rows, Rest& rest, int neighbour) {
                                     : rows.left;
 }
 
-/// Which numbers belong to a quad. Rest 0 and couplesUV false allow shortcuts.
+/// The numbers of a quad. Rest 0 and couplesUV false allow shortcuts.
 struct QuadKind {
   std::uint16_t pattern = 0;  ///< index of its StiffnessPattern
   QuadIndex rest = 0;         ///< index of its FactorRest
   bool couplesUV = false;     ///< v of some node couples with its own u: one waits for the other
 };
 
-/// All numbers of one solve. Where there is no equation, and for quad 0, vectors, reciprocal pivots
-/// and stiffness rows are 0. Other couplings there may be any finite number: each is multiplied by
-/// such a 0. A number that is not finite goes through it into the sums that the passes return.
+/// All numbers of one solve. For components without an equation, and for quad 0, vectors,
+/// reciprocal pivots and stiffness rows are 0. Other couplings there may be any finite number: each
+/// is multiplied by such a 0. A number that is not finite propagates into the sums that the passes
+/// return.
 struct WaveSystem {
   WaveOrder order;
   int rows, columns;  ///< of nodes
@@ -90,15 +94,15 @@ struct WaveSystem {
   std::vector<QuadKind> kinds{};
   std::vector<FactorRows> factor{};
 
-  /// As in PreconditionedCG, and y, what the forward sweep makes of r. y and q share yq: the
-  /// backward sweep takes a quad's y before the product writes its q, and the residual takes q
-  /// before the forward sweep writes y. z goes into p at once.
+  /// As in PreconditionedCG, and y, the result of the forward sweep on r. y and q share yq: the
+  /// backward sweep reads a quad's y before the product writes its q, and the residual reads q
+  /// before the forward sweep writes y. z is added to p at once and not stored.
   std::vector<QuadNumbers> x{}, p{}, r{}, yq{};
-  /// By quad: what the strip above gives to its lane 3 in the backward sweep. Entry 0 is never
-  /// read.
+  /// By quad: what the strip above contributes to its lane 3 in the backward sweep. That strip is
+  /// finished before this one begins, so its contributions wait here. Entry 0 is never read.
   std::vector<NodeNumbers> toLane3{};
 
-  /// Calls visit(equation, number) with every equation, ascending, and its place in a vector.
+  /// Calls visit(equation, number) for every equation, ascending, with its entry of a vector.
   template <class Visit>
   void ForEachEquation(std::vector<QuadNumbers>& vector, const Visit& visit) const {
     int equation = 0;
@@ -114,9 +118,9 @@ struct WaveSystem {
   }
 };
 
-/// Lays out the model's equations as NumberComponents numbered them: r holds its LoadVector, all
-/// other vectors are zero, the factor is only allocated, but for rest 0. Empty where the mesh is
-/// not that of BuildMesh or older equation numbers stand among the new ones: a file can hold
+/// Lays out the model's equations in the numbering of NumberComponents: r holds its LoadVector, all
+/// other vectors are zero; of the factor only rest 0 is set. Returns nothing if the mesh is not
+/// that of BuildMesh or not all equation numbers are those of NumberComponents; a file can cause
 /// either.
 std::optional<WaveSystem> LayOutWaves(const Model& model);
 

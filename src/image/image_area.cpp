@@ -16,23 +16,23 @@ namespace {
 /// The longest side of a picture that the painter can address, device pixels.
 constexpr double kLongestSide = 32000;
 
-/// Pixels around the picture where what is drawn is still told apart.
+/// Positions up to so many pixels outside the picture are kept apart.
 constexpr double kMargin = 64;
 
-/// No position matters beyond this many pixels; keeps differences of positions finite.
+/// Positions are clamped to so many pixels, which keeps their differences finite.
 constexpr double kFarAway = 1e9;
 
-/// Positions this close below the middle of a pixel count as the middle, so that an edge reached
-/// over different roundings falls on one pixel.
+/// Positions this close below the middle of a pixel count as the middle, so that an edge computed
+/// with different roundings falls on one pixel.
 constexpr double kSnapBias = 1.0 / 1024;
 
-/// The pixel boundary nearest to a device position, not further out than the margin.
+/// Returns the pixel boundary nearest to a device position, clamped to the margin.
 int Snap(double position, int size) {
   const double near = std::min(std::max(position, -kMargin), size + kMargin);
   return static_cast<int>(std::floor(near + 0.5 + kSnapBias));
 }
 
-/// From a pixel's corner to where a line through it runs: one of odd width through its middle.
+/// Returns the offset of a line from a pixel's corner: a line of odd width runs through its middle.
 QPointF PenOffset(int width) { return width % 2 == 0 ? QPointF(0, 0) : QPointF(0.5, 0.5); }
 
 bool IsPoint(QPointF point) { return !std::isnan(point.x()) && !std::isnan(point.y()); }
@@ -152,7 +152,7 @@ void ImageArea::SetLineWidth(int pixels) {
   lineWidth_ = std::max(1, static_cast<int>(std::lround(pixels * ratio_)));
 }
 
-/// A line of the present width along a box without width or height.
+/// Fills a line of the present width along a box without width or height.
 void ImageArea::FillStroke(PixelBox box) {
   const int before = lineWidth_ / 2;
   const int after = lineWidth_ - before;

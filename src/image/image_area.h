@@ -10,21 +10,21 @@
 
 namespace quillane {
 
-/// Boxes that share an edge share it to the pixel: no gap, no overlap. Upright and level lines and
-/// outlines cover whole pixels, slanted lines and circles are smoothed. Needs a QGuiApplication for
-/// its text. Starts as one pixel.
+/// Boxes that share an edge share it to the pixel: no gap, no overlap. Vertical and horizontal
+/// lines and outlines cover whole pixels; slanted lines and circles are antialiased. Needs a
+/// QGuiApplication for its text. Starts as one pixel.
 class ImageArea final : public DrawingArea {
  public:
   ImageArea();
 
-  /// A fresh picture of width x height logical pixels in the background colour; sizes below 1 count
-  /// as 1. Throws RunTimeError (out of memory) for a picture too large to hold.
+  /// Replaces the picture by one of width x height logical pixels in the background colour; sizes
+  /// below 1 count as 1. Throws RunTimeError (out of memory) for a picture too large to hold.
   void Resize(int width, int height, double devicePixelRatio);
 
-  /// The same of width x height device pixels, each at least 1.
+  /// Does the same with width x height device pixels, each at least 1.
   void ResizePixels(int width, int height, double devicePixelRatio);
 
-  /// The picture so far, its device pixel ratio set.
+  /// Returns the picture with its device pixel ratio set.
   const QImage& Image() const;
 
   void SetScale(const UserScale& scale) override;
@@ -75,13 +75,13 @@ class ImageArea final : public DrawingArea {
   int linePixels_ = 1;  // logical
   int lineWidth_ = 1;   // device pixels
   QFont font_;
-  // What FillPixels last did, while nothing of another colour was drawn since. The finest grid has
-  // 20 lines to a pixel: 5 ms instead of 85 ms.
+  // What FillPixels last did; reset when anything else is drawn. The finest grid has 20 lines to a
+  // pixel: 5 ms instead of 85 ms.
   PixelBox lastFill_{};
   QRgb lastColor_ = 0;
   mutable Pixels pixels_;     // of image_; no bits while the painter is closed
   QImage target_;             // the same pixels at a ratio of 1
-  mutable QPainter painter_;  // on target_, open between two looks at the picture
+  mutable QPainter painter_;  // on target_; open until the picture is asked for
 };
 
 }  // namespace quillane

@@ -30,7 +30,7 @@ void DrawKind(ImageArea& canvas, ImageArea& legend, const Model& model,
   }
 }
 
-/// In the upper left corner, a thirtieth of the canvas high.
+/// Draws it into the upper left corner, a thirtieth of the canvas high.
 void DrawLabel(ImageArea& canvas, const std::string& label) {
   constexpr double kHeight = 1.0 / 30;
   canvas.SetScale({0, 1, 1, 0});
@@ -39,7 +39,7 @@ void DrawLabel(ImageArea& canvas, const std::string& label) {
   canvas.DrawText(0.02, 1 - kHeight / 2, label);
 }
 
-/// Pixel beside pixel, whatever their ratio.
+/// Copies pixel by pixel, whatever the device pixel ratio.
 QImage SideBySide(QImage left, QImage right) {
   left.setDevicePixelRatio(1);
   right.setDevicePixelRatio(1);

@@ -19,7 +19,7 @@ struct PictureOptions {
   std::string label;  ///< a line in the upper left corner
 };
 
-/// What the window's canvas and legend show of the model. Lines, symbols and text grow with a
+/// Draws what the window's canvas and legend show of the model. Lines, symbols and text grow with a
 /// picture of more than 1200 x 800 pixels. Needs a QGuiApplication. Throws RunTimeError: out of
 /// memory for a picture too large to hold, and as DrawCanvas and the result maps.
 QImage RenderPicture(const Model& model, const PictureOptions& options);

@@ -25,7 +25,8 @@ struct IndexRange {
 
 namespace detail {
 
-/// Throws unless the range can size an array: the upper end an Integer, at least the lower one.
+/// Throws RunTimeError unless the range can size an array: its upper end is an Integer and not
+/// below the lower one.
 void CheckRange(const char* name, IndexRange range);
 [[noreturn]] void ThrowSubscript(const char* name, int i, IndexRange range);
 [[noreturn]] void ThrowSubscript(const char* name, int i, int j, IndexRange first,
@@ -55,13 +56,13 @@ class Array1 {
     detail::Recreate(values_, range_.Size(), name_);
   }
 
-  /// Element i; throws RunTimeError (subscript) outside the range.
+  /// Returns element i; throws RunTimeError (subscript) outside the range.
   T& operator()(int i) { return values_[Offset(i)]; }
   const T& operator()(int i) const { return values_[Offset(i)]; }
 
   IndexRange Range() const { return range_; }
 
-  /// The elements in index order, for inner loops after one check of the range.
+  /// Returns the elements in index order, for inner loops after one check of the range.
   std::span<T> Raw() { return values_; }
   std::span<const T> Raw() const { return values_; }
 
@@ -76,8 +77,8 @@ class Array1 {
   std::vector<T> values_;
 };
 
-/// Two-dimensional array of T over inclusive index ranges, the first index fastest in memory.
-/// Empty until ReDim.
+/// Two-dimensional array of T over inclusive index ranges, the first index fastest in memory. Empty
+/// until ReDim.
 template <class T>
 class Array2 {
  public:
@@ -92,12 +93,12 @@ class Array2 {
     detail::Recreate(values_, first.Size() * second.Size(), name_);
   }
 
-  /// Element (i, j); throws RunTimeError (subscript) outside the ranges.
+  /// Returns element (i, j); throws RunTimeError (subscript) outside the ranges.
   T& operator()(int i, int j) { return values_[Offset(i, j)]; }
   const T& operator()(int i, int j) const { return values_[Offset(i, j)]; }
 
-  /// The elements (lower, j) to (last, j), for inner loops after this one check; none where last
-  /// lies below the range.
+  /// Returns the elements (lower, j) to (last, j), for inner loops after this one check; none where
+  /// last lies below the range.
   std::span<T> Column(int j, int last) {
     if (last < first_.lower) return {};
     return {&(*this)(first_.lower, j),
@@ -113,7 +114,7 @@ class Array2 {
   IndexRange Second() const { return second_; }
   const char* Name() const { return name_; }
 
-  /// The elements, first index fastest, for inner loops after one check of the ranges.
+  /// Returns the elements, first index fastest, for inner loops after one check of the ranges.
   std::span<T> Raw() { return values_; }
   std::span<const T> Raw() const { return values_; }
 

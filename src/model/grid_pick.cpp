@@ -8,9 +8,9 @@
 namespace quillane {
 namespace {
 
-/// Snapped coordinates and the domain's edges lie on the same grid lines but reach us over
-/// different roundings (a product here, seven digits of a file there); less than this part of a
-/// cell between them is no difference.
+/// Snapped coordinates and the domain's edges lie on the same grid lines but are rounded
+/// differently (a product here, seven digits of a file there). A smaller difference, in cells, is
+/// ignored.
 constexpr Single kSameLine = 0.01F;
 
 enum class UpperEdge { kInside, kOutside };
@@ -27,7 +27,8 @@ bool InDomain(const Model& model, Single x, Single y, UpperEdge edge) {
          Within(y, model.DomainY1, model.DomainY2, model.ElementSize, edge);
 }
 
-/// Row and column of the grid point (x, y), counted from `first` at the domain's lower left corner.
+/// Returns row and column of the grid point (x, y), counted from `first` at the domain's lower left
+/// corner.
 std::optional<CellIndex> IndexOf(const Model& model, Single x, Single y, int first) {
   const double row = static_cast<double>((y - model.DomainY1) / model.ElementSize) + first;
   const double column = static_cast<double>((x - model.DomainX1) / model.ElementSize) + first;
@@ -35,7 +36,7 @@ std::optional<CellIndex> IndexOf(const Model& model, Single x, Single y, int fir
   return CellIndex{ToInteger(row, "The row"), ToInteger(column, "The column")};
 }
 
-/// The grid line at or below a coordinate in cells, mm.
+/// Returns the grid line at or below a coordinate in cells, mm.
 std::optional<Single> LineBelow(double cells, Single elementSize) {
   const double line = std::floor(cells) * static_cast<double>(elementSize);
   if (!FitsSingle(line)) return std::nullopt;

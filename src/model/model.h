@@ -41,8 +41,8 @@ inline constexpr Integer kShowPotential = 2;
 /// Off-diagonal slots of one equation in the sparse row store.
 inline constexpr Integer kRowCapacity = 9;
 
-/// Everything the program knows, with its start-up values. Lengths in mm, forces in N, stresses and
-/// moduli in MPa. Arrays are empty until a domain is set up or a model is opened; where a range
+/// The whole state of the program, with its start-up values. Lengths in mm, forces in N, stresses
+/// and moduli in MPa. Arrays are empty until a domain is set up or a model is opened; where a range
 /// starts at 0, index 0 exists and is unused. n stands for EquationCount.
 struct Model {
   // Grid and view.
@@ -86,8 +86,8 @@ struct Model {
   Single PotentialIncrement = 0;          ///< Lambda * 10 / 5
   Array2<Double> Potential{"Potential"};  ///< (1..rows, 1..columns), 0 to 10
 
-  // Equation system. Loads and solution stand after every solve; the other arrays, re-created by
-  // NumberEquations, only after one by the plain procedures.
+  // Equation system. LoadVector and SolutionVector are valid after every solve; the other arrays,
+  // re-created by NumberEquations, only after one by the plain procedures.
   Double ElementStiffness[9][9] = {};               ///< (1..8, 1..8) N/mm; row and column 0 unused
   CouplingMatrix StiffnessMatrix;                   ///< (0..n, 0..n) N/mm
   Array1<Double> LoadVector{"LoadVector"};          ///< (0..n) N
@@ -108,7 +108,7 @@ struct Model {
   Array1<Double> ProductVector{"ProductVector"};      ///< (0..n) q = K p
   Array1<Integer> TransposeFill{"TransposeFill"};     ///< (0..n) counters of the transposition
 
-  LastSolve Solved;  ///< so that an unchanged system is not solved again
+  LastSolve Solved;  ///< an unchanged system is not solved again
 
   // Results of the last analysis.
   Array2<Double> NodeDisp{"NodeDisp"};      ///< (0..nodes, 1..2) u, v, mm
@@ -127,21 +127,22 @@ struct Model {
   std::string ModelFilePath;          ///< model file last saved or opened
 };
 
-/// The element of cell (row, column), both from 1.
+/// Returns the element of cell (row, column), both from 1.
 inline int ElementOfCell(const Model& model, int row, int column) {
   return (row - 1) * model.CellColumnCount + column;
 }
 
-/// Whether there is a cell in this row and column, and an element in it.
+/// Returns whether row and column name a cell that holds an element.
 inline bool HasMaterial(const Model& model, int row, int column) {
   return row >= 1 && row <= model.CellRowCount && column >= 1 && column <= model.CellColumnCount &&
          model.CellState(row, column) > 0;
 }
 
-/// Whether a node carries a force; whether it is held in x or y.
+/// Returns whether a force acts on a node.
 inline bool IsLoaded(const Model& model, int node) {
   return model.NodeLoad(node, 1) != 0 || model.NodeLoad(node, 2) != 0;
 }
+/// Returns whether a node is fixed in x or y.
 inline bool IsHeld(const Model& model, int node) {
   return model.NodeFreedom(node, 1) != 0 || model.NodeFreedom(node, 2) != 0;
 }

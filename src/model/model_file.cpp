@@ -139,7 +139,7 @@ class RecordReader {
     if (isFirst && field_.starts_with(kByteOrderMark)) field_.erase(0, kByteOrderMark.size());
   }
 
-  /// The field as a message can show it: its beginning, other than printable ASCII as "?".
+  /// Returns the beginning of the field for a message, anything but printable ASCII as "?".
   std::string Shown() const {
     std::string shown = field_.substr(0, 40);
     for (char& c : shown) {
@@ -210,8 +210,8 @@ void SizeArrays(const RecordReader& in, Model& model) {
   }
 }
 
-/// Refuses counts that no file gives back, as a failed opening can leave them. Without a domain all
-/// are 0.
+/// Throws RunTimeError for counts that no file can hold; a failed opening can leave them. Without a
+/// domain all are 0.
 void CheckCounts(const Model& model) {
   const auto [least, most] =
       std::minmax({model.CellRowCount, model.CellColumnCount, model.NodeCount, model.ElementCount});

@@ -13,10 +13,10 @@
 
 namespace quillane {
 
-/// A model file that cannot be read or written; what() tells line (where there is one) and reason.
+/// A model file cannot be read or written; what() gives the line, if there is one, and the reason.
 class ModelFileError : public std::runtime_error {
  public:
-  /// line counts from 1; 0 where the reason is not in a line.
+  /// line: from 1; 0 if the reason is not in a line.
   ModelFileError(int line, const std::string& reason);
   int Line() const { return line_; }
 
@@ -24,14 +24,14 @@ class ModelFileError : public std::runtime_error {
   int line_;
 };
 
-/// The records of a model file: one line of comma-separated numbers each, ended by CR LF, in the
-/// order view, grid size, domain corners, material, mesh size, cells, nodes, elements, supports,
-/// loads, optimization parameters. Throws RunTimeError where the arrays do not match the counts
-/// or the counts are none of a mesh.
+/// Returns the text of a model file: records of comma-separated numbers, a line each, ended by CR
+/// LF, in the order view, grid size, domain corners, material, mesh size, cells, nodes, elements,
+/// supports, loads, optimization parameters. Throws RunTimeError if the arrays do not match the
+/// counts or the counts are not those of a mesh.
 std::string ModelFileText(const Model& model);
 
-/// Writes the model to path and keeps path in ModelFilePath. A failure throws ModelFileError and
-/// leaves an old file whole.
+/// Writes the model to path and keeps path in ModelFilePath. Throws ModelFileError and then leaves
+/// an old file as it is.
 void SaveModelFile(Model& model, const std::filesystem::path& path);
 
 /// The records of a model file in their order; from kCell to kLoad one for each cell, node or
@@ -52,7 +52,7 @@ enum class Record {
 };
 inline constexpr std::size_t kRecordKinds = static_cast<std::size_t>(Record::kParameters) + 1;
 
-/// What the text of a model tells beyond the model.
+/// What reading finds in a model's text beyond the model.
 struct ReadingNotes {
   struct Place {
     int line;    ///< where the record begins, from 1
@@ -73,9 +73,8 @@ struct ReadingNotes {
 
 /// Reads the records of a model file into the model. The arrays of grid, mesh, supports, loads and
 /// results are re-created; nothing derived is recomputed, and running numbers and what follows the
-/// last record are only noted. A byte order mark is skipped. A failure throws ModelFileError and
-/// leaves what was read so far in the model. beforeChange, where given, is called before the first
-/// value goes into the model.
+/// last record are only noted. A byte order mark is skipped. Throws ModelFileError and then leaves
+/// what was read so far in the model. Calls beforeChange, if given, before it changes the model.
 ReadingNotes ReadModel(Model& model, std::streambuf& input,
                        const std::function<void()>& beforeChange = {});
 

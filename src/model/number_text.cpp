@@ -21,7 +21,7 @@ std::size_t DigitsFrom(std::string_view text, std::size_t at) {
   return end - at;
 }
 
-/// Length of the longest decimal number that text starts with; 0 where there is none.
+/// Returns the length of the longest decimal number at the start of the text; 0 if there is none.
 std::size_t NumberLength(std::string_view text) {
   std::size_t at = (!text.empty() && (text[0] == '+' || text[0] == '-')) ? 1 : 0;
   std::size_t digits = DigitsFrom(text, at);
@@ -41,8 +41,8 @@ std::size_t NumberLength(std::string_view text) {
   return at;
 }
 
-/// True where a number that from_chars calls out of range is too small rather than too large:
-/// the decimal exponent of its first significant digit is negative.
+/// Returns whether a number that from_chars reports as out of range is too small rather than too
+/// large: the decimal exponent of its first significant digit is negative.
 bool IsTiny(std::string_view number) {
   const std::size_t e = std::min(number.find_first_of("eE"), number.size());
   const std::string_view mantissa = number.substr(0, e);
@@ -55,7 +55,8 @@ bool IsTiny(std::string_view number) {
   return position + exponent < 0;
 }
 
-/// Converts a text that NumberLength accepted whole. False: too large for T. Too small gives 0.
+/// Converts a text that NumberLength accepts whole. Returns false if it is too large for T; too
+/// small a number becomes 0.
 template <class T>
 bool Convert(std::string_view number, T& value) {
   const std::string_view digits = number.starts_with('+') ? number.substr(1) : number;

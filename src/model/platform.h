@@ -1,4 +1,4 @@
-// What saving asks of the operating system beyond the standard library: one source a platform.
+// What saving needs of the operating system beyond the standard library; one source per platform.
 #pragma once
 
 #include <cstdio>

@@ -7,7 +7,7 @@
 
 namespace quillane {
 
-/// Returns whether a grid has cells and no more nodes than an Integer counts.
+/// Returns whether a grid of rows by columns cells has cells and at most 32767 nodes.
 bool GridFits(int rows, int columns);
 
 /// Returns whether NodeCount and ElementCount are those of CellRowCount by CellColumnCount cells.
@@ -25,13 +25,13 @@ std::array<int, 4> NodesOfCell(const Model& model, int row, int column);
 /// Returns whether counts and ElementNodes are those that BuildMesh makes of the cells.
 bool HasRegularElements(const Model& model);
 
-/// How far x and y of a node may lie off a grid of the model's cells, mm: a hundredth of a cell and
-/// what the sums of BuildMesh in single precision may be off.
+/// The tolerance for x and y of a node of a regular grid, mm: a hundredth of a cell and the
+/// rounding errors of the sums that BuildMesh takes in single precision.
 struct GridSlack {
   double x, y;
 };
 
-/// Returns the slack of a grid from (left, lower) on, mm.
+/// Returns the tolerance for a grid whose lower left corner is (left, lower), mm.
 GridSlack SlackOfGrid(const Model& model, double left, double lower);
 
 }  // namespace quillane

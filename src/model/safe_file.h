@@ -7,18 +7,18 @@
 
 namespace quillane {
 
-/// A file could not be written; what() tells the reason.
+/// A file could not be written; what() gives the reason.
 class FileWriteError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Writes content to a new file beside path and then puts it in path's place, keeping the old
-/// file's permissions. A link is followed. Throws FileWriteError; then the old file stands.
+/// Writes content to a new file beside path and then replaces path with it; keeps the old file's
+/// permissions and follows a link. Throws FileWriteError and then leaves the old file as it is.
 void ReplaceFile(const std::filesystem::path& path, std::string_view content);
 
-/// Tries whether ReplaceFile could write path, but for the room on the disk: name, folder,
-/// permission. Throws FileWriteError where it could not.
+/// Checks whether ReplaceFile can write path, except free space: name, folder, permission. Throws
+/// FileWriteError if it cannot.
 void TryReplaceFile(const std::filesystem::path& path);
 
 }  // namespace quillane
