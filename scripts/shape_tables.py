@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Makes the tables and the picture of the shapes in docs/validation.md anew from shape_bench.
 
 Usage: shape_tables.py [seed, default 1]. Takes some minutes on one core.
@@ -8,7 +8,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-from markdown_table import insert
+from lib.markdown_table import insert
 
 ROOT = Path(__file__).resolve().parent.parent
 PAIRS = 8  # the first plates, one of every kind
