@@ -82,7 +82,7 @@ inline constexpr int kMostVotes = 400;
 /// it takes the way's pace of the plate. After one or more votes the plate is judged: it must carry
 /// all loads that it carried at the start, converge, and its compliance times volume must not rise
 /// by more than 4 %. Otherwise other votes are tried from the same layout, then a third of the
-/// pace. Where not even a single cell can be taken, up to 25 % are accepted, at last after a series
+/// pace. Where not even a single cell can be taken, largestLoss is accepted, at last after a series
 /// of votes at constant volume, which thickens what a broken member has overloaded. At the wish
 /// some votes at constant volume follow; the stiffest layout of them is kept. Throws RunTimeError
 /// other than where a step fails for a broken plate.

@@ -53,11 +53,12 @@ double VolumeOfCells(const Model& model, std::ptrdiff_t cells);
 /// The volume (mm^3) of the plate with material in every cell that is not cut out.
 double FullVolume(const Model& model);
 
-/// Tries ways from an analysed model to the wished share of its full volume, two at a time, until
-/// one gets there without a stage that cost more than 6 % of compliance times volume, or the ways
-/// have all been tried, or the attempts have taken kMostCellSteps cells times steps. The best is
-/// the reached one with the smallest compliance times volume, else the one with the smallest
-/// volume. The result depends on neither jobs nor the machine. Throws RunTimeError as TryWay.
+/// Tries ways from an analysed model to the wished share of its full volume, two at a time. Ends
+/// after a round once a shape was reached that no stage made worse by more than 10 % of compliance
+/// times volume (25 % after the second round), once one was reached and the attempts have taken a
+/// million steps times cells, or when all ways have been tried. The best is the reached one with
+/// the smallest compliance times volume, else the one with the smallest volume. The result depends
+/// on neither jobs nor the machine. Throws RunTimeError as TryWay.
 SearchResult SearchVolume(const Model& analysed, const SearchOptions& options,
                           const SearchWatch& watch);
 
