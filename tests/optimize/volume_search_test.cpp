@@ -204,8 +204,13 @@ TEST_P(Example, IsWhatItsRecipeMakesAndComesDownToHalfItsVolumeWhole) {
   EXPECT_TRUE(test::ReadFile(QUILLANE_SOURCE_DIR + file) ==
               ModelFileText(ShippedExample(GetParam())));
   const Model start = Analysed(MakeExample(GetParam(), ExampleStart::kFullDomain));
-  const SearchResult result = Found(start, 0.5);
-  const Attempt& best = result.Best();
+  SearchGoal goal;
+  goal.share = 0.5;
+  goal.fullVolume = start.Volume;
+  goal.goOn = [] { return true; };
+  SearchWay coarse;  // a search tries finer ones
+  coarse.pace = 0.06;
+  const Attempt best = TryWay(start, coarse, goal);
   EXPECT_TRUE(best.reached);
   EXPECT_NEAR(best.model.Volume / start.Volume, 0.5, kVolumeTolerance);
   EXPECT_TRUE(LostLoads(best.model).empty());
