@@ -55,7 +55,6 @@ class Recipe : public RectangularPlate {
 
 Recipe Cantilever(ExampleStart start) {
   Recipe plate(start, 20, 40, 10);
-  plate.Cells(1, 20, 1, 1, kCellNonDesign);
   plate.Cells(10, 11, 39, 40, kCellNonDesign);
   plate.Empty(1, 40, {22, 12}, kTop);
   plate.Empty(1, 40, kBottom, {-2, 8});
@@ -68,7 +67,6 @@ Recipe Cantilever(ExampleStart start) {
 Recipe HalfMbbBeam(ExampleStart start) {
   Recipe plate(start, 20, 60, 10);
   plate.Cells(19, 20, 1, 2, kCellNonDesign);
-  plate.Cells(1, 2, 58, 60, kCellNonDesign);
   plate.Empty(1, 60, {24, 2}, kTop);
   for (int row = 1; row <= 21; ++row) plate.Hold(row, 1, true, false);
   for (int column = 59; column <= 61; ++column) plate.Hold(1, column, false, true);
@@ -80,8 +78,6 @@ Recipe HalfMbbBeam(ExampleStart start) {
 Recipe Bridge(ExampleStart start) {
   Recipe plate(start, 24, 80, 25);
   plate.Cells(23, 24, 1, 80, kCellNonDesign);
-  plate.Cells(1, 2, 1, 3, kCellNonDesign);
-  plate.Cells(1, 2, 78, 80, kCellNonDesign);
   plate.Empty(1, 20, kBottom, {-3, 13});
   plate.Empty(21, 40, kBottom, {13, 20});
   plate.Empty(41, 60, kBottom, {20, 13});
@@ -102,7 +98,6 @@ Recipe Bridge(ExampleStart start) {
 Recipe LBracket(ExampleStart start) {
   Recipe plate(start, 40, 40, 5);
   plate.Cells(17, 40, 17, 40, kCellCutOut);
-  plate.Cells(40, 40, 1, 16, kCellNonDesign);
   plate.Cells(14, 16, 38, 40, kCellNonDesign);
   plate.Empty(1, 16, kBottom, {16, 0});
   plate.Empty(17, 40, kBottom, {0, 13});
@@ -114,7 +109,6 @@ Recipe LBracket(ExampleStart start) {
 
 Recipe TwoBarTruss(ExampleStart start) {
   Recipe plate(start, 92, 36, 10);
-  plate.Cells(1, 92, 1, 1, kCellNonDesign);
   plate.Cells(45, 48, 35, 36, kCellNonDesign);
   plate.Empty(2, 36, {92, 48}, kTop);
   plate.Empty(2, 36, {13, 53}, {79, 39});
