@@ -42,9 +42,27 @@ RefusedIndex SetParameters(Model& model, std::string_view target, std::string_vi
   return std::nullopt;
 }
 
+void SetGrid(Model& model, EditState& state, Single width, Single elementSize) {
+  state.changedSinceAnalysis |= elementSize != model.ElementSize;
+  model.DomainWidth = width;
+  model.ElementSize = elementSize;
+}
+
 Single PositiveLength(std::string_view text) {
   const std::optional<double> length = LeadingNumber(text);
   return length && *length > 0 && FitsSingle(*length) ? static_cast<Single>(*length) : 0;
+}
+
+std::string ReadOtherwise(std::string_view text, NumberRule rule) {
+  const std::optional<double> leading = LeadingNumber(text);
+  if (!leading) return "too large";
+  const bool isRounded = rule == NumberRule::kWhole && FitsInteger(*leading);
+  const double number = isRounded ? ToInteger(*leading, "a typed number") : *leading;
+  const std::string read = "read as " + GeneralText(number);
+  if (rule == NumberRule::kAboveZero && number <= 0) return read + ", not above 0";
+  double shown = 0;
+  const bool isPlain = ParseField(text, shown) == FieldFault::kNone && shown == number;
+  return isPlain ? "" : read;
 }
 
 }  // namespace quillane

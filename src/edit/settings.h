@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "edit/edit_state.h"
@@ -25,7 +26,17 @@ RefusedIndex SetMaterial(Model& model, EditState& state, std::string_view modulu
 RefusedIndex SetParameters(Model& model, std::string_view target, std::string_view epsilon,
                            std::string_view lambda);
 
+/// Sets DomainWidth and ElementSize, mm.
+void SetGrid(Model& model, EditState& state, Single width, Single elementSize);
+
 /// Returns a width or a cell's size, mm; 0 if the text is no positive Single.
 Single PositiveLength(std::string_view text);
+
+/// What a typed number is expected to be.
+enum class NumberRule { kAny, kWhole, kAboveZero };
+
+/// Returns "read as 12" for a text such as "12,5", whose number is not what it shows, or for a number
+/// that is not above 0 but should be; empty for a plain number.
+std::string ReadOtherwise(std::string_view text, NumberRule rule);
 
 }  // namespace quillane

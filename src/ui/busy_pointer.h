@@ -1,4 +1,4 @@
-// The hourglass pointer for the length of a scope.
+// Shows the hourglass pointer while in scope.
 #pragma once
 
 #include <QCursor>

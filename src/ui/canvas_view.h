@@ -1,5 +1,8 @@
-// The canvas and the legend beside it: what is drawn on them, and how the canvas sees the model.
+// The canvas, the legend beside it, and what they show.
 #pragma once
+
+#include <functional>
+#include <string>
 
 #include "display/canvas_layout.h"
 #include "display/color_scale.h"
@@ -8,49 +11,60 @@
 
 namespace quillane {
 
-/// Draws the present model. A drawing throws RunTimeError for a model that cannot be drawn, as a
-/// damaged file leaves one.
-class CanvasView {
+/// Draws the model and the mark of a held corner. If the model cannot be drawn, as after opening a
+/// damaged file, the canvas stays empty.
+class CanvasView : public QObject {
+  Q_OBJECT
+
  public:
-  /// Makes both widgets in the parent, which owns them.
+  /// Creates both widgets in the parent, which owns them.
   CanvasView(QWidget* parent, Model& model, const EditState& edits);
-  CanvasView(const CanvasView&) = delete;
-  CanvasView& operator=(const CanvasView&) = delete;
 
   PictureWidget* Canvas() { return picCanvas; }
+  const PictureWidget* Legend() const { return picColorBar; }
+  /// Returns the area of the design domain and its symbols on the canvas in logical pixels.
+  QRectF PlateArea() const;
 
-  /// Places the widgets and blanks their pictures.
-  void Place(const CanvasLayout& layout);
-
-  /// DomainHeight from the canvas, ViewRight and ViewTop from the origin's fractions, canvas scale;
-  /// then ShowModel.
+  /// Places the widgets, which blanks their pictures; then FitAndShowModel.
+  void PlaceAndShowModel(const CanvasLayout& layout);
+  /// Sets DomainHeight from the canvas, ViewRight and ViewTop from the origin's fractions and the
+  /// canvas scale; then ShowModel.
   void FitAndShowModel();
-
-  /// Marks the active nodes and draws the model, a held corner with it, beside a bare legend.
+  /// Marks the active nodes and draws the model beside a bare legend.
   void ShowModel();
-
-  /// Draws the map of the given DisplayMode with its legend, a held corner with it.
+  /// Draws the map of the given DisplayMode with its legend.
   void ShowMap(Integer displayMode);
-
   /// Wipes both: background, axes and grid, bare legend.
   void Clear();
 
-  /// An empty canvas beside a bare legend; never throws RunTimeError.
-  void ShowNothing();
-
-  /// Marks the corner, where one is held, on what is drawn.
+  /// Draws the mark of a held corner over what is shown.
   void MarkCorner();
-  /// The drawing bears a corner's mark.
-  bool ShowsCorner() const { return showsCorner_; }
+  /// Removes the mark of a corner that is no longer held by redrawing what was shown.
+  void UnmarkCorner();
+
+  /// Allows the same reason to be reported again, for another model.
+  void ForgetFailure() { failure_.clear(); }
+
+ signals:
+  /// The model cannot be drawn. Emitted once per reason.
+  void Undrawable(const QString& reason);
 
  private:
-  /// Throws for a view that shows no part of the plane.
-  void CheckView() const;
+  /// Draws, and keeps the drawing for UnmarkCorner.
+  void Show(std::function<void()> drawing);
+  /// Runs a drawing and marks the corner; on RunTimeError the canvas stays empty.
+  void Draw(const std::function<void()>& drawing);
+  void FitAndDrawModel();
+  void DrawModel();
+  void DrawMark();
+  void ShowNothing();
 
   Model& model_;
   const EditState& edits_;
   ColorTable colorTable_;
-  bool showsCorner_ = false;
+  std::function<void()> shown_;
+  std::string failure_;  ///< why the last drawing failed
+  bool isMarked_ = false;
   PictureWidget* picColorBar;
   PictureWidget* picCanvas;
 };

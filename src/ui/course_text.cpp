@@ -1,10 +1,13 @@
 #include "ui/course_text.h"
 
 #include <QStringList>
+
+#include "ui/error_text.h"
+
 namespace quillane {
 namespace {
 
-/// The state `steps` steps ago: the FEA or the step that it followed.
+/// Names the state `steps` steps ago: the FEA, or the step before it.
 QString Since(const Model& model, int steps) {
   const int step = model.StepCount - 1 - steps;
   return step < 0 ? QStringLiteral("the FEA") : QStringLiteral("step %1").arg(step);
@@ -39,7 +42,11 @@ QString CourseText(const EditState& edits, const Course& course) {
   lines += LayoutLine(course);
   if (const int solves = figures.unconvergedInARow; solves > 0) {
     lines += QStringLiteral("The solver has not converged since %1:").arg(Since(model, solves - 1));
-    lines += QStringLiteral("open the last saved model, lower the target.");
+    // Steps can disconnect loads; an analysis that does not converge shows a fault of the model.
+    lines += solves <= model.StepCount
+                 ? QStringLiteral("open the last saved model, lower the target.")
+             : LoadsAreCarried(model) ? QStringLiteral("use more cells across the plate's members.")
+                                      : QStringLiteral("check the supports (Freedom Conditions).");
   }
   if (edits.changedSinceAnalysis) lines += QStringLiteral("Changed by hand since the last FEA.");
   if (StepCounterIsFull(model)) {

@@ -1,4 +1,4 @@
-// What the optimization dialog tells about the steps.
+// The report of the optimization dialog.
 #pragma once
 
 #include <QString>
@@ -8,7 +8,8 @@
 
 namespace quillane {
 
-/// How the optimization goes: volume, stresses, whether layout and solver rest, and what to do.
+/// Returns the state of the optimization: volume, stresses, whether the layout is at rest and the
+/// solver converged, and what to do.
 /// At most kCourseLines lines, none longer than kLongestCourseLine.
 QString CourseText(const EditState& edits, const Course& course);
 

@@ -18,13 +18,20 @@ ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent) 
   setContentsMargins(fontMetrics().averageCharWidth() / 2, 0, 0, 0);
 }
 
+void ElidedLabel::Tell(const QString& caption, const QString& note) {
+  setText(caption);
+  note_ = note;
+}
+
+QString ElidedLabel::ToolTipText() const {
+  const QString whole = ShownText() == text() ? QString() : text().trimmed();
+  return whole.isEmpty() || note_.isEmpty() ? whole + note_ : whole + QLatin1Char('\n') + note_;
+}
+
 bool ElidedLabel::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QLabel::event(event);
-  if (ShownText() != text()) {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text().trimmed(), this);
-  } else {
-    QToolTip::hideText();
-  }
+  // An empty text hides the tooltip.
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), ToolTipText(), this);
   return true;
 }
 

@@ -1,27 +1,34 @@
-// A one-line label that writes a long caption smaller and, where that is not enough, shortens it.
+// A one-line label that shrinks a long caption and elides it if that is not enough.
 #pragma once
 
 #include <QLabel>
 
 namespace quillane {
 
-/// text() is always the whole caption; where it is shortened, the tooltip tells it.
+/// text() is always the whole caption; if it is elided, the tooltip shows it.
 class ElidedLabel : public QLabel {
   Q_OBJECT
 
  public:
   ElidedLabel(const QString& name, QWidget* parent);
 
-  /// What is to be read on it now.
+  /// Sets the caption, and a note for its tooltip.
+  void Tell(const QString& caption, const QString& note = {});
+
+  /// Returns the visible text.
   QString ShownText() const;
+  /// Returns the caption, if it is elided, and the note.
+  QString ToolTipText() const;
 
  protected:
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  /// The label's font, or a smaller one where the caption needs it.
+  /// Returns the label's font, or a smaller one if the caption needs it.
   QFont ShownFont() const;
+
+  QString note_;
 };
 
 }  // namespace quillane

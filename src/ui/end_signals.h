@@ -6,9 +6,9 @@
 
 namespace quillane {
 
-/// Takes SIGHUP, SIGINT and SIGTERM from its making until its end; one that was ignored at the
-/// start stays so. A write to a broken pipe or past the limit of a file's size fails instead of
-/// ending the program. At most one may live.
+/// Receives SIGHUP, SIGINT and SIGTERM during its lifetime; a signal that was ignored before stays
+/// ignored. Also makes writes to a broken pipe or beyond the file size limit fail instead of ending
+/// the program. At most one instance may exist.
 class EndSignals : public QObject {
   Q_OBJECT
 
@@ -17,7 +17,7 @@ class EndSignals : public QObject {
   ~EndSignals() override;
 
  signals:
-  /// A signal has come, in the event loop.
+  /// A signal was received. Emitted from the event loop.
   void Raised(int number);
 
  private:

@@ -1,4 +1,4 @@
-// A signal's handler may do little more than write to a pipe, which the event loop then reads.
+// A signal handler may do little more than write to a pipe, which the event loop reads.
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -1,14 +1,15 @@
-// A Japanese sentence as in the other boxes, then the details in English.
+// Japanese sentences as in the other boxes, then details in English.
 #include "ui/error_text.h"
 
 #include <QDir>
 
+#include "fem/load_paths.h"
 #include "model/number_text.h"
 
 namespace quillane {
 namespace {
 
-/// What the user can do about an error; empty where nothing is known.
+/// Returns what the user can do about an error; empty if unknown.
 QString Advice(const RunTimeError& error) {
   switch (error.Cause()) {
     case ErrorCause::kNone:
@@ -66,29 +67,61 @@ QString RescueLine(const RescueReport& rescue) {
 
 }  // namespace
 
-QString NotConvergedText(const SolveReport& report) {
+bool LoadsAreCarried(const Model& model) {
+  try {
+    return LostLoads(model).empty();
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
+QString NotConvergedText(const SolveReport& report, const Model& model) {
+  const bool isHeld = LoadsAreCarried(model);
   return QStringLiteral(
              "応力解析が収束しませんでした。\n"
              "表示された結果は正しくない可能性があります。\n"
-             "拘束条件を確認してください。\n\n"
+             "%3\n\n"
              "The analysis did not converge: after %1 iterations\n"
              "|f - K u| / |f| is %2.\n"
              "The results shown may be wrong.\n"
-             "Check that the plate is held against moving and turning.")
+             "%4")
       .arg(report.iterations)
-      .arg(QString::fromStdString(ExponentText(report.trueResidual)));
+      .arg(QString::fromStdString(ExponentText(report.trueResidual)))
+      .arg(isHeld ? QStringLiteral("部材が細長すぎるか、ポアソン比が適切ではありません。")
+                  : QStringLiteral("拘束条件を確認してください。"))
+      .arg(isHeld ? QStringLiteral("The loads are connected to supports that hold the plate, but\n"
+                                   "it is too slender for the solver, or Poisson's ratio is not\n"
+                                   "between -1 and 0.5: use more cells across its members.")
+                  : QStringLiteral("Check that the plate is held against moving and turning."));
 }
 
 QString StoppedText(const RunTimeError& error) {
   return QStringLiteral("この操作を実行できませんでした。\n\n") + Details(error);
 }
 
-QString UndrawableText(const std::string& reason) {
+QString UndrawableText(const QString& reason) {
   return QStringLiteral(
              "このモデルを描くことができません。\n"
              "表示幅と要素サイズ、または開いたファイルを確認してください。\n\n"
              "The model cannot be drawn.\n") +
-         QString::fromStdString(reason);
+         reason;
+}
+
+QString RefusalText(PressResult refusal) {
+  switch (refusal) {
+    case PressResult::kElementOutside:
+      return QStringLiteral("選ばれた要素は設計領域にありません。");
+    case PressResult::kNodeOutside:
+      return QStringLiteral("選ばれた節点は設計領域にありません。");
+    default:
+      return QStringLiteral(
+          "設計領域には縦横に1つ以上の要素が必要です。\n"
+          "節点と要素の数はそれぞれ32767以下にしてください。");
+  }
+}
+
+QString MissingResultsText() {
+  return QStringLiteral("応力解析の前の結果はすべて0です。\nBefore FEA all results are 0.");
 }
 
 QString TooLargeText() { return QStringLiteral("数値が大きすぎます。\n値を変えてください。"); }

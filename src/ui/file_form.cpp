@@ -14,6 +14,7 @@
 #include "ui/file_name.h"
 #include "ui/folder.h"
 #include "ui/message_box.h"
+#include "ui/screen_room.h"
 
 namespace quillane {
 namespace {
@@ -24,7 +25,7 @@ constexpr int kPathRole = Qt::UserRole;
 
 QByteArray Bytes(const fs::path& path) { return QByteArray::fromStdString(path.string()); }
 
-/// A tree that always shows all its rows, so it has no signs for folding them up.
+/// A tree that is always expanded, without expansion signs.
 class DirectoryList : public QTreeWidget {
  public:
   using QTreeWidget::QTreeWidget;
@@ -33,7 +34,7 @@ class DirectoryList : public QTreeWidget {
   void drawBranches(QPainter*, const QRect&, const QModelIndex&) const override {}
 };
 
-/// A row of the directory list that opens the given folder.
+/// Returns a row of the directory list that opens the given folder.
 QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::path& folder) {
   auto* row = new QTreeWidgetItem(QStringList(text));
   row->setIcon(0, icon);
@@ -41,9 +42,11 @@ QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::pat
   return row;
 }
 
-/// The current directory; where it is gone, the root.
-fs::path StartFolder() {
+/// Returns the folder of the last file, or else the current directory, or else the root.
+fs::path StartFolder(const std::string& lastFile) {
   std::error_code gone;
+  const fs::path last = fs::canonical(fs::path(lastFile).parent_path(), gone);
+  if (!gone && fs::is_directory(last, gone)) return last;
   const fs::path current = fs::current_path(gone);
   return gone ? fs::path("/") : current;
 }
@@ -73,8 +76,8 @@ QListWidget* MakeFileList(QWidget* parent) {
 
 }  // namespace
 
-FileForm::FileForm(frmMain& main, const char* name, const char* caption)
-    : Form(main, name, caption),
+FileForm::FileForm(frmMain& main, const FormNames& names)
+    : Form(main, names),
       drives_(Drives()),
       Drive1(new QComboBox(this)),
       Dir1(MakeDirectoryList(this)),
@@ -109,12 +112,13 @@ void FileForm::Complete(QPushButton* action) {
   grid->setColumnStretch(1, 1);
   setSizeGripEnabled(true);
   const QFontMetrics font = fontMetrics();
-  resize(font.averageCharWidth() * 72, font.lineSpacing() * 24);
+  resize(
+      QSize(font.averageCharWidth() * 72, font.lineSpacing() * 24).boundedTo(RoomOnScreen(*this)));
   Form_Load();
 }
 
 void FileForm::Form_Load() {
-  EnterFolder(StartFolder());
+  EnterFolder(StartFolder(Main().model().ModelFilePath));
   File1_Click();
   FocusText(txtFileName);
 }
@@ -198,30 +202,26 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
   Dir1->scrollToItem(above, QAbstractItemView::PositionAtTop);
 }
 
-fs::path FileForm::FullPath() const {
-  // What is typed is taken for a name in the folder, whatever it begins with.
-  fs::path path = folder_ / fs::path();
-  path += FileNameBytes(txtFileName->text());
-  return path;
-}
+fs::path FileForm::FullPath() const { return folder_ / FileNameBytes(txtFileName->text()); }
 
-void FileForm::Trapped(const std::function<void()>& action) {
+void FileForm::RunOrStayOpen(const std::function<void(const fs::path&)>& action) {
+  const fs::path path = FullPath();
   try {
-    action();
+    action(path);
   } catch (const RunTimeError&) {
     throw;
   } catch (const std::exception& error) {
-    ReportFailure(error.what());
-    return;
+    return ReportFailure(path, error.what());
   }
   Unload();
 }
 
-void FileForm::ReportFailure(const char* reason) {
+void FileForm::ReportFailure(const fs::path& path, const char* reason) {
   Warn(this,
        QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
                       "ファイルを選んでください。"),
-       QStringLiteral("データ読込"), QString::fromUtf8(reason));
+       QStringLiteral("データ読込"),
+       FileNameText(path.string()) + QStringLiteral(":\n") + QString::fromUtf8(reason));
   FocusText(txtFileName);
 }
 

@@ -1,4 +1,4 @@
-// What the dialogs for opening and saving a model share: the lists, the path and the error trap.
+// The base of the dialogs for opening and saving a model.
 #pragma once
 
 #include <filesystem>
@@ -15,22 +15,20 @@ class QTreeWidgetItem;
 namespace quillane {
 
 /// A drive list, the folders from the root down to the one chosen with its subfolders, the model
-/// files in it, and the file's name. It starts in the current directory.
+/// files in it, and the file's name. It starts in the folder of the last file, or in the current
+/// directory.
 class FileForm : public Form {
   Q_OBJECT
 
  protected:
-  FileForm(frmMain& main, const char* name, const char* caption);
+  FileForm(frmMain& main, const FormNames& names);
 
-  /// Lays the dialog out; Enter and a double click on a file press the given button.
+  /// Lays out the dialog; Enter and a double click on a file press the given button.
   void Complete(QPushButton* action);
 
-  /// The folder, "/" unless it ends with one, and the name exactly as typed.
-  std::filesystem::path FullPath() const;
-
-  /// Runs the action and closes the dialog. A failure of the file is reported with its reason, and
-  /// the dialog stays open for another try. Hands run-time errors on.
-  void Trapped(const std::function<void()>& action);
+  /// Runs the action on the chosen path and closes the dialog. If the file fails, reports the
+  /// reason and stays open. Throws RunTimeError as the action does.
+  void RunOrStayOpen(const std::function<void(const std::filesystem::path&)>& action);
 
  private:
   void Form_Load();
@@ -40,11 +38,13 @@ class FileForm : public Form {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
   void OpenRow(const QTreeWidgetItem* row);
-  /// Enters the folder; one that cannot be read is told of instead.
+  /// Enters the folder, or warns if it cannot be read.
   void OpenFolder(const std::filesystem::path& folder);
   void EnterFolder(const std::filesystem::path& folder);
   void ShowFolder(const std::vector<std::string>& subfolders);
-  void ReportFailure(const char* reason);
+  /// Returns the folder and the name as typed; an absolute path as it is.
+  std::filesystem::path FullPath() const;
+  void ReportFailure(const std::filesystem::path& path, const char* reason);
 
   std::vector<std::filesystem::path> drives_;
   std::filesystem::path folder_;  ///< the directory list's path

@@ -12,7 +12,7 @@ bool IsUtf8(std::string_view bytes) {
   return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())).isValidUtf8();
 }
 
-/// Length of the character that the bytes begin with; 0 where they begin with none.
+/// Returns the length of the character at the start of the bytes; 0 if there is none.
 std::size_t CharacterLength(std::string_view bytes) {
   for (std::size_t length = 1; length <= std::min<std::size_t>(4, bytes.size()); ++length) {
     if (IsUtf8(bytes.substr(0, length))) return length;

@@ -1,4 +1,4 @@
-// Names of files and folders as text that can be shown and typed, without losing a byte.
+// Names of files and folders as text to show and edit, without loss of bytes.
 #pragma once
 
 #include <QString>
@@ -7,11 +7,11 @@
 
 namespace quillane {
 
-/// The name's bytes as text. A byte that is no part of UTF-8 becomes the lone surrogate
+/// Returns the name's bytes as text. A byte that is not part of UTF-8 becomes the lone surrogate
 /// U+DC00 + byte, so every name has its own text.
 QString FileNameText(std::string_view bytes);
 
-/// The way back: the bytes that FileNameText made the text from, else the text's UTF-8.
+/// Returns the bytes that FileNameText made the text from, or else the text's UTF-8.
 std::string FileNameBytes(const QString& text);
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// Reading of folders and of the list of drives. No failure of the file system gets out of here.
+// No exception of the file system leaves this file.
 #include "ui/folder.h"
 
 #include <QByteArray>
@@ -17,7 +17,7 @@ std::string LowerCase(const std::string& name) {
   return QByteArray::fromStdString(name).toLower().toStdString();
 }
 
-/// Sorts names without regard to case; names that differ in case only by their bytes.
+/// Sorts names case-insensitively; names that differ only in case by their bytes.
 void Sort(std::vector<std::string>& names) {
   std::vector<std::pair<std::string, std::string>> keyed;
   keyed.reserve(names.size());
@@ -26,7 +26,7 @@ void Sort(std::vector<std::string>& names) {
   std::ranges::transform(keyed, names.begin(), [](auto& pair) { return std::move(pair.second); });
 }
 
-/// Name of an entry; empty where it is none in UTF-8, as may be on Windows.
+/// Returns the name of an entry; empty if it has no UTF-8 form, as is possible on Windows.
 std::string NameOf(const fs::directory_entry& entry) {
   try {
     return entry.path().filename().string();
@@ -46,7 +46,7 @@ void Add(FolderContents& contents, const fs::directory_entry& entry) {
   }
 }
 
-/// Written with the platform's separators.
+/// Returns the path with the platform's separators.
 fs::path PathOf(const QString& text) {
   return QFileInfo(text).filesystemFilePath().make_preferred();
 }

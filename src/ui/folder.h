@@ -1,4 +1,4 @@
-// What the file dialogs show of the file system: folders, model files and drives.
+// Folders, model files and drives for the file dialogs.
 #pragma once
 
 #include <filesystem>
@@ -8,8 +8,8 @@
 
 namespace quillane {
 
-/// The names in a folder, sorted as people read them, those that begin with a dot left out. Empty,
-/// with `error` telling why, where the folder cannot be read.
+/// The names in a folder in case-insensitive order, without those that begin with a dot. Empty,
+/// with the reason in `error`, if the folder cannot be read.
 struct FolderContents {
   std::vector<std::string> folders;
   std::vector<std::string> modelFiles;  ///< files named "*.model", in any case
@@ -17,10 +17,10 @@ struct FolderContents {
 };
 FolderContents ReadFolder(const std::filesystem::path& folder);
 
-/// "/", the home folder and the folders where volumes are mounted, in this order.
+/// Returns the roots, the home folder and the mount points of volumes, in this order.
 std::vector<std::filesystem::path> Drives();
 
-/// The index of the drive that holds the folder: the one with the longest path above it.
+/// Returns the index of the drive that contains the folder: the one with the longest matching path.
 int DriveOf(const std::vector<std::filesystem::path>& drives, const std::filesystem::path& folder);
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// Making of the dialogs' controls and layouts. Sizes follow the font; nothing is in pixels.
+// Sizes follow the font; nothing is in pixels.
 #include "ui/form.h"
 
 #include <QGridLayout>
@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -14,14 +15,34 @@
 
 namespace quillane {
 
-Form::Form(frmMain& main, const char* name, const char* caption, const char* cancelName)
+namespace {
+
+/// Shows by colour and tooltip what the text is read as, if it is not read as it looks.
+void TellReading(QLineEdit* box, NumberRule rule) {
+  const QString told = QString::fromStdString(ReadOtherwise(TextOf(box), rule));
+  QPalette colours;
+  if (!told.isEmpty()) {
+    colours.setColor(QPalette::Base, QColor(255, 200, 140));
+    colours.setColor(QPalette::Text, Qt::black);
+  }
+  box->setPalette(colours);
+  box->setToolTip(told);
+  box->setAccessibleDescription(told);
+  if (box->isVisible()) {
+    QToolTip::showText(box->mapToGlobal(box->rect().bottomLeft()), told, box);
+  }
+}
+
+}  // namespace
+
+Form::Form(frmMain& main, const FormNames& names)
     : QDialog(&main, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                          Qt::WindowCloseButtonHint),
       main_(main),
-      cancel_(Button(cancelName, "Cancel")) {
+      cancel_(Button(names.cancel, "Cancel")) {
   connect(cancel_, &QPushButton::clicked, this, &Form::reject);
-  setObjectName(QString::fromLatin1(name));
-  setWindowTitle(QString::fromUtf8(caption));
+  setObjectName(QString::fromLatin1(names.name));
+  setWindowTitle(QString::fromUtf8(names.caption));
   setWindowModality(Qt::ApplicationModal);
 }
 
@@ -31,10 +52,12 @@ QLabel* Form::Label(const char* caption) {
   return label;
 }
 
-QLineEdit* Form::NumberBox(const char* name, const char* text) {
-  auto* box = new QLineEdit(QString::fromLatin1(text), this);
+QLineEdit* Form::NumberBox(const char* name, const std::string& text, NumberRule rule) {
+  auto* box = new QLineEdit(QString::fromStdString(text), this);
   box->setObjectName(QString::fromLatin1(name));
   box->setAlignment(Qt::AlignRight);
+  connect(box, &QLineEdit::textChanged, box, [box, rule] { TellReading(box, rule); });
+  TellReading(box, rule);
   return box;
 }
 
@@ -51,7 +74,7 @@ QPushButton* Form::Button(const char* name, const char* caption) {
   return button;
 }
 
-QLayout* Form::FieldGrid(std::initializer_list<Field> fields) {
+QLayout* Form::FieldGrid(const std::vector<Field>& fields) {
   auto* grid = new QGridLayout;
   grid->setColumnStretch(1, 1);
   const auto isGiven = [](const char* text) { return *text != '\0'; };
@@ -70,7 +93,7 @@ QLayout* Form::FieldGrid(std::initializer_list<Field> fields) {
   return grid;
 }
 
-QWidget* Form::OptionFrame(std::initializer_list<QRadioButton*> options) {
+QWidget* Form::OptionFrame(const QList<QRadioButton*>& options) {
   auto* column = new QVBoxLayout;
   for (QRadioButton* option : options) column->addWidget(option);
   auto* frame = new QGroupBox(this);
@@ -92,7 +115,7 @@ QLayout* Form::ButtonRow(QPushButton* action) {
   return row;
 }
 
-void Form::LayOutChoice(const char* question, std::initializer_list<QRadioButton*> options,
+void Form::LayOutChoice(const char* question, const QList<QRadioButton*>& options,
                         QPushButton* action) {
   QVBoxLayout* rows = Rows();
   rows->addWidget(Label(question));

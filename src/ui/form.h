@@ -1,11 +1,12 @@
-// What every dialog shares: its making, the names and look of its controls, and how it closes.
+// The base of all dialogs: construction, names and look of controls, closing.
 #pragma once
 
 #include <QDialog>
 #include <QPushButton>
-#include <initializer_list>
 #include <string>
+#include <vector>
 
+#include "edit/settings.h"
 #include "ui/frmMain.h"
 
 class QLabel;
@@ -16,56 +17,62 @@ class QVBoxLayout;
 
 namespace quillane {
 
-/// A dialog above the main window, modal to the application, made afresh at each use. Its name is
-/// its class's. Its Cancel button, Escape and the title bar's close button all call reject, which
-/// closes it and stores nothing.
+struct FormNames {
+  const char* name;  ///< also that of the class
+  const char* caption;
+  const char* cancel = "cmdExit";  ///< name of the Cancel button
+};
+
+/// A dialog above the main window, modal to the application, created anew at each use. Its Cancel
+/// button, Escape and the title bar's close button all call reject, which closes it and stores
+/// nothing.
 class Form : public QDialog {
   Q_OBJECT
 
  protected:
-  /// cancelName: the name of the Cancel button.
-  Form(frmMain& main, const char* name, const char* caption, const char* cancelName = "cmdExit");
+  Form(frmMain& main, const FormNames& names);
 
-  frmMain& Main() { return main_; }
+  frmMain& Main() const { return main_; }
 
-  // Controls under their own names, for the initializers of the members that hold them.
+  // Controls under their own names.
   QLabel* Label(const char* caption);
-  QLineEdit* NumberBox(const char* name, const char* text = "");
+  /// Creates a box whose colour and tooltip change when its text is not read as it looks.
+  QLineEdit* NumberBox(const char* name, const std::string& text,
+                       NumberRule rule = NumberRule::kAny);
   QRadioButton* Option(const char* name, const char* caption);
   QPushButton* Button(const char* name, const char* caption);
-  /// Calls the dialog's handler at each click.
+  /// Also connects the clicks to the dialog's handler.
   template <class Dialog>
   QPushButton* Button(const char* name, const char* caption, void (Dialog::*handler)()) {
     QPushButton* button = Button(name, caption);
     connect(button, &QPushButton::clicked, this,
-            Main().Guarded(static_cast<Dialog*>(this), handler));
+            Main().OrWarn(static_cast<Dialog*>(this), handler));
     return button;
   }
 
-  /// A box with what belongs to it; a text that is empty is left out.
+  /// A box and its texts; empty texts are omitted.
   struct Field {
     const char* heading;  ///< in a row of its own above the box
     const char* label;    ///< left of the box
     QLineEdit* box;
     const char* unit;  ///< right of the box
   };
-  /// The fields under each other, their labels, boxes and units aligned.
-  QLayout* FieldGrid(std::initializer_list<Field> fields);
+  /// Returns the fields in rows, with labels, boxes and units aligned.
+  QLayout* FieldGrid(const std::vector<Field>& fields);
 
-  /// The options under each other in a frame; one of them is chosen at a time.
-  QWidget* OptionFrame(std::initializer_list<QRadioButton*> options);
+  /// Returns a frame with the options in rows, of which one is checked at a time.
+  QWidget* OptionFrame(const QList<QRadioButton*>& options);
 
-  /// The button and Cancel side by side at the right; Enter presses the first.
+  /// Returns a row with the button and Cancel at the right; Enter presses the first.
   QLayout* ButtonRow(QPushButton* action);
 
   /// Lays out a question, its options and the button, from top to bottom.
-  void LayOutChoice(const char* question, std::initializer_list<QRadioButton*> options,
-                    QPushButton* action);
+  void LayOutChoice(const char* question, const QList<QRadioButton*>& options, QPushButton* action);
 
-  /// The dialog's layout from top to bottom, which fixes its size to its contents.
+  /// Sets and returns the dialog's vertical layout, which fixes its size to its contents.
   QVBoxLayout* Rows();
 
-  /// Asks for another value in the box, in a warning box.
+  /// Shows the reason in a warning box and selects the text of the box.
   void Refuse(QLineEdit* box, const QString& why);
 
   void Unload() { done(0); }
@@ -77,10 +84,10 @@ class Form : public QDialog {
   QPushButton* cancel_;
 };
 
-/// A box's text as UTF-8.
+/// Returns a box's text as UTF-8.
 std::string TextOf(const QLineEdit* box);
 
-/// Gives a box the keyboard, its text selected.
+/// Focuses a box and selects its text.
 void FocusText(QLineEdit* box);
 
 }  // namespace quillane

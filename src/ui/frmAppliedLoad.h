@@ -1,27 +1,21 @@
 // The dialog that takes the force which presses on nodes apply.
 #pragma once
 
-#include "ui/form.h"
+#include "ui/number_form.h"
 
 namespace quillane {
 
-/// "Applied Load": loading it ends the editing mode, OK stores the force and, where chosen, lets
-/// presses apply it. Typing a force chooses that.
-class frmAppliedLoad : public Form {
-  Q_OBJECT
-
+/// "Applied Load": if the first option is checked, presses apply the force. Typing checks it.
+class frmAppliedLoad : public NumberForm {
  public:
   explicit frmAppliedLoad(frmMain& main);
 
  private:
-  void Form_Load();
-  void cmdOK_Click();
+  RefusedIndex Store(const Texts& texts) override;
+  std::string Caption() const override;
 
   QRadioButton* optLoadOn = Option("optLoadOn", "Specify the applied loads");
   QRadioButton* optLoadOff = Option("optLoadOff", "Nothing");
-  QLineEdit* txtLoadX = NumberBox("txtLoadX");
-  QLineEdit* txtLoadY = NumberBox("txtLoadY");
-  QPushButton* cmdOK = Button("cmdOK", "OK", &frmAppliedLoad::cmdOK_Click);
 };
 
 }  // namespace quillane

@@ -1,45 +1,30 @@
 #include "ui/frmController.h"
 
-#include <QLineEdit>
-#include <QVBoxLayout>
-
-#include "edit/settings.h"
 #include "model/number_text.h"
-#include "ui/error_text.h"
 
 namespace quillane {
 
 frmController::frmController(frmMain& main)
-    : Form(main, "frmController", "Optimization Parameter") {
-  QVBoxLayout* rows = Rows();
-  rows->addLayout(
-      FieldGrid({{"Specify a target value of stress", "von Mises Stress:", txtDpStress, ""},
-                 {"Specify threshold value Epsilon", "Epsilon:", txtDpEpsilon, ""},
-                 {"and forget coefficient Lambda.", "Lambda:", txtDpLambda, ""}}));
-  rows->addLayout(ButtonRow(cmdOK));
-  Form_Load();
+    : NumberForm(main, {"frmController", "Optimization Parameter"}) {
+  const Model& model = main.model();
+  LayOut(nullptr,
+         {{"Specify a target value of stress",
+           "von Mises Stress:", NumberBox("txtDpStress", GeneralText(model.StressTarget)), ""},
+          {"Specify threshold value Epsilon", "Epsilon:",
+           NumberBox("txtDpEpsilon", GeneralText(int{model.Epsilon}), NumberRule::kWhole), ""},
+          {"and forget coefficient Lambda.",
+           "Lambda:", NumberBox("txtDpLambda", GeneralText(model.Lambda)), ""}});
 }
 
-void frmController::Form_Load() {
+RefusedIndex frmController::Store(const Texts& texts) {
+  return SetParameters(Main().model(), texts[0], texts[1], texts[2]);
+}
+
+std::string frmController::Caption() const {
   const Model& model = Main().model();
-  Main().SetEditMode(*this, kModeNothing);
-  txtDpStress->setText(QString::fromStdString(GeneralText(model.StressTarget)));
-  txtDpEpsilon->setText(QString::fromStdString(GeneralText(int{model.Epsilon})));
-  txtDpLambda->setText(QString::fromStdString(GeneralText(model.Lambda)));
-  FocusText(txtDpStress);
-}
-
-void frmController::cmdOK_Click() {
-  Model& model = Main().model();
-  if (const RefusedIndex refused =
-          SetParameters(model, TextOf(txtDpStress), TextOf(txtDpEpsilon), TextOf(txtDpLambda))) {
-    QLineEdit* const boxes[] = {txtDpStress, txtDpEpsilon, txtDpLambda};
-    return Refuse(boxes[*refused], TooLargeText());
-  }
-  Main().SetUpDateCaption(QString::fromStdString(
-      "Stress Target = " + GeneralText(model.StressTarget) + "MPa   Epsilon = " +
-      GeneralText(int{model.Epsilon}) + "   Lambda = " + GeneralText(model.Lambda)));
-  Unload();
+  return "Stress Target = " + GeneralText(model.StressTarget) +
+         "MPa   Epsilon = " + GeneralText(int{model.Epsilon}) +
+         "   Lambda = " + GeneralText(model.Lambda);
 }
 
 }  // namespace quillane

@@ -1,26 +1,21 @@
 // The dialog that picks which support presses on nodes set.
 #pragma once
 
-#include "ui/form.h"
+#include "ui/mode_form.h"
 
 namespace quillane {
 
-/// "Freedom Conditions": loading it ends the editing mode, OK sets the support's own.
-class frmFreedom : public Form {
-  Q_OBJECT
-
+/// "Freedom Conditions": loading it ends the edit mode.
+class frmFreedom : public ModeForm {
  public:
-  explicit frmFreedom(frmMain& main);
-
- private:
-  void Form_Load();
-  void cmdOK_Click();
-
-  QRadioButton* optFixX = Option("optFixX", "X-Displacement Fixed");
-  QRadioButton* optFixY = Option("optFixY", "Y-Displacement Fixed");
-  QRadioButton* optFixXY = Option("optFixXY", "All Displacement Fixed");
-  QRadioButton* optFree = Option("optFree", "Nothing");
-  QPushButton* cmdOK = Button("cmdOK", "OK", &frmFreedom::cmdOK_Click);
+  explicit frmFreedom(frmMain& main)
+      : ModeForm(main, {"frmFreedom", "Freedom Conditions"}, "Choose individual node settings.",
+                 {{"optFixX", "X-Displacement Fixed", kModeFixX},
+                  {"optFixY", "Y-Displacement Fixed", kModeFixY},
+                  {"optFixXY", "All Displacement Fixed", kModeFixXY},
+                  {"optFree", "Nothing", kModeFree}}) {
+    main.SetEditMode(*this, kModeNothing);
+  }
 };
 
 }  // namespace quillane

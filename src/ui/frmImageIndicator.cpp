@@ -4,7 +4,8 @@
 
 namespace quillane {
 
-frmImageIndicator::frmImageIndicator(frmMain& main) : Form(main, "frmImageIndicator", "Graphics") {
+frmImageIndicator::frmImageIndicator(frmMain& main)
+    : Form(main, {"frmImageIndicator", "Graphics"}) {
   LayOutChoice("Choose what you want to show.", {optStressValue, optNeuronValue}, cmdOK);
   Form_Load();
 }

@@ -6,9 +6,12 @@
 #include <QScreen>
 #include <QTimer>
 
-#include "model/number_text.h"
 #include "ui/canvas_view.h"
+#include "ui/captions.h"
 #include "ui/elided_label.h"
+#include "ui/error_text.h"
+#include "ui/message_box.h"
+#include "ui/screen_room.h"
 
 namespace quillane {
 namespace {
@@ -16,17 +19,11 @@ namespace {
 const QString kTitle =
     QStringLiteral("Quillane Optimization for Shape and Topology      HARROW Lab., Calder univ.");
 
-// Client area in layout units: as it first opens, and the smallest that shows both labels.
+// Client area in layout units: at start, and the smallest one with room for both labels.
 constexpr double kStartWidth = 8085;
 constexpr double kStartHeight = 5880;
 constexpr double kLeastWidth = 7800;
 constexpr double kLeastHeight = 3000;
-
-/// What a window manager may put around the window: its title and two edges.
-QSize RoomOfFrame(const QWidget& window) {
-  const int line = window.fontMetrics().height();
-  return {line, 3 * line};
-}
 
 LabelFont FontOf(const QWidget* label) {
   const QFontMetricsF metrics(label->font());
@@ -45,28 +42,32 @@ frmMain::frmMain()
   tmrOpt->setObjectName(QStringLiteral("tmrOpt"));
   tmrOpt->setTimerType(Qt::PreciseTimer);
   setCentralWidget(client_);
-  BuildMenus();
+  ConnectMenus();
   ConnectEvents();
   const double unit = LayoutUnit(1, 1, FontOf(lblUpDate));
   const int menuHeight = menuBar()->sizeHint().height();
-  const QSize room = screen()->availableSize() - RoomOfFrame(*this) - QSize(0, menuHeight);
+  const QSize room = RoomOnScreen(*this) - QSize(0, menuHeight);
   client_->setMinimumSize((QSizeF(kLeastWidth, kLeastHeight) * unit).toSize().boundedTo(room));
   const QSize client = (QSizeF(kStartWidth, kStartHeight) * unit).toSize().boundedTo(room);
   resize(client.width(), client.height() + menuHeight);
-  Guarded(this, &frmMain::Form_Load)();
+  OrWarn(this, &frmMain::Form_Load)();
 }
 
 frmMain::~frmMain() = default;
 
 void frmMain::ConnectEvents() {
   client_->installEventFilter(this);
-  connect(this, &frmMain::Resized, Guarded(this, &frmMain::Form_Resize));
-  connect(this, &frmMain::Closed, Guarded(this, &frmMain::Form_Unload));
-  connect(tmrOpt, &QTimer::timeout, this, Guarded(this, &frmMain::tmrOpt_Timer));
+  connect(this, &frmMain::Resized, OrWarn(this, &frmMain::Form_Resize));
+  connect(this, &frmMain::Closed, OrWarn(this, &frmMain::Form_Unload));
+  connect(tmrOpt, &QTimer::timeout, this, OrWarn(this, &frmMain::tmrOpt_Timer));
+  // Queued, because the drawing may be part of a layout event.
+  connect(
+      view_.get(), &CanvasView::Undrawable, this,
+      [this](const QString& reason) { Warn(this, UndrawableText(reason)); }, Qt::QueuedConnection);
   const PictureWidget* canvas = view_->Canvas();
   connect(canvas, &PictureWidget::ResolutionChanged, this, &frmMain::Resized);
-  connect(canvas, &PictureWidget::MouseDown, this, Guarded(this, &frmMain::picCanvas_MouseDown));
-  connect(canvas, &PictureWidget::MouseMove, this, Guarded(this, &frmMain::picCanvas_MouseMove));
+  connect(canvas, &PictureWidget::MouseDown, this, OrWarn(this, &frmMain::picCanvas_MouseDown));
+  connect(canvas, &PictureWidget::MouseMove, this, OrWarn(this, &frmMain::picCanvas_MouseMove));
 }
 
 void frmMain::Form_Load() {
@@ -74,7 +75,7 @@ void frmMain::Form_Load() {
   model_ = Model{};
   WriteSummary();
   SetTimerInterval(0);
-  SetResultMenusEnabled(false);
+  ForgetResults();
 }
 
 void frmMain::Form_Resize() {
@@ -88,10 +89,7 @@ void frmMain::Form_Resize() {
   lblUpDate->setGeometry(0, layout.labelTop, layout.upDateWidth, layout.labelHeight);
   lblMouseXY->setGeometry(layout.mouseXYLeft, layout.labelTop, layout.mouseXYWidth,
                           layout.labelHeight);
-  Draw([&] {
-    view_->Place(layout);
-    view_->FitAndShowModel();
-  });
+  view_->PlaceAndShowModel(layout);
 }
 
 void frmMain::Form_Unload() { mnuExit_Click(); }
@@ -106,7 +104,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
-/// Minimizing and restoring count as changes of size.
+/// Treats minimizing and restoring as changes of size.
 void frmMain::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange) {
     const bool wasMinimized =
@@ -118,12 +116,8 @@ void frmMain::changeEvent(QEvent* event) {
 
 void frmMain::closeEvent(QCloseEvent*) { emit Closed(); }
 
-void frmMain::SetUpDateCaption(const QString& text) { lblUpDate->setText(text); }
+void frmMain::SetUpDateCaption(const QString& text) { lblUpDate->Tell(text); }
 
-void frmMain::WriteSummary() {
-  SetUpDateCaption(QString::fromStdString("Width = " + GeneralText(model_.DomainWidth) +
-                                          "mm  Element Size = " + GeneralText(model_.ElementSize) +
-                                          "mm"));
-}
+void frmMain::WriteSummary() { SetUpDateCaption(SummaryCaption(model_)); }
 
 }  // namespace quillane

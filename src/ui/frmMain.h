@@ -5,16 +5,17 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "edit/edit_state.h"
+#include "edit/press.h"
 #include "model/model.h"
 #include "model/run_time_error.h"
 #include "optimize/course.h"
 #include "optimize/history.h"
 #include "ui/unsaved_work.h"
 
-class QAction;
 class QTimer;
 
 namespace quillane {
@@ -32,60 +33,54 @@ class frmMain : public QMainWindow, private CourseListener {
 
   Model& model() { return model_; }
   EditState& Edits() { return edits_; }
-  /// How the steps since the last analysis go.
+  CanvasView& View() { return *view_; }
+  /// The steps since the last analysis.
   const Course& course() const { return course_; }
-  /// The program is ending: nothing more may happen to the model.
+  /// Returns whether the program is ending; then nothing changes the model any more.
   bool HasEnded() const { return ended_; }
 
-  /// The handler as events are to call it, in connections. A run-time error in it is told in a
-  /// warning box; one of the history's file ends the program. Does nothing once the program is
-  /// ending.
+  /// Wraps a handler in RunOrWarn, for connections.
   template <class Object, class... Arguments>
-  auto Guarded(Object* object, void (Object::*handler)(Arguments...)) {
+  auto OrWarn(Object* object, void (Object::*handler)(Arguments...)) {
     return [this, object, handler](Arguments... arguments) {
-      Run([&] { (object->*handler)(arguments...); });
+      RunOrWarn([&] { (object->*handler)(arguments...); });
     };
   }
 
-  /// The caption of lblUpDate; what does not fit is elided, the whole text is its tooltip.
+  /// Sets the caption of lblUpDate.
   void SetUpDateCaption(const QString& text);
-  /// "Width = 2000mm  Element Size = 100mm" into lblUpDate.
+  /// Writes the width and the size of an element into lblUpDate.
   void WriteSummary();
 
-  /// Begins an edit mode and drops a held corner. Where the mode needs a design domain and there is
-  /// none, a box above the dialog says so and the mode stays.
+  /// Begins an edit mode and drops a held corner. If the mode needs a design domain and there is
+  /// none, warns above the dialog and keeps the present mode.
   void SetEditMode(QWidget& dialog, Integer mode);
 
-  /// Canvas size in logical pixels.
-  QSize CanvasSize() const;
-  /// Draws the model in a view fitted anew. A model that cannot be drawn leaves the canvas empty,
-  /// which a box tells once; so does ShowMap.
-  void FitAndShowModel();
   /// Draws the map of DisplayMode.
   void ShowMap();
 
-  /// Opens a model file and ends what belonged to the old model. Throws ModelFileError; once the
-  /// model was touched its text tells the rescue file of the model that stood.
+  /// Opens a model file; results and history of the old model end. Throws ModelFileError, which
+  /// names the rescue file of the old model if that was already overwritten.
   void OpenModel(const std::filesystem::path& path);
-  /// Throws ModelFileError; then the old file stands.
+  /// Throws ModelFileError; then the old file is unchanged.
   void SaveModel(const std::filesystem::path& path);
 
-  /// One optimization step with map, label and history record. An error in it is fatal and handled
-  /// here: the rescue file then holds the layout the step started from.
+  /// Runs one optimization step with map, label and history record. An error in it is fatal and
+  /// handled here: the rescue file then holds the layout the step started from.
   void Optimization();
 
-  /// Writes unsaved changes into a rescue file, where there are any.
-  void RescueUnsavedWork() noexcept { unsaved_.Rescue(); }
-  /// Rescues unsaved changes and ends the program, also out of its last box.
-  void EndFromOutside(int status);
-
-  /// Interval of tmrOpt in milliseconds; 0 stops it.
+  /// Sets the interval of tmrOpt in milliseconds; 0 stops it.
   void SetTimerInterval(int milliseconds);
 
+  /// Writes a rescue file if there are unsaved changes.
+  void RescueUnsavedWork() noexcept { unsaved_.Rescue(); }
+  /// Rescues unsaved changes and ends the program, even if it shows its last message box.
+  void EndFromOutside(int status);
+
  signals:
-  /// An optimization step is done.
+  /// An optimization step was done.
   void StepDone();
-  /// The program is to end at once with this exit status.
+  /// The program must end at once with this exit status.
   void ProgramEnds(int status);
   /// The client area has another size, or the window was minimized or restored.
   void Resized();
@@ -101,44 +96,39 @@ class frmMain : public QMainWindow, private CourseListener {
   void Form_Load();
   void Form_Resize();
   void Form_Unload();
-  void mnuOpen_Click();
-  void mnuSave_Click();
   void mnuImageCopy_Click();
   void mnuHistory_Click();
   void mnuExit_Click();
-  void mnuWidth_Click();
   void mnuMoveOrigin_Click();
-  void mnuImageIndicator_Click();
-  void mnuValueIndicator_Click();
   void mnuClear_Click();
   void mnuShape_Click();
-  void mnuMaterial_Click();
-  void mnuFreedom_Click();
-  void mnuAppliedLoad_Click();
-  void mnuDrivingParameter_Click();
   void mnuStressAnalysis_Click();
-  void mnuOptimization_Click();
   void tmrOpt_Timer();
-  /// Button and Shift are not looked at; X and Y in mm.
+  /// Ignores Button and Shift; X and Y in mm.
   void picCanvas_MouseDown(Integer Button, Integer Shift, Single X, Single Y);
   void picCanvas_MouseMove(Integer Button, Integer Shift, Single X, Single Y);
 
-  void BuildMenus();
+  /// Shows a new dialog.
+  template <class Dialog>
+  void mnuDialog_Click();
+  void ConnectMenus();
   void ConnectEvents();
-  /// mnuOptimization and mnuHistory, which need results.
+  /// Enables mnuOptimization and mnuHistory, which need results.
   void SetResultMenusEnabled(bool enabled);
   void DropCorner();
   void Analysed(const Course& course) override;
   /// Shows the map and the label of a step.
   void Stepped(const Course& course) override;
-  void ShowReadOut(const std::optional<std::string>& caption, const QString& refusal);
-  void ShowModel();
-  void ShowMixture();
-  /// Runs a drawing; where it fails the canvas stays empty and a box says why, once for a reason.
-  void Draw(const std::function<void()>& drawing);
+  /// Notes that the results are zero, without an analysis.
+  void ForgetResults();
+  /// If there was no analysis, says in the tooltip of lblUpDate that results are zero.
+  void TellMissingResults();
+  void ShowReadOut(const std::optional<std::string>& caption, PressResult refusal);
 
-  void Run(const std::function<void()>& action);
-  /// Runs what ends the program where it fails.
+  /// Runs an action. A run-time error is shown in a warning box, except one of the history file,
+  /// which ends the program. Does nothing while the program is ending; the same holds for RunOrEnd.
+  void RunOrWarn(const std::function<void()>& action);
+  /// Runs an action, in which any run-time error ends the program.
   void RunOrEnd(const std::function<void()>& action);
   void Fatal(const RunTimeError& error);
   void End(int status);
@@ -148,7 +138,7 @@ class frmMain : public QMainWindow, private CourseListener {
   History history_;
   Course course_{model_, {this, &history_}};
   UnsavedWork unsaved_{model_};
-  std::string undrawable_;  ///< why the model could last not be drawn, as the box told it
+  bool hasResults_ = false;
   bool ended_ = false;
 
   QTimer* tmrOpt;
@@ -156,8 +146,6 @@ class frmMain : public QMainWindow, private CourseListener {
   std::unique_ptr<CanvasView> view_;
   ElidedLabel* lblUpDate;
   ElidedLabel* lblMouseXY;
-  QAction* mnuHistory;
-  QAction* mnuOptimization;
 };
 
 }  // namespace quillane

@@ -1,37 +1,32 @@
-// The main window's commands that compute: stress analysis and optimization steps.
+// Stress analysis and optimization steps.
 #include <QTimer>
 
-#include "model/number_text.h"
 #include "ui/busy_pointer.h"
 #include "ui/canvas_view.h"
+#include "ui/captions.h"
 #include "ui/error_text.h"
 #include "ui/frmMain.h"
 #include "ui/message_box.h"
 
 namespace quillane {
-namespace {
-
-QString VolumeCaption(const Model& model) {
-  return QString::fromStdString("  Volume = " + ExponentText(model.Volume) + "mm^3");
-}
-
-}  // namespace
 
 void frmMain::mnuStressAnalysis_Click() {
   SetEditMode(*this, kModeNothing);
   SetResultMenusEnabled(false);
+  view_->ShowModel();  // remains if the analysis fails
   {
     const BusyPointer busy;
     course_.Analyse();
   }
   const SolveReport& report = course_.Figures().lastSolve;
-  if (!report.converged) Warn(this, NotConvergedText(report));
+  if (!report.converged) Warn(this, NotConvergedText(report, model_));
 }
 
 void frmMain::Analysed(const Course&) {
   SetResultMenusEnabled(true);
+  hasResults_ = true;
   edits_.changedSinceAnalysis = false;
-  Draw([this] { view_->ShowMap(kShowStress); });
+  view_->ShowMap(kShowStress);
   SetUpDateCaption(VolumeCaption(model_));
 }
 
@@ -44,10 +39,8 @@ void frmMain::Optimization() {
 }
 
 void frmMain::Stepped(const Course&) {
-  ShowMap();
-  SetUpDateCaption(VolumeCaption(model_) + QStringLiteral("     ") +
-                   QString::fromStdString(GeneralText(int{model_.StepCount})) +
-                   QStringLiteral("step"));
+  view_->ShowMap(model_.DisplayMode);
+  SetUpDateCaption(StepCaption(model_));
 }
 
 void frmMain::tmrOpt_Timer() {

@@ -1,4 +1,4 @@
-// The main window's edge: where errors end, and how the program ends.
+// Handling of run-time errors, and the end of the program.
 #include <QGuiApplication>
 #include <QTimer>
 
@@ -10,38 +10,31 @@
 namespace quillane {
 namespace {
 
-RunTimeError OutOfMemory() {
-  return RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory");
-}
-
-/// Runs an action and hands a run-time error in it on.
-void Catch(const std::function<void()>& action,
-           const std::function<void(const RunTimeError&)>& handle) {
+/// Runs an action and passes a run-time error to `report`.
+void Try(const std::function<void()>& action,
+         const std::function<void(const RunTimeError&)>& report) {
   try {
     action();
   } catch (const RunTimeError& error) {
-    handle(error);
+    report(error);
   } catch (const std::bad_alloc&) {
-    handle(OutOfMemory());
+    report(RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory"));
   }
 }
 
 }  // namespace
 
-void frmMain::Run(const std::function<void()>& action) {
+void frmMain::RunOrWarn(const std::function<void()>& action) {
   if (ended_) return;
-  Catch(action, [this](const RunTimeError& error) {
-    if (error.Kind() == ErrorKind::kFile) {
-      Fatal(error);
-    } else {
-      Warn(this, StoppedText(error));
-    }
+  Try(action, [this](const RunTimeError& error) {
+    if (error.Kind() == ErrorKind::kFile) return Fatal(error);
+    Warn(this, StoppedText(error));
   });
 }
 
 void frmMain::RunOrEnd(const std::function<void()>& action) {
   if (ended_) return;
-  Catch(action, [this](const RunTimeError& error) { Fatal(error); });
+  Try(action, [this](const RunTimeError& error) { Fatal(error); });
 }
 
 void frmMain::Fatal(const RunTimeError& error) {

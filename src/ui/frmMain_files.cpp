@@ -1,8 +1,8 @@
-// The main window's files: the model, the picture, the history.
+// The model file, the picture and the history.
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QSignalBlocker>
 
-#include "edit/press.h"
 #include "model/model_file.h"
 #include "ui/canvas_view.h"
 #include "ui/error_text.h"
@@ -28,24 +28,25 @@ void frmMain::OpenModel(const std::filesystem::path& path) {
     standing = TextToKeep(model_);
     ClearResults(model_);
     model_.ClickCount = 0;
-    SetResultMenusEnabled(false);
+    ForgetResults();
   };
   try {
     OpenModelFile(model_, path, forget);
   } catch (const ModelFileError& error) {
     if (touched) {
-      ShowMixture();
+      const QSignalBlocker untold(view_.get());  // the failure itself is reported
+      view_->FitAndShowModel();
       WriteSummary();
     }
     if (!standing) throw;
     const RescueReport rescue = WriteRescueFile(*standing);
-    unsaved_.NoteKept();  // of the mixture nothing is the user's own
+    unsaved_.NoteKept();  // the mixture is not the user's work
     throw ModelFileError(0, error.what() + ReplacedModelText(rescue));
   }
   model_.DomainDefined = kTrue;
   unsaved_.NoteKept();
-  undrawable_.clear();
-  FitAndShowModel();
+  view_->ForgetFailure();
+  view_->FitAndShowModel();
   setWindowTitle(kTitleAfterOpening);
   WriteSummary();
   if (model_.HistoryRecording != 0) history_.Close(model_);
@@ -54,15 +55,6 @@ void frmMain::OpenModel(const std::filesystem::path& path) {
 void frmMain::SaveModel(const std::filesystem::path& path) {
   SaveModelFile(model_, path);
   unsaved_.NoteKept();
-}
-
-/// What is left after a failed opening; that it may not be drawable is told with the failure.
-void frmMain::ShowMixture() {
-  try {
-    view_->FitAndShowModel();
-  } catch (const RunTimeError&) {
-    view_->ShowNothing();
-  }
 }
 
 void frmMain::mnuImageCopy_Click() {

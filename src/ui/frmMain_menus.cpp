@@ -1,8 +1,7 @@
-// The menu bar of the main window and the commands that only open a dialog.
+// Connection of the menu items to their handlers.
+#include <QAction>
 #include <QMenuBar>
-#include <QProxyStyle>
 #include <QShortcut>
-#include <QStyleOption>
 
 #include "ui/frmAppliedLoad.h"
 #include "ui/frmController.h"
@@ -16,111 +15,51 @@
 #include "ui/frmShape.h"
 #include "ui/frmValueIndicator.h"
 #include "ui/frmWidth.h"
+#include "ui/main_menu.h"
 
 namespace quillane {
-namespace {
 
-/// A fresh dialog at each use, modal to the application.
 template <class Dialog>
-void ShowModally(frmMain& main) {
-  Dialog(main).exec();
+void frmMain::mnuDialog_Click() {
+  Dialog(*this).exec();
 }
-
-QMenu* AddMenu(QMenuBar* bar, const char* name, const char* caption) {
-  QMenu* menu = bar->addMenu(QLatin1String(caption));
-  menu->setObjectName(QLatin1String(name));
-  menu->menuAction()->setObjectName(QLatin1String(name));
-  return menu;
-}
-
-/// Shows the item that the keyboard is on, which a style may show only while its menu is open.
-class MenuBarStyle : public QProxyStyle {
- public:
-  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                   const QWidget* widget) const override {
-    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-    if (element != CE_MenuBarItem || item == nullptr || !(item->state & State_Selected)) {
-      return QProxyStyle::drawControl(element, option, painter, widget);
-    }
-    QStyleOptionMenuItem shown = *item;
-    shown.state |= State_Sunken;
-    QProxyStyle::drawControl(element, &shown, painter, widget);
-  }
-};
-
-void AddSeparator(QMenu* menu, const char* name) {
-  menu->addSeparator()->setObjectName(QLatin1String(name));
-}
-
-}  // namespace
-
-void frmMain::BuildMenus() {
-  const auto add = [this](auto* parent, const char* name, const char* caption,
-                          void (frmMain::*handler)()) {
-    QAction* item = parent->addAction(QLatin1String(caption));
-    item->setObjectName(QLatin1String(name));
-    item->setMenuRole(QAction::NoRole);
-    connect(item, &QAction::triggered, this, Guarded(this, handler));
-    return item;
-  };
-  QMenuBar* bar = menuBar();
-  bar->setNativeMenuBar(false);
-  auto* style = new MenuBarStyle;
-  style->setParent(bar);
-  bar->setStyle(style);
-  QMenu* file = AddMenu(bar, "mnuFile", "File");
-  add(file, "mnuOpen", "Open model", &frmMain::mnuOpen_Click);
-  add(file, "mnuSave", "Save model", &frmMain::mnuSave_Click);
-  add(file, "mnuImageCopy", "Copy image", &frmMain::mnuImageCopy_Click);
-  mnuHistory = add(file, "mnuHistory", "Record history", &frmMain::mnuHistory_Click);
-  AddSeparator(file, "separater2");
-  add(file, "mnuExit", "Exit", &frmMain::mnuExit_Click);
-
-  QMenu* graphic = AddMenu(bar, "mnuGraphicArea", "Graphic");
-  add(graphic, "mnuWidth", "Width and Mesh Density", &frmMain::mnuWidth_Click);
-  add(graphic, "mnuMoveOrigin", "Move Origin", &frmMain::mnuMoveOrigin_Click);
-  AddSeparator(graphic, "separater3");
-  add(graphic, "mnuImageIndicator", "Graphics", &frmMain::mnuImageIndicator_Click);
-  add(graphic, "mnuValueIndicator", "Values", &frmMain::mnuValueIndicator_Click);
-  AddSeparator(graphic, "separater5");
-  add(graphic, "mnuClear", "Clear Model", &frmMain::mnuClear_Click);
-
-  add(bar, "mnuShape", "Shape", &frmMain::mnuShape_Click);
-
-  QMenu* parameter = AddMenu(bar, "mnuAnalysis", "Parameter");
-  add(parameter, "mnuMaterial", "Design Property", &frmMain::mnuMaterial_Click);
-  add(parameter, "mnuFreedom", "Freedom Conditions", &frmMain::mnuFreedom_Click);
-  add(parameter, "mnuAppliedLoad", "Applied Load", &frmMain::mnuAppliedLoad_Click);
-  add(parameter, "mnuDrivingParameter", "Optimizaion Parameter",
-      &frmMain::mnuDrivingParameter_Click);
-
-  add(bar, "mnuStressAnalysis", "FEA", &frmMain::mnuStressAnalysis_Click);
-  mnuOptimization = add(bar, "mnuOptimization", "Optimization", &frmMain::mnuOptimization_Click);
-
-  const auto* key = new QShortcut(Qt::Key_F10, this);
-  connect(key, &QShortcut::activated, bar,
-          [bar, file] { bar->setActiveAction(file->menuAction()); });
-}
-
-void frmMain::SetResultMenusEnabled(bool enabled) {
-  mnuOptimization->setEnabled(enabled);
-  mnuHistory->setEnabled(enabled);
-}
-
-void frmMain::mnuOpen_Click() { ShowModally<frmOpen>(*this); }
-void frmMain::mnuSave_Click() { ShowModally<frmSave>(*this); }
-void frmMain::mnuWidth_Click() { ShowModally<frmWidth>(*this); }
-void frmMain::mnuImageIndicator_Click() { ShowModally<frmImageIndicator>(*this); }
-void frmMain::mnuValueIndicator_Click() { ShowModally<frmValueIndicator>(*this); }
-void frmMain::mnuMaterial_Click() { ShowModally<frmMaterial>(*this); }
-void frmMain::mnuFreedom_Click() { ShowModally<frmFreedom>(*this); }
-void frmMain::mnuAppliedLoad_Click() { ShowModally<frmAppliedLoad>(*this); }
-void frmMain::mnuDrivingParameter_Click() { ShowModally<frmController>(*this); }
-void frmMain::mnuOptimization_Click() { ShowModally<frmOptimization>(*this); }
 
 void frmMain::mnuShape_Click() {
   WriteSummary();
-  ShowModally<frmShape>(*this);
+  mnuDialog_Click<frmShape>();
+}
+
+void frmMain::ConnectMenus() {
+  BuildMainMenu(menuBar());
+  const std::pair<const char*, void (frmMain::*)()> handlers[] = {
+      {"mnuOpen", &frmMain::mnuDialog_Click<frmOpen>},
+      {"mnuSave", &frmMain::mnuDialog_Click<frmSave>},
+      {"mnuImageCopy", &frmMain::mnuImageCopy_Click},
+      {"mnuHistory", &frmMain::mnuHistory_Click},
+      {"mnuExit", &frmMain::mnuExit_Click},
+      {"mnuWidth", &frmMain::mnuDialog_Click<frmWidth>},
+      {"mnuMoveOrigin", &frmMain::mnuMoveOrigin_Click},
+      {"mnuImageIndicator", &frmMain::mnuDialog_Click<frmImageIndicator>},
+      {"mnuValueIndicator", &frmMain::mnuDialog_Click<frmValueIndicator>},
+      {"mnuClear", &frmMain::mnuClear_Click},
+      {"mnuShape", &frmMain::mnuShape_Click},
+      {"mnuMaterial", &frmMain::mnuDialog_Click<frmMaterial>},
+      {"mnuFreedom", &frmMain::mnuDialog_Click<frmFreedom>},
+      {"mnuAppliedLoad", &frmMain::mnuDialog_Click<frmAppliedLoad>},
+      {"mnuDrivingParameter", &frmMain::mnuDialog_Click<frmController>},
+      {"mnuStressAnalysis", &frmMain::mnuStressAnalysis_Click},
+      {"mnuOptimization", &frmMain::mnuDialog_Click<frmOptimization>}};
+  for (const auto& [name, handler] : handlers) {
+    connect(findChild<QAction*>(name), &QAction::triggered, this, OrWarn(this, handler));
+  }
+  const auto* escape = new QShortcut(Qt::Key_Escape, this);
+  connect(escape, &QShortcut::activated, this, &frmMain::DropCorner);
+}
+
+void frmMain::SetResultMenusEnabled(bool enabled) {
+  for (const char* item : {"mnuOptimization", "mnuHistory"}) {
+    findChild<QAction*>(item)->setEnabled(enabled);
+  }
 }
 
 }  // namespace quillane

@@ -1,45 +1,32 @@
 #include "ui/frmMaterial.h"
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QVBoxLayout>
 
-#include "edit/settings.h"
 #include "model/number_text.h"
-#include "ui/error_text.h"
 
 namespace quillane {
 
-frmMaterial::frmMaterial(frmMain& main) : Form(main, "frmMaterial", "Design Property") {
-  QVBoxLayout* rows = Rows();
-  rows->addWidget(Label("Specify Design Property Values"));
-  rows->addLayout(FieldGrid({{"", "Modulus of Elasticity: ", txtEmod, "MPa"},
-                             {"", "Thickness: ", txtThickness, "mm"},
-                             {"", "Poissons Ratio: ", txtPoison, ""}}));
-  rows->addLayout(ButtonRow(cmdOK));
-  Form_Load();
+frmMaterial::frmMaterial(frmMain& main) : NumberForm(main, {"frmMaterial", "Design Property"}) {
+  const Model& model = main.model();
+  const auto box = [this](const char* name, Double value, NumberRule rule) {
+    return NumberBox(name, GeneralText(value), rule);
+  };
+  LayOut(Label("Specify Design Property Values"),
+         {{"", "Modulus of Elasticity: ",
+           box("txtEmod", model.YoungModulus, NumberRule::kAboveZero), "MPa"},
+          {"", "Thickness: ", box("txtThickness", model.Thickness, NumberRule::kAboveZero), "mm"},
+          {"", "Poissons Ratio: ", box("txtPoison", model.PoissonRatio, NumberRule::kAny), ""}});
 }
 
-void frmMaterial::Form_Load() {
+RefusedIndex frmMaterial::Store(const Texts& texts) {
+  return SetMaterial(Main().model(), Main().Edits(), texts[0], texts[1], texts[2]);
+}
+
+std::string frmMaterial::Caption() const {
   const Model& model = Main().model();
-  Main().SetEditMode(*this, kModeNothing);
-  txtThickness->setText(QString::fromStdString(GeneralText(model.Thickness)));
-  txtEmod->setText(QString::fromStdString(GeneralText(model.YoungModulus)));
-  txtPoison->setText(QString::fromStdString(GeneralText(model.PoissonRatio)));
-  FocusText(txtEmod);
-}
-
-void frmMaterial::cmdOK_Click() {
-  Model& model = Main().model();
-  if (const RefusedIndex refused = SetMaterial(model, Main().Edits(), TextOf(txtEmod),
-                                               TextOf(txtThickness), TextOf(txtPoison))) {
-    QLineEdit* const boxes[] = {txtEmod, txtThickness, txtPoison};
-    return Refuse(boxes[*refused], TooLargeText());
-  }
-  Main().SetUpDateCaption(QString::fromStdString(
-      "ヤング率 = " + GeneralText(model.YoungModulus) + "MPa  板厚 = " +
-      GeneralText(model.Thickness) + "mm  ポアソン比 = " + GeneralText(model.PoissonRatio)));
-  Unload();
+  return "ヤング率 = " + GeneralText(model.YoungModulus) +
+         "MPa  板厚 = " + GeneralText(model.Thickness) +
+         "mm  ポアソン比 = " + GeneralText(model.PoissonRatio);
 }
 
 }  // namespace quillane

@@ -2,10 +2,10 @@
 
 namespace quillane {
 
-frmOpen::frmOpen(frmMain& main) : FileForm(main, "frmOpen", "Open Model") { Complete(cmdOpen); }
+frmOpen::frmOpen(frmMain& main) : FileForm(main, {"frmOpen", "Open Model"}) { Complete(cmdOpen); }
 
 void frmOpen::cmdOpen_Click() {
-  Trapped([this] { Main().OpenModel(FullPath()); });
+  RunOrStayOpen([this](const std::filesystem::path& path) { Main().OpenModel(path); });
 }
 
 }  // namespace quillane

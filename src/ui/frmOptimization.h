@@ -1,4 +1,4 @@
-// The dialog that runs the optimization, step by step or by itself.
+// The dialog that runs the optimization, step by step or automatically.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@
 
 namespace quillane {
 
-/// "Optimization": stays usable while steps run. Closing it stops them.
+/// "Optimization": stays responsive while steps run. Closing it stops them.
 class frmOptimization : public Form {
   Q_OBJECT
 
@@ -21,9 +21,10 @@ class frmOptimization : public Form {
   void cmdAutoStart_Click();
   void cmdAutoStop_Click();
   void cmdManual_Click();
-  /// Tells how it goes; automatic steps end before the one that must fail.
+  /// Updates the report, and stops automatic steps before the step that must fail.
   void FollowStep();
-  /// Right of the main window as far as the screen has room, so that the map stays in view.
+  /// Moves the dialog beside the main window, or to a part of it that shows neither plate nor
+  /// legend, if the screen has room.
   void PlaceBesideTheMap();
 
   QPushButton* cmdAutoStart =

@@ -2,10 +2,10 @@
 
 namespace quillane {
 
-frmSave::frmSave(frmMain& main) : FileForm(main, "frmSave", "Save Model") { Complete(cmdSave); }
+frmSave::frmSave(frmMain& main) : FileForm(main, {"frmSave", "Save Model"}) { Complete(cmdSave); }
 
 void frmSave::cmdSave_Click() {
-  Trapped([this] { Main().SaveModel(FullPath()); });
+  RunOrStayOpen([this](const std::filesystem::path& path) { Main().SaveModel(path); });
 }
 
 }  // namespace quillane

@@ -1,29 +1,21 @@
 // The dialog that picks what presses on the canvas draw.
 #pragma once
 
-#include "ui/form.h"
+#include "ui/mode_form.h"
 
 namespace quillane {
 
-/// "Shape": design domain and rectangles of cells. It opens on "Nothing".
-class frmShape : public Form {
-  Q_OBJECT
-
+/// "Shape": design domain and rectangles of cells.
+class frmShape : public ModeForm {
  public:
-  explicit frmShape(frmMain& main);
-
- private:
-  void Form_Load();
-  void cmdOK_Click();
-
-  QRadioButton* optDesignDomain = Option("optDesignDomain", "Setup Design Domain");
-  QRadioButton* optAddElements = Option("optAddElements", "Add Design Structural Elements");
-  QRadioButton* optRemoveElements = Option("optRemoveElements", "Delete Structural Elements");
-  QRadioButton* optAddNonDesignElements =
-      Option("optAddNonDesignElements", "Add Non-Design Structural Elements");
-  QRadioButton* optDeleteDesignDomain = Option("optDeleteDesignDomain", "Delete Design Domain");
-  QRadioButton* optDoNot = Option("optDoNot", "Nothing");
-  QPushButton* cmdOK = Button("cmdOK", "OK", &frmShape::cmdOK_Click);
+  explicit frmShape(frmMain& main)
+      : ModeForm(main, {"frmShape", "Shape", "cmdCancel"}, "Choose what you want to draw.",
+                 {{"optDesignDomain", "Setup Design Domain", kModeDomain},
+                  {"optAddElements", "Add Design Structural Elements", kModeDesign},
+                  {"optRemoveElements", "Delete Structural Elements", kModeRemove},
+                  {"optAddNonDesignElements", "Add Non-Design Structural Elements", kModeNonDesign},
+                  {"optDeleteDesignDomain", "Delete Design Domain", kModeCutOut},
+                  {"optDoNot", "Nothing", kModeNothing}}) {}
 };
 
 }  // namespace quillane

@@ -1,27 +1,20 @@
 // The dialog that picks which value presses on the canvas read out.
 #pragma once
 
-#include "ui/form.h"
+#include "ui/mode_form.h"
 
 namespace quillane {
 
-/// "Values": OK sets the read-out's editing mode; "Nothing" leaves the mode as it is.
-class frmValueIndicator : public Form {
-  Q_OBJECT
-
+/// "Values": "Nothing" keeps the edit mode.
+class frmValueIndicator : public ModeForm {
  public:
-  explicit frmValueIndicator(frmMain& main);
-
- private:
-  void Form_Load();
-  void cmdOK_Click();
-
-  QRadioButton* optLoadValue = Option("optLoadValue", "Applied Load value");
-  QRadioButton* optDisplacementValue = Option("optDisplacementValue", "Displacement value");
-  QRadioButton* optStressValue = Option("optStressValue", "von Mises Stress value");
-  QRadioButton* optNeuronValue = Option("optNeuronValue", "Potential value");
-  QRadioButton* optDoNot = Option("optDoNot", "Nothing");
-  QPushButton* cmdOK = Button("cmdOK", "OK", &frmValueIndicator::cmdOK_Click);
+  explicit frmValueIndicator(frmMain& main)
+      : ModeForm(main, {"frmValueIndicator", "Values"}, "Choose what you want to check.",
+                 {{"optLoadValue", "Applied Load value", kModeLoadValue},
+                  {"optDisplacementValue", "Displacement value", kModeDisplacement},
+                  {"optStressValue", "von Mises Stress value", kModeStress},
+                  {"optNeuronValue", "Potential value", kModePotential},
+                  {"optDoNot", "Nothing", std::nullopt}}) {}
 };
 
 }  // namespace quillane

@@ -7,11 +7,12 @@
 #include "display/view.h"
 #include "edit/settings.h"
 #include "model/number_text.h"
+#include "ui/canvas_view.h"
 
 namespace quillane {
 namespace {
 
-/// Tries the two lengths on a view of its own, with the given origin fractions.
+/// Returns whether a view with these lengths and the origin fractions of the model can be drawn.
 bool CanBeShown(const Model& model, QSize canvas, Single width, Single elementSize) {
   Model trial;
   trial.OriginFracX = model.OriginFracX;
@@ -27,7 +28,8 @@ bool CanBeShown(const Model& model, QSize canvas, Single width, Single elementSi
 
 }  // namespace
 
-frmWidth::frmWidth(frmMain& main) : Form(main, "frmWidth", "Width and Mesh Density", "cmdCancel") {
+frmWidth::frmWidth(frmMain& main)
+    : Form(main, {"frmWidth", "Width and Mesh Density", "cmdCancel"}) {
   QVBoxLayout* rows = Rows();
   rows->addLayout(FieldGrid({{"Enter display area Width in mm units.", "", txtWidth, "mm"},
                              {"Enter element-Size in mm units.", "", txtUnitGrid, "mm"}}));
@@ -53,15 +55,14 @@ void frmWidth::cmdOK_Click() {
   if (elementSize == 0) {
     return Refuse(txtUnitGrid, QStringLiteral("要素サイズには0より大きい数値を入力してください。"));
   }
-  if (!CanBeShown(model, Main().CanvasSize(), width, elementSize)) {
+  if (!CanBeShown(model, Main().View().Canvas()->size(), width, elementSize)) {
     return Refuse(txtUnitGrid,
                   QStringLiteral("この表示幅と要素サイズでは格子を描くことができません。\n"
                                  "値を変えてください。"));
   }
-  model.DomainWidth = width;
-  model.ElementSize = elementSize;
+  SetGrid(model, Main().Edits(), width, elementSize);
   Main().WriteSummary();
-  Main().FitAndShowModel();
+  Main().View().FitAndShowModel();
   Unload();
 }
 

@@ -17,8 +17,8 @@ class frmWidth : public Form {
   void Form_Load();
   void cmdOK_Click();
 
-  QLineEdit* txtWidth = NumberBox("txtWidth", "1000");
-  QLineEdit* txtUnitGrid = NumberBox("txtUnitGrid", "1000");
+  QLineEdit* txtWidth = NumberBox("txtWidth", "1000", NumberRule::kAboveZero);
+  QLineEdit* txtUnitGrid = NumberBox("txtUnitGrid", "1000", NumberRule::kAboveZero);
   QPushButton* cmdOK = Button("cmdOK", "OK", &frmWidth::cmdOK_Click);
 };
 

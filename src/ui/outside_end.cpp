@@ -7,9 +7,9 @@
 namespace quillane {
 namespace {
 
-constexpr int kEndedBySignal = 128;  // plus the signal's number
+constexpr int kEndedBySignal = 128;  // plus the signal number
 
-// A toolkit that has lost its display calls std::exit, or std::abort after a fatal message.
+// On loss of the display the toolkit calls std::exit, or std::abort after a fatal message.
 frmMain* rescued = nullptr;
 QtMessageHandler toolkitHandler = nullptr;
 

@@ -1,5 +1,4 @@
-// The end of the program as the system brings it about: signals, the end of the session, the loss
-// of the display.
+// Ends of the program from outside: signals, end of the session, loss of the display.
 #pragma once
 
 #include "ui/end_signals.h"
@@ -7,8 +6,8 @@
 
 namespace quillane {
 
-/// While it lives, unsaved changes of the window's model go to a rescue file before the system ends
-/// the program. At most one may live.
+/// Writes unsaved changes of the window's model to a rescue file when the program is ended from
+/// outside. At most one instance may exist.
 class OutsideEnd {
  public:
   explicit OutsideEnd(frmMain& window);

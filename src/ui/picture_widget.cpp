@@ -51,7 +51,7 @@ void PictureWidget::mousePressEvent(QMouseEvent* event) {
                  static_cast<Single>(user.x()), static_cast<Single>(user.y()));
 }
 
-/// The second press of a quick pair is a press like any other.
+/// Treats the second press of a double click as any other press.
 void PictureWidget::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
 void PictureWidget::mouseMoveEvent(QMouseEvent* event) {

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 constexpr int kMostRescueFiles = 10000;
 
-/// The first name in the folder that nothing bears yet.
+/// Returns the first unused name in the folder.
 fs::path FreeName(const fs::path& folder) {
   for (int number = 1; number <= kMostRescueFiles; ++number) {
     const std::string suffix = number == 1 ? std::string() : std::to_string(number);

@@ -1,4 +1,4 @@
-// What of the model no file holds.
+// Changes of the model that are in no file.
 #pragma once
 
 #include <optional>
@@ -8,19 +8,19 @@
 
 namespace quillane {
 
-/// The text of the model's file; none without a design domain or for arrays that do not fit their
+/// Returns the text of the model file; none without a design domain or if the arrays do not fit the
 /// counts.
 std::optional<std::string> TextToKeep(const Model& model);
 
-/// Tells unsaved changes: the text of the model's file differs from the one last kept.
+/// Detects unsaved changes: the text of the model file differs from the one last saved or opened.
 class UnsavedWork {
  public:
   explicit UnsavedWork(const Model& model) : model_(model) {}
 
-  /// Notes that the model as it stands is in a file.
+  /// Notes that the present model is in a file.
   void NoteKept() { kept_ = TextToKeep(model_); }
 
-  /// Writes unsaved changes into a rescue file, and nothing where there are none.
+  /// Writes a rescue file if there are unsaved changes.
   void Rescue() noexcept;
 
  private:

@@ -115,9 +115,34 @@ TEST_F(Window, TypedNumbersGoToTheModelAndTheStatusLine) {
   EXPECT_EQ(model().YoungModulus, 70000);
   EXPECT_EQ(model().LoadFy, -5);
   EXPECT_EQ(model().ViewRight, 500.25F);
-  const QSize canvas = main->CanvasSize();
+  const QSize canvas = Canvas()->size();
   EXPECT_FLOAT_EQ(model().DomainHeight, 1000.5F * static_cast<float>(canvas.height()) /
                                             static_cast<float>(canvas.width()));
+}
+
+TEST_F(Window, ABoxTellsWhatItIsReadAsWhereThatIsNotWhatItShows) {
+  const struct {
+    const char *menu, *box, *text, *told;
+  } rows[] = {{"mnuMaterial", "txtPoison", "0,3", "read as 0"},
+              {"mnuMaterial", "txtPoison", " 3e-1 ", ""},
+              {"mnuMaterial", "txtPoison", "-0.2", ""},
+              {"mnuMaterial", "txtThickness", "-2.5", "read as -2.5, not above 0"},
+              {"mnuAppliedLoad", "txtLoadY", "12,5", "read as 12"},
+              {"mnuAppliedLoad", "txtLoadY", "", "read as 0"},
+              {"mnuAppliedLoad", "txtLoadY", "1e309", "too large"},
+              {"mnuDrivingParameter", "txtDpEpsilon", "2.5", "read as 2"},
+              {"mnuDrivingParameter", "txtDpEpsilon", "3.0", ""},
+              {"mnuWidth", "txtUnitGrid", "12.5mm", "read as 12.5"}};
+  for (const auto& [menu, name, text, told] : rows) {
+    In(menu, [&](QDialog& dialog) {
+      auto* box = dialog.findChild<QLineEdit*>(name);
+      const QColor plain = box->palette().color(QPalette::Base);
+      EXPECT_EQ(box->toolTip(), "");
+      Enter(dialog, name, text);
+      EXPECT_EQ(box->toolTip(), told);
+      EXPECT_EQ(box->palette().color(QPalette::Base) == plain, *told == '\0') << text;
+    });
+  }
 }
 
 TEST_F(Window, NumbersThatCannotBeAreRefusedAndTheDialogStaysOpen) {
@@ -237,6 +262,14 @@ TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
   EXPECT_FALSE(IsEnabled("mnuHistory") || IsEnabled("mnuOptimization"));
   EXPECT_TRUE(Fill("mnuSave", {{"txtFileName", "again"}}, "cmdSave"));
   EXPECT_EQ(ReadFile(folder / "again"), saved);
+  const std::filesystem::path far = folder / "sub/far.model";
+  EXPECT_TRUE(Fill("mnuSave", {{"txtFileName", far.string()}}, "cmdSave"));
+  EXPECT_EQ(ReadFile(far), saved);
+  EXPECT_TRUE(In("mnuOpen", [](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QTreeWidget*>("Dir1")->currentItem()->text(0), "sub");
+    Enter(dialog, "txtFileName", "far.model");
+    Click(dialog, "cmdOpen");
+  })) << "the folder of the last file";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Ends that come from outside: signals, full disks, a lost display. Unsaved changes are rescued.
+// Ends from outside: signals, full disks, a lost display. Unsaved changes are rescued.
 #include "ui/outside_end.h"
 
 #include <sys/resource.h>

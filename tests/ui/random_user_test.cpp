@@ -1,4 +1,4 @@
-// A user who does anything at all: presses, entries, damaged files, analyses and steps at random.
+// Random presses, entries, damaged files, analyses and steps.
 // QUILLANE_TEST_ACTIONS sets how many actions it takes.
 #include <QMenu>
 #include <random>
@@ -12,7 +12,7 @@ class RandomUser : public Window {
  protected:
   int Below(std::size_t count) { return static_cast<int>(random_() % count); }
 
-  /// Enters anything into a dialog and leaves it by anything.
+  /// Enters random texts into a dialog and leaves it at random.
   void Fumble(QDialog& dialog) {
     static const QStringList texts = {"",    "100",   "50",   "400", "2000", "0.3", "9",   "-5",
                                       "abc", "1e400", "12.5", "0",   "1e38", ".05", "1e-9"};

@@ -1,5 +1,5 @@
-// States that people get into: half-made edits, failed openings, models that cannot be drawn, a
-// full step counter. The model stays whole and the picture tells the truth.
+// Uncommon states: half-made edits, failed openings and analyses, models that cannot be drawn, a
+// full step counter. The model stays intact and the picture correct.
 #include <QListWidget>
 #include <QMenu>
 #include <algorithm>
@@ -10,7 +10,7 @@
 namespace quillane::test {
 namespace {
 
-/// An analysed plate with a saved copy of another one beside it.
+/// An analysed plate, and the file of another one.
 class States : public Window {
  protected:
   States() {
@@ -27,7 +27,7 @@ class States : public Window {
     blank.fill(blank.pixel(0, 0));
     return Picture() == blank;
   }
-  /// The window shows and remembers nothing of an analysis.
+  /// Expects that the window shows and keeps no results.
   void ExpectNoResults() {
     EXPECT_FALSE(IsEnabled("mnuOptimization") || IsEnabled("mnuHistory"));
     EXPECT_EQ(Legend(), bareLegend);
@@ -74,6 +74,80 @@ TEST_F(States, AHalfMadeEditLeavesTheModelAndGoesWithItsMode) {
   EXPECT_EQ(Text(), ModelFileText(Cantilever(3, 5)));
 }
 
+TEST_F(States, ADroppedCornerBringsBackWhatWasShown) {
+  const std::function<void()> shows[] = {[this] { main->View().ShowMap(kShowStress); },
+                                         [this] { main->View().ShowMap(kShowPotential); },
+                                         [this] { Menu("mnuClear"); },
+                                         [this] { main->View().ShowModel(); }};
+  const auto escape = [this] {
+    main->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
+    QTest::keyClick(main.get(), Qt::Key_Escape);
+  };
+  const auto pressNoColumn = [this] { PressAt(50, 950); };
+  const std::function<void()> drops[] = {[this] { Menu("mnuFreedom"); }, pressNoColumn, escape};
+  for (const auto& show : shows) {
+    show();
+    const QImage shown = Picture(), legend = Legend();
+    for (const auto& drop : drops) {
+      ChooseIn("mnuShape", "optDesignDomain");
+      PressAt(50, 50);
+      EXPECT_NE(Picture(), shown);
+      drop();
+      EXPECT_EQ(Picture(), shown);
+      EXPECT_EQ(Legend(), legend);
+      EXPECT_FALSE(HoldsCorner(model(), main->Edits()));
+    }
+  }
+  EXPECT_EQ(model().EditMode, kModeDomain) << "Escape keeps the mode";
+}
+
+TEST_F(States, AFailedAnalysisClosesTheWayToSteps) {
+  const std::function<void()> causes[] = {
+      [this] {
+        Fill("mnuMaterial", {{"txtEmod", "0"}});
+      },
+      [this] {
+        Fill("mnuDrivingParameter", {{"txtDpLambda", "0"}});
+      },
+      [this] { std::ranges::fill(model().NodeLoad.Raw(), 0.0); }};
+  for (const auto& cause : causes) {
+    Show(Slimming());
+    const QImage drawn = Picture();
+    Menu("mnuStressAnalysis");
+    main->Optimization();
+    EXPECT_TRUE(IsEnabled("mnuOptimization") && robot.Boxes().empty());
+    model().CellState = Slimming().CellState;
+    cause();
+    Menu("mnuStressAnalysis");
+    EXPECT_EQ(robot.Boxes().size(), 1U);
+    EXPECT_FALSE(IsEnabled("mnuOptimization") || IsEnabled("mnuHistory"));
+    EXPECT_EQ(Legend(), bareLegend);
+    EXPECT_EQ(Picture(), drawn);
+  }
+  EXPECT_EQ(ended, -1);
+}
+
+TEST_F(States, ResultsOfNoAnalysisSaySo) {
+  const auto note = [this] { return Find<ElidedLabel>("lblUpDate")->ToolTipText().toStdString(); };
+  const auto look = [this] {
+    ChooseIn("mnuValueIndicator", "optStressValue");
+    Press(350, 350);
+  };
+  look();
+  EXPECT_EQ(note(), "");
+  EXPECT_TRUE(Open("other.model"));
+  look();
+  EXPECT_NE(note().find("Before FEA"), std::string::npos);
+  main->WriteSummary();
+  EXPECT_EQ(note(), "");
+  ChooseIn("mnuImageIndicator", "optNeuronValue");
+  EXPECT_NE(note().find("Before FEA"), std::string::npos);
+  ChooseIn("mnuValueIndicator", "optLoadValue");
+  Press(350, 350);
+  EXPECT_EQ(note(), "") << "loads are there";
+}
+
 TEST_F(States, ANewModelForgetsTheResultsOfTheOldOne) {
   main->Optimization();
   EXPECT_NE(Legend(), bareLegend);
@@ -96,6 +170,7 @@ TEST_F(States, AFailedOpeningLosesNothingAndEndsNothing) {
       "データ読込: ファイルを開くときにエラーが発生しました。\r\nファイルを選んでください。";
   WriteFile(folder / "text.model", "no model");
   EXPECT_FALSE(Open("text.model"));
+  EXPECT_TRUE(robot.Details().starts_with((folder / "text.model").string())) << robot.Details();
   for (const char* name : {"", "no/such"}) {
     EXPECT_FALSE(Open(name) || Fill("mnuSave", {{"txtFileName", name}}, "cmdSave"));
   }
@@ -111,6 +186,7 @@ TEST_F(States, AFailedOpeningLosesNothingAndEndsNothing) {
   EXPECT_EQ(robot.Boxes(), Texts{failure});
   EXPECT_EQ(Title(), title);
   EXPECT_EQ(model().CellColumnCount, 5) << "what was read stays";
+  EXPECT_EQ(Label("lblUpDate"), "Width = 2000mm  Element Size = 100mm");
   EXPECT_EQ(ReadFile(folder / "Rescue.model"), standing);
   EXPECT_NE(robot.Details().find((folder / "Rescue.model").string()), std::string::npos);
   ExpectNoResults();
@@ -165,6 +241,10 @@ TEST_F(States, TheDialogTellsHowTheStepsGo) {
   EXPECT_TRUE(tells("\nChanged by hand since the last FEA."));
   Menu("mnuStressAnalysis");
   EXPECT_FALSE(tells("by hand"));
+  Fill("mnuWidth", {{"txtWidth", "1500"}});
+  EXPECT_FALSE(tells("by hand"));
+  Fill("mnuWidth", {{"txtUnitGrid", "50"}});
+  EXPECT_TRUE(tells("by hand")) << "the volume is another";
 }
 
 TEST_F(States, AutomaticStepsEndBeforeTheOneThatMustFail) {

@@ -1,4 +1,4 @@
-// A shown main window with a hand on its mouse and menus, and a robot that answers its dialogs.
+// A visible main window, its mouse and menus, and a robot that answers its dialogs.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,6 +16,7 @@
 
 #include "model/model_file.h"
 #include "support/plates.h"
+#include "ui/canvas_view.h"
 #include "ui/frmMain.h"
 #include "ui/picture_widget.h"
 
@@ -36,12 +37,12 @@ inline void Enter(QWidget& dialog, const char* control, const std::string& text)
   }
 }
 
-/// What the dialog of the steps tells about them.
+/// Returns the report of the optimization dialog.
 inline std::string CourseOf(QWidget& dialog) {
   return dialog.findChild<QLabel*>("lblCourse")->text().toStdString();
 }
 
-/// A short cantilever that loses some material at each step.
+/// Returns a short cantilever that loses material at each step.
 inline Model Slimming() {
   Model plate = Cantilever(6, 12);
   plate.StressTarget = 4;
@@ -50,19 +51,19 @@ inline Model Slimming() {
   return plate;
 }
 
-/// Answers every modal dialog while its event loop runs: message boxes are noted and accepted,
-/// other dialogs get the next answer given in advance, or are closed.
+/// Answers every modal dialog in its event loop: records and accepts message boxes, gives other
+/// dialogs the next answer of the queue, or closes them.
 class Robot : public QObject {
  public:
   Robot() { QTimer::singleShot(0, this, &Robot::Look); }
   using Answer = std::function<void(QDialog&)>;
   void Next(Answer answer) { answers_.push_back(std::move(answer)); }
-  /// Drops the answers that no dialog came for.
+  /// Drops unused answers.
   void Forget() { answers_.clear(); }
 
-  /// "title: text" of the message boxes since the last call.
+  /// Returns "title: text" of the message boxes since the last call.
   Texts Boxes() { return std::exchange(boxes_, {}); }
-  /// What stood below the text of the last message box.
+  /// Returns the informative text of the last message box.
   std::string Details() const { return details_; }
 
  private:
@@ -91,7 +92,7 @@ class Robot : public QObject {
   QWidget* answered_ = nullptr;
 };
 
-/// The tests' working directory is a scratch folder of their own.
+/// A test with its own scratch folder as working directory.
 class Window : public testing::Test {
  protected:
   Window() {
@@ -100,7 +101,7 @@ class Window : public testing::Test {
   }
   ~Window() override { std::filesystem::current_path(home); }
 
-  /// Puts a new window in the place of the present one.
+  /// Replaces the window by a new one.
   void Restart() {
     ended = -1;
     main = std::make_unique<frmMain>();
@@ -123,16 +124,16 @@ class Window : public testing::Test {
   std::string Title() { return main->windowTitle().toStdString(); }
   Model& model() { return main->model(); }
   std::string Text() { return ModelFileText(model()); }
-  /// Puts a model into the window as opening a file does.
+  /// Shows a model as opening a file does.
   void Show(const Model& shown) {
     model() = shown;
-    main->FitAndShowModel();
+    main->View().FitAndShowModel();
   }
 
   void Menu(const char* name) { Find<QAction>(name)->trigger(); }
   bool IsEnabled(const char* menu) { return Find<QAction>(menu)->isEnabled(); }
 
-  /// Opens a dialog by its menu item and works it; false if it was still open then.
+  /// Opens a dialog by its menu item and works it. Returns whether it closed.
   bool In(const char* menu, const Robot::Answer& work) {
     bool closed = false;
     robot.Next([&](QDialog& dialog) {
@@ -146,7 +147,7 @@ class Window : public testing::Test {
     return closed;
   }
 
-  /// Likewise: enters an option or texts into boxes and presses a button.
+  /// Opens a dialog, enters options and texts, and presses a button. Returns whether it closed.
   using Entries = std::vector<std::pair<const char*, std::string>>;
   bool Fill(const char* menu, const Entries& entries, const char* button = "cmdOK") {
     return In(menu, [&](QDialog& dialog) {
@@ -156,9 +157,9 @@ class Window : public testing::Test {
   }
   bool ChooseIn(const char* menu, const char* option) { return Fill(menu, {{option, ""}}); }
 
-  /// A press exactly at user coordinates, mm, as the canvas reports it.
+  /// Presses exactly at user coordinates, mm, as the canvas reports it.
   void PressAt(Single x, Single y) { emit Canvas()->MouseDown(1, 0, x, y); }
-  /// A click of the mouse at user coordinates, mm, to the nearest pixel.
+  /// Clicks at user coordinates, mm, to the nearest pixel.
   void Press(double x, double y, Qt::MouseButton button = Qt::LeftButton) {
     const Model& m = model();
     const double left = double{m.ViewRight} - double{m.DomainWidth};
@@ -171,7 +172,7 @@ class Window : public testing::Test {
   std::filesystem::path home = std::filesystem::current_path();
   Robot robot;
   std::unique_ptr<frmMain> main;
-  int ended = -1;  ///< exit status once the program was to end
+  int ended = -1;  ///< exit status, once the program ends
 };
 
 }  // namespace quillane::test

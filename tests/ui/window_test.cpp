@@ -51,7 +51,7 @@ TEST_F(Window, ThePictureIsCopiedAndSurvivesRepaintsUntilTheProgramEndsAtOnce) {
   Show(Cantilever(2, 3));
   const QImage drawn = Picture();
   Menu("mnuStressAnalysis");
-  main->FitAndShowModel();
+  main->View().FitAndShowModel();
   Menu("mnuHistory");
   model() = Model{};
   main->repaint();
@@ -101,9 +101,15 @@ TEST_F(Window, AnAnalysisThatFailsIsReportedAndTheWindowStays) {
   In("mnuOptimization", [](QDialog& dialog) {
     const QSize size = dialog.size();
     Click(dialog, "cmdManual");
-    EXPECT_NE(CourseOf(dialog).find("not converged since the FEA"), std::string::npos);
+    EXPECT_NE(CourseOf(dialog).find("not converged since the FEA:\ncheck the supports"),
+              std::string::npos);
     EXPECT_EQ(dialog.size(), size);
   });
+  Show(Cantilever(1, 100));
+  Menu("mnuStressAnalysis");
+  EXPECT_NE(robot.Boxes().at(0).find("too slender"), std::string::npos);
+  In("mnuOptimization",
+     [](QDialog& dialog) { EXPECT_NE(CourseOf(dialog).find("more cells"), std::string::npos); });
   EXPECT_EQ(ended, -1);
 }
 
