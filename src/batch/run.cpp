@@ -287,9 +287,12 @@ class BatchRun {
     if (!summary_.connected) Note("a load is not connected to adequate supports");
     if (signal_ != 0) Note(fmt::format("interrupted after step {}", figures.steps));
     if (!figures.lastSolve.converged) {
-      Complain(
-          "the last solve did not converge: its displacements and stresses mean nothing; the "
-          "plate is not held, or has come apart");
+      Complain(fmt::format(
+          "the last solve did not converge: its displacements and stresses mean nothing; "
+          "the plate {}",
+          summary_.connected ? "is held, but too slender for the solver, or Poisson's "
+                               "ratio is not between -1 and 0.5"
+                             : "is not held, or has come apart"));
     }
     summary_.exitStatus = fileFailed                     ? kExitUsageOrFile
                           : signal_ != 0                 ? kExitSignal + signal_
