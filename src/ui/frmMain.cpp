@@ -58,7 +58,6 @@ frmMain::~frmMain() = default;
 void frmMain::ConnectEvents() {
   client_->installEventFilter(this);
   connect(this, &frmMain::Resized, OrWarn(this, &frmMain::Form_Resize));
-  connect(this, &frmMain::Closed, OrWarn(this, &frmMain::Form_Unload));
   connect(tmrOpt, &QTimer::timeout, this, OrWarn(this, &frmMain::tmrOpt_Timer));
   // Queued, because the drawing may be part of a layout event.
   connect(
@@ -114,7 +113,7 @@ void frmMain::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
 }
 
-void frmMain::closeEvent(QCloseEvent*) { emit Closed(); }
+void frmMain::closeEvent(QCloseEvent*) { OrWarn(this, &frmMain::Form_Unload)(); }
 
 void frmMain::SetUpDateCaption(const QString& text) { lblUpDate->Tell(text); }
 

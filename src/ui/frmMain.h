@@ -84,7 +84,6 @@ class frmMain : public QMainWindow, private CourseListener {
   void ProgramEnds(int status);
   /// The client area has another size, or the window was minimized or restored.
   void Resized();
-  void Closed();
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -125,11 +124,11 @@ class frmMain : public QMainWindow, private CourseListener {
   void TellMissingResults();
   void ShowReadOut(const std::optional<std::string>& caption, PressResult refusal);
 
-  /// Runs an action. A run-time error is shown in a warning box, except one of the history file,
-  /// which ends the program. Does nothing while the program is ending; the same holds for RunOrEnd.
-  void RunOrWarn(const std::function<void()>& action);
-  /// Runs an action, in which any run-time error ends the program.
-  void RunOrEnd(const std::function<void()>& action);
+  /// Runs an action, unless the program is ending. A run-time error is shown in a warning box; one
+  /// of the history file, or any one if endsOnError, ends the program.
+  void Run(const std::function<void()>& action, bool endsOnError);
+  void RunOrWarn(const std::function<void()>& action) { Run(action, false); }
+  void RunOrEnd(const std::function<void()>& action) { Run(action, true); }
   void Fatal(const RunTimeError& error);
   void End(int status);
 

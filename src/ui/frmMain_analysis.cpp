@@ -49,11 +49,7 @@ void frmMain::tmrOpt_Timer() {
 
 void frmMain::SetTimerInterval(int milliseconds) {
   tmrOpt->setInterval(milliseconds);
-  if (milliseconds > 0) {
-    tmrOpt->start();
-  } else {
-    tmrOpt->stop();
-  }
+  milliseconds > 0 ? tmrOpt->start() : tmrOpt->stop();
 }
 
 }  // namespace quillane

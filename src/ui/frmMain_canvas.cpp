@@ -21,14 +21,10 @@ void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
       view_->MarkCorner();
       break;
     case kNewDomain:
-      ForgetResults();
-      view_->ShowModel();
-      break;
     case kLoaded:
-      QApplication::beep();
-      view_->ShowModel();
-      break;
     case kEdited:
+      if (result == kNewDomain) ForgetResults();
+      if (result == kLoaded) QApplication::beep();
       view_->ShowModel();
       break;
     case kOriginMoved:
@@ -40,15 +36,12 @@ void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
       break;
     case kReadDisplacement:
       ShowReadOut(dispValue(model_, X, Y), kNodeOutside);
-      TellMissingResults();
       break;
     case kReadStress:
       ShowReadOut(stressValue(model_, X, Y), kElementOutside);
-      TellMissingResults();
       break;
     case kReadPotential:
       RunOrEnd([&] { ShowReadOut(neuronValue(model_, X, Y), kElementOutside); });
-      TellMissingResults();
       break;
     case kElementOutside:
     case kNodeOutside:
@@ -64,11 +57,9 @@ void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {
 }
 
 void frmMain::ShowReadOut(const std::optional<std::string>& caption, PressResult refusal) {
-  if (caption) {
-    SetUpDateCaption(QString::fromStdString(*caption));
-  } else {
-    Warn(this, RefusalText(refusal));
-  }
+  if (!caption) return Warn(this, RefusalText(refusal));
+  SetUpDateCaption(QString::fromStdString(*caption));
+  if (model_.EditMode != kModeLoadValue) TellMissingResults();
 }
 
 void frmMain::ForgetResults() {

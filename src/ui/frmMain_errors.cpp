@@ -8,11 +8,13 @@
 #include "ui/rescue_file.h"
 
 namespace quillane {
-namespace {
 
-/// Runs an action and passes a run-time error to `report`.
-void Try(const std::function<void()>& action,
-         const std::function<void(const RunTimeError&)>& report) {
+void frmMain::Run(const std::function<void()>& action, bool endsOnError) {
+  if (ended_) return;
+  const auto report = [&](const RunTimeError& error) {
+    if (endsOnError || error.Kind() == ErrorKind::kFile) return Fatal(error);
+    Warn(this, StoppedText(error));
+  };
   try {
     action();
   } catch (const RunTimeError& error) {
@@ -20,21 +22,6 @@ void Try(const std::function<void()>& action,
   } catch (const std::bad_alloc&) {
     report(RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory"));
   }
-}
-
-}  // namespace
-
-void frmMain::RunOrWarn(const std::function<void()>& action) {
-  if (ended_) return;
-  Try(action, [this](const RunTimeError& error) {
-    if (error.Kind() == ErrorKind::kFile) return Fatal(error);
-    Warn(this, StoppedText(error));
-  });
-}
-
-void frmMain::RunOrEnd(const std::function<void()>& action) {
-  if (ended_) return;
-  Try(action, [this](const RunTimeError& error) { Fatal(error); });
 }
 
 void frmMain::Fatal(const RunTimeError& error) {
