@@ -8,129 +8,13 @@ program=$(realpath "${1:-build/release/src/ui/quillane}")
 mkdir -p "${2:-docs/images}"
 images=$(realpath "${2:-docs/images}")
 . scripts/lib/virtual_screen.sh
+. scripts/lib/window_driver.sh
 virtual_screen 1100x800
+messages=$scratch/messages
 cd "$scratch"
-openbox >"$scratch/openbox" 2>&1 &
-until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do sleep 0.1; done
-"$program" 2>"$scratch/messages" &
+manage_windows
+"$program" 2>"$messages" &
 quillane=$!
-pause() { sleep "${1:-0.25}"; }
-
-fail() {
-  echo "screenshots.sh: $1" >&2
-  cat "$scratch/messages" >&2
-  import -window root "$images/failed.png"
-  exit 1
-}
-
-# Waits for the window whose title matches; id is its number.
-await() {
-  for ((n = 0; n < 100; ++n)); do
-    id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1) || true
-    [ -z "$id" ] || break
-    sleep 0.1
-  done
-  [ -n "$id" ] || fail "no window \"$1\""
-  pause
-}
-
-# x, y, width and height of a window's contents on the screen.
-locate() {
-  local info
-  info=$(xwininfo -id "$1")
-  x=$(awk '/Absolute upper-left X/ {print $4}' <<<"$info")
-  y=$(awk '/Absolute upper-left Y/ {print $4}' <<<"$info")
-  width=$(awk '/Width:/ {print $2}' <<<"$info")
-  height=$(awk '/Height:/ {print $2}' <<<"$info")
-}
-
-key() { for k in "$@"; do xdotool key "$k"; sleep 0.05; done; }
-repeat() { for ((n = 0; n < $2; ++n)); do key "$1"; done; }
-entry() { printf %s "$1" | xdotool type --delay 20 --file -; }
-press_at() { xdotool mousemove "$1" "$2" click 1; pause 0.15; }
-
-# shoot NAME [WINDOW]: what is seen where the window with its frame is, the main window by default.
-shoot() {
-  pause
-  locate "${2:-$main}"
-  import -window root -crop "$((width + 2))x$((height + 21))+$((x - 1))+$((y - 20))" +repage \
-    "$images/window-$1.png"
-  echo "window-$1.png"
-}
-
-# Opens "File" on its first item.
-open_menus() {
-  locate "$main"
-  press_at $((x + 20)) $((y + 9))
-  key Down
-}
-
-# menu RIGHT DOWN: the menu so many to the right of "File", its item so many below the first.
-menu() {
-  open_menus
-  repeat Right "$1"
-  repeat Down "$2"
-  key Return
-  pause
-}
-
-# dialog TITLE NAME: shoots the dialog that is to be seen now.
-dialog() {
-  await "$1"
-  shoot "dialog-$2" "$id"
-}
-
-menu_open() { menu 0 0; }
-menu_save() { menu 0 1; }
-menu_copy() { menu 0 2; }
-menu_history() { menu 0 3; }
-menu_exit() { # from the end, for greyed items above are skipped
-  open_menus
-  key Up Return
-}
-menu_width() { menu 1 0; }
-menu_origin() { menu 1 1; }
-menu_graphics() { menu 1 2; }
-menu_values() { menu 1 3; }
-menu_clear() { menu 1 4; }
-menu_shape() { menu 2 0; }
-menu_material() { menu 3 0; }
-menu_freedom() { menu 3 1; }
-menu_load() { menu 3 2; }
-menu_parameter() { menu 3 3; }
-menu_fea() { menu 4 0; }
-menu_optimization() { menu 5 0; }
-
-# Where the canvas is on the screen: all that is light yellow before there is a domain.
-find_canvas() {
-  locate "$main"
-  import -window "$main" "$scratch/start.png"
-  local box
-  box=$(convert "$scratch/start.png" -fill black +opaque 'rgb(255,255,128)' -format '%@' info:)
-  IFS='x+' read -r canvas_width canvas_height canvas_x canvas_y <<<"$box"
-  canvas_x=$((canvas_x + x))
-  canvas_y=$((canvas_y + y))
-}
-
-# Opens the optimization dialog on its first button.
-optimization() {
-  menu_optimization
-  await '^Optimization$'
-}
-
-# point X Y: a press at millimetres on the canvas, the view as it starts.
-point() {
-  press_at $((canvas_x + canvas_width / 2 + $1 * canvas_width / 2000)) \
-    $((canvas_y + canvas_height / 2 - $2 * canvas_width / 2000))
-}
-
-# choose UP: the option so many above the last one, then OK.
-choose() {
-  repeat Up "$1"
-  key Return
-  pause
-}
-
 # warning NAME [TITLE]: shoots a message box and closes it.
 warning() {
   await "${2:-警告}"
@@ -139,11 +23,7 @@ warning() {
   pause
 }
 
-await 'Quillane Optimization'
-main=$id
-xdotool windowsize --sync "$main" 960 700 windowmove "$main" 60 60
-pause 1
-find_canvas
+place_main
 shoot start
 
 menu_width
@@ -281,7 +161,7 @@ status=0
 wait "$quillane" || status=$?
 [ "$status" = 1 ] || fail "the error ended the program with $status"
 
-"$program" 2>>"$scratch/messages" &
+"$program" 2>>"$messages" &
 quillane=$!
 await 'Quillane Optimization'
 main=$id
