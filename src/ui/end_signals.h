@@ -2,13 +2,13 @@
 #pragma once
 
 #include <QObject>
-#include <QSocketNotifier>
 
 namespace quillane {
 
 /// Receives SIGHUP, SIGINT and SIGTERM during its lifetime; a signal that was ignored before stays
 /// ignored. Also makes writes to a broken pipe or beyond the file size limit fail instead of ending
 /// the program. At most one instance may exist.
+/// Windows sends a program without a console none of them.
 class EndSignals : public QObject {
   Q_OBJECT
 
@@ -21,9 +21,7 @@ class EndSignals : public QObject {
   void Raised(int number);
 
  private:
-  void Receive();
-
-  QSocketNotifier* notifier_ = nullptr;
+  QObject* notifier_ = nullptr;  ///< brings them into the event loop
 };
 
 }  // namespace quillane

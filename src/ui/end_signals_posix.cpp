@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QSocketNotifier>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -45,8 +46,12 @@ EndSignals::EndSignals() {
     fcntl(end, F_SETFD, FD_CLOEXEC);
     fcntl(end, F_SETFL, O_NONBLOCK);
   }
-  notifier_ = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
-  connect(notifier_, &QSocketNotifier::activated, this, &EndSignals::Receive);
+  auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
+  connect(notifier, &QSocketNotifier::activated, this, [this] {
+    unsigned char number = 0;
+    while (read(pipeEnds[0], &number, 1) == 1) emit Raised(number);
+  });
+  notifier_ = notifier;
   for (const int number : kEnding) {
     if (!IsIgnored(number)) Handle(number, PassOn);
   }
@@ -61,11 +66,6 @@ EndSignals::~EndSignals() {
     if (end >= 0) close(end);
     end = -1;
   }
-}
-
-void EndSignals::Receive() {
-  unsigned char number = 0;
-  while (read(pipeEnds[0], &number, 1) == 1) emit Raised(number);
 }
 
 }  // namespace quillane

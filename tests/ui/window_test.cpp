@@ -179,7 +179,7 @@ TEST_F(Analysis, AFailedStepEndsTheProgramAndRescuesTheLayoutItStartedFrom) {
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }
