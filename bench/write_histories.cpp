@@ -1,4 +1,7 @@
-// Writes the histories of the example sketches into a folder, for comparing processors.
+// Writes the histories of the example sketches into a folder, for comparing processors. With a second
+// argument one folder in it for each instruction set that the processor has.
+#include <hwy/targets.h>
+
 #include <filesystem>
 #include <string>
 
@@ -6,17 +9,36 @@
 #include "fem/mesh.h"
 #include "optimize/optimization_step.h"
 
-int main(int count, char** arguments) {
-  using namespace quillane;
-  if (count != 2) return 2;
+namespace {
+
+using namespace quillane;
+
+void WriteHistories(const std::filesystem::path& folder) {
   for (const std::string_view name : ExampleNames()) {
     Model model = MakeExample(name, ExampleStart::kSketch);
     MarkActiveNodes(model);
     StressAnalysis(model);
     History history;
     Course course(model, {&history});
-    history.Start(model, std::filesystem::path(arguments[1]) / (std::string(name) + ".history"));
+    history.Start(model, folder / (std::string(name) + ".history"));
     for (int step = 1; step <= 150; ++step) course.Step();
     history.Close(model);
+  }
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count < 2 || count > 3) return 2;
+  const std::filesystem::path folder = arguments[1];
+  if (count == 2) {
+    WriteHistories(folder);
+    return 0;
+  }
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    hwy::SetSupportedTargetsForTest(target);
+    const std::filesystem::path own = folder / hwy::TargetName(target);
+    std::filesystem::create_directory(own);
+    WriteHistories(own);
   }
 }
