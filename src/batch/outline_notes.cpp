@@ -38,8 +38,10 @@ void AddOutlineNotes(const OutlineFigures& figures, std::vector<std::string>& no
   }
   notes.push_back(text);
   if (figures.pieces > 1) {
-    notes.push_back(
-        fmt::format("the outline has {} pieces, which come apart when it is cut", figures.pieces));
+    notes.push_back(fmt::format(
+        "the outline has {} pieces, which come apart when it is cut; --drop-loose leaves "
+        "out those that carry nothing",
+        figures.pieces));
   }
   if (figures.contacts > 0) {
     notes.push_back(fmt::format("cells touch in a corner only in {}; nothing holds there",
