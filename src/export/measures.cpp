@@ -9,8 +9,9 @@
 namespace quillane {
 namespace {
 
-/// Directions closer to a right angle than this are perpendicular.
-constexpr double kRightAngle = 1E-9;
+/// Directions closer to a right angle than this are perpendicular; also the slack of touching, as a
+/// part of a disc's radius.
+constexpr double kRightAngle = 1E-6;
 /// Chords in place of arcs, in edges of a cell.
 constexpr double kDeviation = 0.002;
 

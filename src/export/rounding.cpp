@@ -107,7 +107,7 @@ std::vector<int> FaultyCircles(const Shape& shape) {
   const auto addThoseAt = [&](Point p) {
     for (std::size_t k = 0; k < shape.circles.size(); ++k) {
       const auto& [centre, radius] = shape.circles[k];
-      if (std::abs(Length(p - centre) - radius) <= 1E-9 * (radius + shape.cell)) {
+      if (std::abs(Length(p - centre) - radius) <= 1E-6 * (radius + shape.cell)) {
         faulty.insert(static_cast<int>(k));
       }
     }

@@ -5,7 +5,7 @@
 namespace quillane {
 
 SegmentGrid::SegmentGrid(const std::vector<std::vector<Point>>& polygons, double size)
-    : size_(size) {
+    : size_(size), origin_(polygons.front().front()) {
   for (const std::vector<Point>& polygon : polygons) {
     const int first = static_cast<int>(segments_.size()), count = static_cast<int>(polygon.size());
     for (int k = 0; k < count; ++k) {
@@ -21,8 +21,10 @@ SegmentGrid::SegmentGrid(const std::vector<std::vector<Point>>& polygons, double
     for (int part = 0; part < parts; ++part) {  // each crosses four buckets at most
       const Point p = a + static_cast<double>(part) / parts * (b - a);
       const Point q = a + static_cast<double>(part + 1) / parts * (b - a);
-      for (std::int64_t i = Row(std::min(p.y, q.y)); i <= Row(std::max(p.y, q.y)); ++i) {
-        for (std::int64_t j = Row(std::min(p.x, q.x)); j <= Row(std::max(p.x, q.x)); ++j) {
+      const Bucket low = BucketOf({std::min(p.x, q.x), std::min(p.y, q.y)});
+      const Bucket high = BucketOf({std::max(p.x, q.x), std::max(p.y, q.y)});
+      for (std::int64_t i = low.row; i <= high.row; ++i) {
+        for (std::int64_t j = low.column; j <= high.column; ++j) {
           std::vector<int>& bucket = buckets_[Key(i, j)];
           if (bucket.empty() || bucket.back() != static_cast<int>(index))
             bucket.push_back(static_cast<int>(index));

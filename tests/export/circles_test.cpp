@@ -180,6 +180,20 @@ TEST(Measures, FindTheNarrowestNeck) {
   }
 }
 
+TEST(Measures, AndCirclesDoNotDependOnThePlace) {
+  for (const double far : {0.0, 1E6, -1E9}) {
+    SCOPED_TRACE(far);
+    Model model = test::Plate(20, 30, 10);
+    test::CutDisc(model, 10, 8, 4.2);
+    for (int n = 1; n <= model.NodeCount; ++n) model.NodeXY(n, 1) += far;
+    const OutlineFigures figures = Figures(model);
+    ASSERT_EQ(figures.circles.size(), 1U);
+    EXPECT_NEAR(figures.circles[0].centre.x - far, 100, 3);
+    ASSERT_TRUE(figures.neck);
+    EXPECT_NEAR(figures.neck->width, 80 - figures.circles[0].radius, 0.5);
+  }
+}
+
 TEST(Measures, TakeArcsForWhatTheyAre) {
   Model model = test::Plate(40, 60, 10);
   test::CutDisc(model, 20, 20, 8);
