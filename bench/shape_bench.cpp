@@ -81,6 +81,7 @@ int main(int argc, char** argv) {
     std::fflush(stdout);
   }
   fmt::print("\n{}\n{}", SummaryTable(pairs), WorstPlates(pairs, 5));
+  std::fflush(stdout);
   if (options.folder.empty()) return 0;
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication toolkit(argc, argv);

@@ -48,11 +48,11 @@ std::string SummaryLine(const std::string& title, const std::vector<const ShapeP
       Quantile(ratios, 0.95), Quantile(ratios, 1), asymmetric, ours, density, ours / density);
 }
 
-/// Ascending: first those that are worst.
+/// Ascending: first the plates that are not reached, then those with the largest ratios, at last
+/// those without.
 double Badness(const ShapePair& pair) {
-  const double worst = -std::numeric_limits<double>::infinity();
-  if (!pair.Reached()) return pair.density.sound ? worst : -1e6;
-  return -pair.Ratio().value_or(0);
+  if (!pair.density.sound) return 0;
+  return pair.Reached() ? -*pair.Ratio() : -std::numeric_limits<double>::infinity();
 }
 
 }  // namespace
