@@ -45,6 +45,16 @@ TEST(Press, WhatTheGridDoesNotHaveIsRefusedAsAValue) {
   EXPECT_EQ(Press(mixture, state, 10, 210), kElementOutside);
 }
 
+TEST(Press, ARectangleThatChangesACellIsNoted) {
+  for (const Integer mode : {kModeDesign, kModeNonDesign, kModeCutOut, kModeRemove}) {
+    Model model = test::Plate(2, 2);
+    EditState state;
+    BeginMode(model, mode);
+    for (const Single x : {150.0F, 10.0F}) Press(model, state, x, 10);
+    EXPECT_EQ(state.changedSinceAnalysis, mode != kModeDesign) << mode;
+  }
+}
+
 TEST(Press, ADomainHasAtMostAsManyNodesAsAnIntegerCounts) {
   const struct {
     Single columns, rows, size;
