@@ -286,7 +286,7 @@ class BatchRun {
     if (summary_.pieces > 1) Note(fmt::format("the plate has {} separate pieces", summary_.pieces));
     if (!summary_.connected) Note("a load is not connected to adequate supports");
     if (signal_ != 0) Note(fmt::format("interrupted after step {}", figures.steps));
-    if (!figures.lastSolve.converged) {
+    if (figures.solves > 0 && !figures.lastSolve.converged) {
       Complain(fmt::format(
           "the last solve did not converge: its displacements and stresses mean nothing; "
           "the plate {}",
