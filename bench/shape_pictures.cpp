@@ -21,8 +21,7 @@ QImage PairPicture(const ShapePair& pair, int width, int height) {
   };
   const FoundShape& ours = pair.ours.shape;
   PictureOptions options;
-  options.width = width;
-  options.height = height;
+  options.size = PictureSize{width, height};
   options.fitDomain = true;
   options.style.grid = false;
   options.style.range = ValueRange{0, pair.density.model.MaxStress};

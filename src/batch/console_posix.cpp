@@ -1,17 +1,52 @@
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QByteArray>
+#include <cerrno>
+#include <ctime>
+#include <string>
 
 #include "batch/console.h"
 
 namespace quillane {
 namespace {
 
-volatile std::sig_atomic_t noted = 0;
+namespace fs = std::filesystem;
 
-extern "C" void NoteSignal(int number) { noted = number; }
+constexpr int kLook = 100;       // ms between two looks at the noted signal
+constexpr int kPatience = 1000;  // ms for a reader, once a signal is noted
+
+volatile std::sig_atomic_t noted = 0;
+timespec notedAt{};
+
+/// Some programs send a request twice in a row, to the process and to its group: that is one.
+extern "C" void NoteSignal(int number) {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  if (noted == 0) {
+    notedAt = now;
+    noted = number;
+    return;
+  }
+  const double since = static_cast<double>(now.tv_sec - notedAt.tv_sec) +
+                       1e-9 * static_cast<double>(now.tv_nsec - notedAt.tv_nsec);
+  if (since < 0.1) return;
+  std::signal(number, SIG_DFL);
+  std::raise(number);
+}
+
+std::FILE* StreamOf(int descriptor, const char* mode) {
+  return descriptor < 0 ? nullptr : fdopen(descriptor, mode);
+}
+
+bool IsFifo(const fs::path& path) {
+  std::error_code error;
+  return fs::is_fifo(fs::status(path, error));
+}
 
 }  // namespace
 
@@ -28,13 +63,80 @@ void PrepareStreams() {
 void PrepareToolkit() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
 
 void CatchSignals() {
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is a failed output, told as such
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  // Files are written and read on after a signal; what waits for others looks at the noted one.
+  struct sigaction action {};
+  action.sa_handler = NoteSignal;
+  action.sa_flags = SA_RESTART;
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&action.sa_mask, number);
   for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
-    if (std::signal(number, NoteSignal) == SIG_IGN) std::signal(number, SIG_IGN);
+    struct sigaction before {};
+    sigaction(number, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) sigaction(number, &action, nullptr);
   }
 }
 
 const volatile std::sig_atomic_t& NotedSignal() { return noted; }
+
+fs::path StreamPath(std::FILE* stream) { return "/dev/fd/" + std::to_string(fileno(stream)); }
+
+bool NamesStream(const fs::path& path, std::FILE* stream) {
+  const char* const names[] = {"/dev/stdin", "/dev/stdout", "/dev/stderr"};
+  const std::string number = std::to_string(fileno(stream));
+  std::error_code error;
+  fs::path name = fs::absolute(path, error).lexically_normal();
+  for (int links = 0; links < 40; ++links) {
+    if (name == names[fileno(stream)] || name == "/dev/fd/" + number ||
+        name == "/proc/self/fd/" + number) {
+      return true;
+    }
+    if (!fs::is_symlink(fs::symlink_status(name, error))) return false;
+    name = (name.parent_path() / fs::read_symlink(name, error)).lexically_normal();
+  }
+  return false;
+}
+
+std::FILE* OpenToRead(const fs::path& path) {
+  return StreamOf(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC), "rb");
+}
+
+std::FILE* OpenToWrite(const fs::path& path) {
+  int descriptor = -1;
+  do {
+    descriptor = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor >= 0 || errno != ENXIO || !IsFifo(path)) break;
+    if (noted == 0) poll(nullptr, 0, kLook);
+    errno = EINTR;
+  } while (noted == 0);
+  if (descriptor >= 0) fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+  return StreamOf(descriptor, "wb");
+}
+
+std::ptrdiff_t ReadSome(std::FILE* stream, char* bytes, std::size_t size) {
+  for (pollfd wait{fileno(stream), POLLIN, 0}; noted == 0;) {
+    if (poll(&wait, 1, kLook) <= 0) continue;
+    const ssize_t count = read(wait.fd, bytes, size);
+    if (count >= 0 || (errno != EAGAIN && errno != EINTR)) return count;
+  }
+  errno = EINTR;
+  return -1;
+}
+
+bool WaitToWrite(std::FILE* stream) {
+  pollfd wait{fileno(stream), POLLOUT, 0};
+  for (int patience = kPatience; patience > 0; patience -= noted == 0 ? 0 : kLook) {
+    if (poll(&wait, 1, kLook) > 0) return true;
+  }
+  return false;
+}
+
+bool Claim(const fs::path& path, bool isFolder) {
+  const int how = isFolder ? O_RDONLY | O_DIRECTORY : O_RDWR | O_CREAT;
+  const int descriptor = open(path.c_str(), how | O_CLOEXEC, 0666);
+  // Not closed: the lock lasts as long as the process. Where there are no locks, nobody has one.
+  return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
 
 bool CanRedrawLines(std::FILE* stream) {
   const QByteArray kind = qgetenv("TERM");

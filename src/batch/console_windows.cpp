@@ -1,14 +1,16 @@
 #include <fcntl.h>
 #include <io.h>
+#include <shellapi.h>  // after windows.h
 #include <windows.h>
 
-#include <shellapi.h>  // after windows.h
-
+#include <cerrno>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "batch/console.h"
+#include "model/platform.h"
 
 namespace quillane {
 namespace {
@@ -22,6 +24,7 @@ HANDLE Handle(std::FILE* stream) {
 
 /// Called by a thread of its own.
 BOOL WINAPI NoteEvent(DWORD event) {
+  if (noted != 0) return FALSE;
   const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
   noted = isKey ? SIGINT : SIGTERM;
   // Where the console closes or the user leaves, the system ends the program as soon as this
@@ -62,6 +65,32 @@ void PrepareToolkit() {}
 void CatchSignals() { SetConsoleCtrlHandler(NoteEvent, TRUE); }
 
 const volatile std::sig_atomic_t& NotedSignal() { return noted; }
+
+std::filesystem::path StreamPath(std::FILE*) { return {}; }
+
+bool NamesStream(const std::filesystem::path&, std::FILE*) { return false; }
+
+std::FILE* OpenToRead(const std::filesystem::path& path) { return OpenFile(path, "rb"); }
+
+std::FILE* OpenToWrite(const std::filesystem::path& path) { return OpenFile(path, "wb"); }
+
+std::ptrdiff_t ReadSome(std::FILE* stream, char* bytes, std::size_t size) {
+  const int count = _read(_fileno(stream), bytes, static_cast<unsigned>(size));
+  if (noted == 0) return count;
+  errno = EINTR;  // a key ends the wait on a console
+  return -1;
+}
+
+bool WaitToWrite(std::FILE*) { return true; }
+
+bool Claim(const std::filesystem::path& path, bool) {
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::weakly_canonical(path, error);
+  const std::wstring name = L"quillane" + std::to_wstring(std::hash<std::wstring>()(whole));
+  // Not closed: it lasts as long as the process.
+  return CreateMutexW(nullptr, FALSE, name.c_str()) == nullptr ||
+         GetLastError() != ERROR_ALREADY_EXISTS;
+}
 
 bool CanRedrawLines(std::FILE* stream) {
   DWORD mode = 0;

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "batch/failure.h"
+#include <cerrno>
+#include <system_error>
+
 #include "fem/load_paths.h"
 #include "fem/stress.h"
 #include "model/number_text.h"
@@ -26,7 +28,7 @@ std::string Line(const Course& course) {
 void CourseTable::Analysed(const Course& course) {
   if (begun_) return;
   begun_ = true;
-  Named(path_.string(), [&] { stream_ = OpenStream(path_); });
+  EndRunOnError(path_.string(), [&] { stream_ = OpenStream(path_); });
   WriteLine(
       "step,target,volume,cells_changed,max_stress,mean_stress,min_stress,iterations,"
       "true_residual,converged,connected,compliance\n");
@@ -37,13 +39,14 @@ void CourseTable::Stepped(const Course& course) { WriteLine(Line(course)); }
 
 void CourseTable::WriteLine(const std::string& line) {
   if (!faults_.empty()) return;
-  Tried(faults_, path_.string(), [&] { WriteNow(stream_.get(), line); });
+  CollectError(faults_, path_.string(), [&] { WriteNow(stream_.get(), line); });
 }
 
-void CourseTable::Finish(std::vector<std::string>& faults) {
+void CourseTable::Finish(std::vector<Failure>& faults) {
   const bool closed = !stream_ || stream_.get_deleter()(stream_.release()) == 0;
   if (!closed && faults_.empty()) {
-    faults_.push_back(path_.string() + ": it could not be written to its end");
+    faults_.push_back({kExitUsageOrFile, path_.string() + ": it could not be written completely: " +
+                                             std::generic_category().message(errno)});
   }
   faults.insert(faults.end(), faults_.begin(), faults_.end());
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/failure.h"
 #include "batch/outputs.h"
 #include "optimize/course.h"
 
@@ -21,7 +22,7 @@ class CourseTable : public CourseListener {
   void Stepped(const Course& course) override;
 
   /// Closes the table and adds what could not be written to `faults`.
-  void Finish(std::vector<std::string>& faults);
+  void Finish(std::vector<Failure>& faults);
 
  private:
   void WriteLine(const std::string& line);
@@ -29,7 +30,7 @@ class CourseTable : public CourseListener {
   std::filesystem::path path_;
   bool begun_ = false;
   Stream stream_{nullptr, nullptr};
-  std::vector<std::string> faults_;
+  std::vector<Failure> faults_;
 };
 
 }  // namespace quillane

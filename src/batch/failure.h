@@ -1,14 +1,9 @@
-// Failures that end a batch run early.
+// How a batch run ends early, and what becomes of an error.
 #pragma once
 
-#include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
-
-#include "batch/advice.h"
-#include "model/model_file.h"
-#include "model/run_time_error.h"
-#include "model/safe_file.h"
 
 namespace quillane {
 
@@ -26,31 +21,33 @@ struct Failure {
   std::string message;
 };
 
-/// Does one part of a run; what it throws becomes a Failure that names the part.
-template <class Part>
-void Named(const std::string& name, Part&& part) {
+/// A signal ended a wait for another program; what() tells which wait.
+class Interrupted : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Returns the exception being handled as a Failure whose message names the part of the run that
+/// threw it. A Failure is returned as it is.
+Failure CurrentFailure(const std::string& part);
+
+/// Does one part of a run and ends the run on an error: what `act` throws becomes a Failure.
+template <class Act>
+void EndRunOnError(const std::string& part, Act&& act) {
   try {
-    part();
-  } catch (const RunTimeError& error) {
-    const bool file = error.Kind() == ErrorKind::kFile;
-    throw Failure{file ? kExitUsageOrFile : kExitRunTimeError,
-                  name + ": " + error.what() + Advice(error)};
-  } catch (const ModelFileError& error) {
-    throw Failure{kExitUsageOrFile, name + ": " + error.what()};
-  } catch (const FileWriteError& error) {
-    throw Failure{kExitUsageOrFile, name + ": " + error.what()};
-  } catch (const std::bad_alloc&) {
-    throw Failure{kExitRunTimeError, name + ": out of memory"};
+    act();
+  } catch (...) {
+    throw CurrentFailure(part);
   }
 }
 
-/// Likewise, but adds the message of a failure to `faults` and goes on.
-template <class Part>
-void Tried(std::vector<std::string>& faults, const std::string& name, Part&& part) {
+/// Does one part of a run and goes on after an error, which is added to `faults`.
+template <class Act>
+void CollectError(std::vector<Failure>& faults, const std::string& part, Act&& act) {
   try {
-    Named(name, part);
-  } catch (const Failure& failure) {
-    faults.push_back(failure.message);
+    act();
+  } catch (...) {
+    faults.push_back(CurrentFailure(part));
   }
 }
 

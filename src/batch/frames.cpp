@@ -1,9 +1,9 @@
 #include "batch/frames.h"
 
-#include "batch/failure.h"
 #include "batch/outputs.h"
-#include "batch/tables.h"
+#include "batch/picture_file.h"
 #include "export/vtu.h"
+#include "model/safe_file.h"
 
 namespace quillane {
 
@@ -19,7 +19,7 @@ void Frames::Write(const Course& course) {
   const int step = course.Figures().steps;
   const auto write = [&](const char* suffix, const auto& content) {
     const std::filesystem::path frame = FramePath(options_.outputs[Output::kFrames], step, suffix);
-    Named(frame.string(), [&] { ReplaceFile(frame, content()); });
+    EndRunOnError(frame.string(), [&] { ReplaceFile(frame, content()); });
     return frame.filename().string();
   };
   write(".png", [&] { return PictureFile(options_, model, step, startVolume_); });
@@ -29,10 +29,10 @@ void Frames::Write(const Course& course) {
   fields_.push_back(field);
 }
 
-void Frames::Finish(std::vector<std::string>& faults) {
+void Frames::Finish(std::vector<Failure>& faults) {
   if (fields_.empty()) return;
   const std::filesystem::path series = SeriesPath(options_.outputs[Output::kFrames]);
-  Tried(faults, series.string(), [&] { ReplaceFile(series, PvdText(fields_)); });
+  CollectError(faults, series.string(), [&] { ReplaceFile(series, PvdText(fields_)); });
 }
 
 }  // namespace quillane

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/failure.h"
 #include "batch/options.h"
 #include "optimize/course.h"
 
@@ -20,7 +21,7 @@ class Frames : public CourseListener {
 
   /// Writes the file that lists the fields of every step, where there are some; adds what went
   /// wrong to `faults`.
-  void Finish(std::vector<std::string>& faults);
+  void Finish(std::vector<Failure>& faults);
 
  private:
   void Write(const Course& course);

@@ -9,7 +9,7 @@
 namespace quillane {
 
 /// The text of a file or pipe, or of standard input where path is "-". Throws ModelFileError where
-/// it cannot be read or is longer than any model.
+/// it cannot be read or is longer than any model, Interrupted where a signal ends the wait for it.
 std::string InputText(const std::filesystem::path& path);
 
 struct ModelInput {

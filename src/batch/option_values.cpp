@@ -84,7 +84,7 @@ double Share(const std::string& option, std::string_view text) {
   return *value;
 }
 
-std::pair<int, int> PixelSize(const std::string& option, std::string_view text) {
+PictureSize PixelSize(const std::string& option, std::string_view text) {
   const auto [first, second] = Halves(text, 'x');
   const std::optional<int> width = Whole<int>(first), height = Whole<int>(second);
   const auto usable = [](std::optional<int> size) {
@@ -103,6 +103,9 @@ ValueRange NumberRange(const std::string& option, std::string_view text) {
   const std::optional<double> low = Finite(first), high = Finite(second);
   if (!low || !high || *low >= *high) {
     Refuse(option, "MIN,MAX with MIN below MAX, such as 0,120", text);
+  }
+  for (const double number : {*low, *high, *high - *low}) {
+    if (!FitsSingle(number)) Refuse(option, "a range of single precision", text);
   }
   return {*low, *high};
 }

@@ -3,9 +3,9 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "display/drawing_style.h"
+#include "image/picture.h"
 #include "model/types.h"
 
 namespace quillane {
@@ -25,9 +25,9 @@ int Jobs(const std::string& option, std::string_view text);
 double Share(const std::string& option, std::string_view text);
 
 /// "1200x800": width and height in pixels.
-std::pair<int, int> PixelSize(const std::string& option, std::string_view text);
+PictureSize PixelSize(const std::string& option, std::string_view text);
 
-/// "0,120": two numbers, the first below the second.
+/// "0,120": two numbers, the first below the second and not too far for single precision.
 ValueRange NumberRange(const std::string& option, std::string_view text);
 
 }  // namespace quillane

@@ -3,13 +3,18 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <QByteArray>
+#include <cstdio>
 #include <iostream>
 #include <map>
 #include <string>
-#include <tuple>
 
+#include "batch/console.h"
 #include "batch/failure.h"
+#include "batch/messages.h"
 #include "batch/option_values.h"
+#include "batch/outputs.h"
+#include "model/number_text.h"
 
 namespace quillane {
 namespace {
@@ -71,19 +76,36 @@ class CommandLine {
   /// Throws CLI::ParseError.
   void Parse(int argc, const char* const* argv) {
     app_.parse(argc, argv);
-    // Nobody finds a file named "-" again.
+    if (NamesStream(options_.model, stdin)) options_.model = "-";
     for (const OutputRow& row : OutputTable()) {
-      if (!row.mayBeStream && options_.outputs[row.output] == "-") {
+      std::filesystem::path& path = options_.outputs[row.output];
+      if (NamesStream(path, stdout)) path = "-";
+      // Nobody finds a file named "-" again.
+      if (!row.mayBeStream && path == "-") {
         throw CLI::ValidationError(row.option, "cannot go to standard output");
       }
     }
     SettleOutline();
+    RefuseOtherFormats();
+    if (options_.check) {
+      RemarkIdle("--check only reads the model", [](const CLI::Option& option) {
+        const std::string name = option.get_name();
+        return name.starts_with("--") && name != "--check" && name != "--quiet";
+      });
+      return;
+    }
+    RemarkPictureStyle();
+    RemarkParameters();
   }
 
-  /// Forwards the usage error or the help text to its stream and turns it into an exit status.
+  /// Prints the usage error or the help text to its stream and turns it into an exit status.
   int Answer(const CLI::ParseError& error) const {
-    const bool isAnswer = app_.exit(error, std::cout, std::cerr) == 0;
-    return isAnswer && std::cout.flush() ? kExitDone : kExitUsageOrFile;
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
+      Complain(error.what() + std::string(" (--help lists the options)"));
+      return kExitUsageOrFile;
+    }
+    app_.exit(error, std::cout, std::cerr);
+    return std::cout.flush() ? kExitDone : kExitUsageOrFile;
   }
 
  private:
@@ -114,6 +136,55 @@ class CommandLine {
   /// What is wrong with the path of a file; empty where nothing is.
   static std::string NameFault(const std::string& path) {
     return path.empty() ? "wants a name" : "";
+  }
+
+  /// A viewer tells the format by the name.
+  void RefuseOtherFormats() const {
+    const std::filesystem::path& fields = options_.outputs[Output::kVtu];
+    const std::string ending = fields.extension().string();
+    if (ending.empty() || QByteArray::fromStdString(ending).toLower() == ".vtu") return;
+    if (IsStream(fields)) return;
+    throw CLI::ValidationError("--vtu", "wants .vtu, not " + fields.string());
+  }
+
+  /// Remarks the options given whose name is accepted by `isIdle`.
+  template <class IsIdle>
+  void RemarkIdle(const std::string& why, const IsIdle& isIdle) {
+    std::string names;
+    for (const CLI::Option* option : app_.get_options()) {
+      const std::string name = option->get_name();
+      if (option->count() == 0 || !isIdle(*option)) continue;
+      names += (names.empty() ? "" : ", ") + name;
+    }
+    if (!names.empty()) options_.remarks.push_back(names + ": no effect, " + why);
+  }
+
+  void RemarkPictureStyle() {
+    const bool anyPicture =
+        options_.outputs.Wants(Output::kImage) || options_.outputs.Wants(Output::kFrames);
+    if (!anyPicture) {
+      RemarkIdle("neither --image nor --frames is given",
+                 [](const CLI::Option& option) { return option.get_group() == kPictureGroup; });
+    } else if (options_.picture.kind == PictureKind::kModel) {
+      RemarkIdle("--map model has no colours by value",
+                 [](const CLI::Option& option) { return option.get_name() == "--range"; });
+    }
+  }
+
+  void RemarkParameters() {
+    const auto remark = [this](const char* option, const std::string& value, const char* why) {
+      options_.remarks.push_back(fmt::format("{} {}: {}", option, value, why));
+    };
+    if (options_.stressTarget && !(*options_.stressTarget > 0)) {
+      remark("--stress-target", GeneralText(*options_.stressTarget), "not above 0");
+    }
+    if (options_.epsilon && (*options_.epsilon < 0 || *options_.epsilon > 10)) {
+      remark("--epsilon", GeneralText(int{*options_.epsilon}),
+             "outside the potential's scale of 0 to 10");
+    }
+    if (options_.lambda && !(*options_.lambda > 0 && *options_.lambda <= 1)) {
+      remark("--lambda", GeneralText(*options_.lambda), "not above 0 and up to 1");
+    }
   }
 
   void AddCourse() {
@@ -155,7 +226,8 @@ class CommandLine {
   void AddPictureStyle() {
     Add("--map", "KIND", "what they show: stress (default), potential or model",
         options_.picture.kind, Kind);
-    Add("--size", "WxH", "pixels (default 1200x800)", size_, PixelSize);
+    Add("--size", "WxH", "pixels (default 1200x800; with --fit, as much of it as is used)",
+        options_.picture.size, PixelSize);
     Add("--range", "MIN,MAX", "the colours' range in place of the smallest and largest value",
         options_.picture.style.range, NumberRange);
     AddFlag("--fit", options_.picture.fitDomain, "frame the design domain, not the model's view");
@@ -195,7 +267,6 @@ class CommandLine {
   BatchOptions& options_;
   std::optional<OutlineFormat> outlineFormat_;
   bool smooth_ = false;
-  std::tuple<int&, int&> size_{options_.picture.width, options_.picture.height};
   CLI::App app_{kDescription, "quillane-batch"};
   std::string group_;
 };

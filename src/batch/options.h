@@ -3,6 +3,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "batch/output_table.h"
 #include "export/outline_file.h"
@@ -34,6 +36,7 @@ struct BatchOptions {
   PictureOptions picture;
   bool label = false;  ///< write step and volume into the pictures
   bool quiet = false;
+  std::vector<std::string> remarks;  ///< what in the command line has no effect or is unusual
 };
 
 /// Reads the command line. Prints help, version or what is wrong with it; then `exitStatus` (0 or

@@ -7,6 +7,7 @@
 
 #include "batch/options.h"
 #include "batch/outline_notes.h"
+#include "batch/picture_file.h"
 #include "batch/run_summary.h"
 #include "batch/tables.h"
 #include "export/vtu.h"

@@ -8,6 +8,7 @@
 #include <system_error>
 #include <vector>
 
+#include "batch/console.h"
 #include "batch/failure.h"
 #include "model/platform.h"
 #include "model/safe_file.h"
@@ -25,16 +26,15 @@ void ForEachFile(const OutputPaths& paths, const Use& use) {
   }
 }
 
-/// A pipe or a device: it is written into, never replaced.
-bool IsStream(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  return fs::is_fifo(status) || fs::is_character_file(status) || fs::is_socket(status);
-}
-
+/// What a path leads to, with links followed also where nothing stands at their end yet.
 fs::path Whole(const fs::path& path) {
   std::error_code error;
-  return fs::weakly_canonical(fs::absolute(path, error), error);
+  return fs::weakly_canonical(fs::absolute(LinkTarget(path), error), error);
+}
+
+bool LeadToOneFile(const fs::path& one, const fs::path& other) {
+  std::error_code error;
+  return fs::equivalent(one, other, error) || Whole(one) == Whole(other);
 }
 
 bool IsFrameName(const fs::path& name) {
@@ -43,23 +43,62 @@ bool IsFrameName(const fs::path& name) {
          (text.starts_with("frame-") && (text.ends_with(".png") || text.ends_with(".vtu")));
 }
 
-/// Only --save may replace the model, and no output another.
-void RefuseDoubleNames(const BatchOptions& options) {
-  std::vector<fs::path> named = {Whole(options.model)};
+/// What is in use already, and how messages call it.
+struct InUse {
+  fs::path path;
+  std::string name;
+};
+
+/// The model, and the files that the standard streams lead to.
+std::vector<InUse> InUseBefore(const BatchOptions& options) {
+  std::vector<InUse> inUse = {
+      {options.model == "-" ? StreamPath(stdin) : options.model, "the model"}};
+  std::error_code error;
+  const auto add = [&](std::FILE* stream, const char* name) {
+    const fs::path path = StreamPath(stream);
+    if (fs::is_regular_file(path, error)) inUse.push_back({path, name});
+  };
+  if (!options.quiet || WritesToStandardOutput(options.outputs)) add(stdout, "standard output");
+  add(stderr, "standard error");
+  return inUse;
+}
+
+[[noreturn]] void Refuse(const fs::path& path, const std::string& why) {
+  throw Failure{kExitUsageOrFile, path.string() + ": " + why};
+}
+
+/// Only --save may replace the model, and no output another. A device such as /dev/null takes any
+/// number of them.
+void RefuseOutputsThatAreOne(const BatchOptions& options) {
+  std::vector<InUse> inUse = InUseBefore(options);
   const fs::path& frames = options.outputs[Output::kFrames];
+  bool streamTaken = false;
   ForEachFile(options.outputs, [&](const OutputRow& row, const fs::path& file) {
-    const fs::path name = file == "-" ? file : Whole(file);
-    const bool inPlace = row.output == Output::kSave && name == named.front();
-    const bool taken = std::ranges::find(named, name) != named.end();
-    if (taken && !inPlace && !IsStream(file)) {
-      throw Failure{kExitUsageOrFile, file == "-" ? "only one output can go to standard output"
-                                                  : file.string() + ": two files of one name"};
+    if (file == "-") {
+      if (streamTaken) throw Failure{kExitUsageOrFile, "only one output can go to standard output"};
+      streamTaken = true;
+      return;
     }
+    std::error_code error;
+    const bool shared = fs::is_character_file(fs::status(file, error));
+    for (const InUse& other : inUse) {
+      const bool inPlace =
+          row.output == Output::kSave && &other == &inUse.front() && !IsStream(file);
+      if (!shared && !inPlace && LeadToOneFile(file, other.path)) {
+        Refuse(file, fmt::format("{} names the same file as {}", row.option, other.name));
+      }
+    }
+    const fs::path name = Whole(file);
     if (!frames.empty() && name.parent_path() == Whole(frames) && IsFrameName(name.filename())) {
-      throw Failure{kExitUsageOrFile, file.string() + ": this is the name of a frame"};
+      Refuse(file, "this is the name of a frame");
     }
-    named.push_back(name);
+    inUse.push_back({file, row.option});
   });
+}
+
+/// Two runs that write their steps to one place would mix them.
+void ClaimOrRefuse(const fs::path& path, bool isFolder) {
+  if (!Claim(path, isFolder)) Refuse(path, "another run is writing to it");
 }
 
 /// Frames of another, longer run would become the end of this one's film.
@@ -67,13 +106,15 @@ void PrepareFrames(const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);
   if (!fs::is_directory(folder, error)) {
-    throw Failure{kExitUsageOrFile, folder.string() + ": the folder cannot be made"};
+    Refuse(folder,
+           "the folder cannot be made: " +
+               (error ? error : std::make_error_code(std::errc::not_a_directory)).message());
   }
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+  ClaimOrRefuse(folder, true);
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     if (!IsFrameName(entry.path().filename())) continue;
-    throw Failure{kExitUsageOrFile,
-                  fmt::format("{}: the folder holds frames already, such as {}; take a new one",
-                              folder.string(), entry.path().filename().string())};
+    Refuse(folder, fmt::format("the folder holds frames already, such as {}; take a new one",
+                               entry.path().filename().string()));
   }
   TryReplaceFile(FramePath(folder, 0, ".png"));
 }
@@ -88,12 +129,33 @@ bool WritesToStandardOutput(const OutputPaths& paths) {
   return writes;
 }
 
-void TryOutputs(const BatchOptions& options) {
-  RefuseDoubleNames(options);
+bool IsStream(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  return fs::is_fifo(status) || fs::is_character_file(status) || fs::is_socket(status);
+}
+
+FreshFiles::~FreshFiles() {
+  std::error_code error;
+  for (const fs::path& file : files_) {
+    if (fs::file_size(file, error) == 0) fs::remove(file, error);
+  }
+}
+
+void TryOutputs(const BatchOptions& options, FreshFiles& fresh) {
+  EndRunOnError("outputs", [&] { RefuseOutputsThatAreOne(options); });
   const fs::path& frames = options.outputs[Output::kFrames];
-  if (!frames.empty()) Named(frames.string(), [&] { PrepareFrames(frames); });
-  ForEachFile(options.outputs, [](const OutputRow&, const fs::path& file) {
-    if (file != "-" && !IsStream(file)) Named(file.string(), [&] { TryReplaceFile(file); });
+  if (!frames.empty()) EndRunOnError(frames.string(), [&] { PrepareFrames(frames); });
+  ForEachFile(options.outputs, [&](const OutputRow& row, const fs::path& file) {
+    if (file == "-" || IsStream(file)) return;
+    EndRunOnError(file.string(), [&] {
+      TryReplaceFile(file);
+      if (!row.perStep) return;
+      const fs::path target = Whole(file);
+      const bool isNew = !fs::exists(target);
+      ClaimOrRefuse(target, false);
+      if (isNew) fresh.Add(target);
+    });
   });
 }
 
@@ -113,16 +175,21 @@ void WriteOutput(const fs::path& path, std::string_view content) {
 
 Stream OpenStream(const fs::path& path) {
   if (path == "-") return {stdout, [](std::FILE*) { return 0; }};
-  Stream stream(OpenFile(path, "wb"), std::fclose);
+  Stream stream(IsStream(path) ? OpenToWrite(path) : OpenFile(path, "wb"), std::fclose);
+  if (!stream && errno == EINTR) throw Interrupted("interrupted, nobody reads it");
   if (!stream) throw FileWriteError(std::generic_category().message(errno));
   return stream;
 }
 
 void WriteNow(std::FILE* stream, std::string_view content) {
-  const std::size_t written = std::fwrite(content.data(), 1, content.size(), stream);
-  if (written != content.size() || std::fflush(stream) != 0) {
-    throw FileWriteError(std::string("it cannot be written to: ") +
-                         std::generic_category().message(errno));
+  for (std::size_t at = 0; at < content.size(); at += kBytesAtOnce) {
+    if (!WaitToWrite(stream)) throw Interrupted("interrupted, nobody reads it");
+    const std::string_view piece = content.substr(at, kBytesAtOnce);
+    if (std::fwrite(piece.data(), 1, piece.size(), stream) != piece.size() ||
+        std::fflush(stream) != 0) {
+      throw FileWriteError(std::string("it cannot be written to: ") +
+                           std::generic_category().message(errno));
+    }
   }
 }
 

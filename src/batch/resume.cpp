@@ -35,6 +35,7 @@ std::vector<std::string_view> FieldsOf(std::string_view line) {
 class TableReader {
  public:
   TableReader(const Model& model, std::string_view text) : model_(model), text_(text) {
+    if (text_.starts_with("\xEF\xBB\xBF")) text_.remove_prefix(3);  // a byte order mark
     const std::vector<std::string_view> names = FieldsOf(NextLine());
     for (std::size_t at = 0; at < names.size(); ++at) columns_.emplace(names[at], at);
     for (const char* name : {"row", "column", "state", "potential", "step"}) {

@@ -3,12 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 
 #include "batch/course_table.h"
 #include "batch/failure.h"
 #include "batch/frames.h"
+#include "batch/messages.h"
 #include "batch/model_check.h"
 #include "batch/model_input.h"
 #include "batch/outputs.h"
@@ -32,6 +32,11 @@ int PlannedSteps(const BatchOptions& options) {
   return options.steps.value_or(0);
 }
 
+void TellRemarks(const BatchOptions& options) {
+  if (options.quiet) return;
+  for (const std::string& remark : options.remarks) Complain(remark);
+}
+
 class BatchRun {
  public:
   BatchRun(const BatchOptions& options, const volatile std::sig_atomic_t& signal)
@@ -46,8 +51,13 @@ class BatchRun {
   }
 
   int Run() {
-    TryOutputs(options_);
+    summary_.remarks = options_.remarks;
+    TellRemarks(options_);
+    TryOutputs(options_, fresh_);
     Open();
+    ApplyOptions();
+    TryOutline();
+    TryPicture();
     try {
       Analyse();
       if (options_.volumeFraction) {
@@ -55,6 +65,7 @@ class BatchRun {
       } else {
         Steps();
       }
+      if (options_.dropLoose) DropLoose();
     } catch (const Failure& failure) {
       GiveUp(failure);
       return summary_.exitStatus;
@@ -65,18 +76,21 @@ class BatchRun {
 
  private:
   void Open() {
-    Named(options_.model.string(), [&] {
+    EndRunOnError(options_.model.string(), [&] {
       ModelInput input = ModelFromText(InputText(options_.model));
       Doubt(CheckModel(input.model, input.notes));
       model_ = std::move(input.model);
       model_.ModelFilePath = options_.model.string();
     });
-    TryOutline();
+  }
+
+  void ApplyOptions() {
     if (options_.stressTarget) model_.StressTarget = *options_.stressTarget;
     if (options_.epsilon) model_.Epsilon = *options_.epsilon;
     if (options_.lambda) model_.Lambda = *options_.lambda;
     if (!options_.resume.empty()) {
-      Named(options_.resume.string(), [&] { ResumeFrom(model_, InputText(options_.resume)); });
+      EndRunOnError(options_.resume.string(),
+                    [&] { ResumeFrom(model_, InputText(options_.resume)); });
     }
     if (options_.volumeFraction) PrepareSearch();
     if (options_.untilSteady) CheckPace();
@@ -107,17 +121,27 @@ class BatchRun {
     Complain(text);
   }
 
-  /// Fails at once for a model that has no outline at all, and not after the whole run.
+  /// Fails now, not after the whole run, where the model has no outline.
   void TryOutline() {
     const std::filesystem::path& outline = options_.outputs[Output::kOutline];
     if (outline.empty()) return;
-    Named(outline.string(),
-          [&] { OutlineText(options_.outlineFormat, TraceShape(model_), model_.Thickness); });
+    EndRunOnError(outline.string(), [&] {
+      OutlineText(options_.outlineFormat, TraceShape(model_), model_.Thickness);
+    });
+  }
+
+  /// Likewise where the picture is too large, or its view cannot be drawn.
+  void TryPicture() {
+    if (!options_.outputs.Wants(Output::kImage)) return;
+    PictureOptions picture = options_.picture;
+    picture.kind = PictureKind::kModel;
+    EndRunOnError(options_.outputs[Output::kImage].string(),
+                  [&] { (void)RenderPicture(model_, picture); });
   }
 
   void Analyse() {
     const bool resumes = !options_.resume.empty();
-    Named("stress analysis", [&] {
+    EndRunOnError("stress analysis", [&] {
       MarkActiveNodes(model_);
       if (resumes) {
         course_.Resume();
@@ -136,9 +160,9 @@ class BatchRun {
   }
 
   void Step() {
-    Named(fmt::format("optimization step {} (numbered {} in the history)",
-                      course_.Figures().steps + 1, model_.StepCount),
-          [&] { course_.Step(); });
+    EndRunOnError(fmt::format("optimization step {} (numbered {} in the history)",
+                              course_.Figures().steps + 1, model_.StepCount),
+                  [&] { course_.Step(); });
   }
 
   bool GoesOn() const { return signal_ == 0; }
@@ -151,9 +175,8 @@ class BatchRun {
     if (!options_.untilSteady || !GoesOn()) return;
     const int steps = course_.Figures().steps;
     summary_.rest = course_.Rest();
-    wishReached_ = summary_.rest.has_value();
-    if (!wishReached_) {
-      Note(fmt::format("not at rest after {} steps", steps));
+    if (!summary_.rest) {
+      NoteWish(false, fmt::format("not at rest after {} steps", steps));
     } else if (const auto [cycle, repeated] = *summary_.rest; cycle == 1) {
       Note(fmt::format("at rest from step {} on", steps - repeated));
     } else {
@@ -165,29 +188,29 @@ class BatchRun {
   /// Searches on copies. The way that wins is done once more where something is recorded of every
   /// step; the result is the same. After a signal the best layout so far is taken, unrecorded.
   void SearchForVolume() {
-    wishReached_ = false;
     if (!course_.Figures().lastSolve.converged) {
-      Note("no search: the analysis of the whole plate did not converge");
+      NoteWish(false, "no search: the analysis of the whole plate did not converge");
       return;
     }
     if (NonDesignVolume() > (*options_.volumeFraction + kVolumeTolerance) * summary_.startVolume) {
-      Note(fmt::format("volume fraction {} not reached: the non-design cells alone take {:.4f}",
-                       GeneralText(*options_.volumeFraction),
-                       NonDesignVolume() / summary_.startVolume));
+      NoteWish(false, fmt::format("volume fraction {} not reached: the non-design cells alone take "
+                                  "{:.4f}",
+                                  GeneralText(*options_.volumeFraction),
+                                  NonDesignVolume() / summary_.startVolume));
       return;
     }
-    Named("search", [&] {
+    EndRunOnError("search", [&] {
       summary_.search =
           RunSearch(options_, model_, summary_.startVolume, progress_, [this] { return GoesOn(); });
     });
     const Attempt& best = summary_.search->Best();
-    wishReached_ = best.reached;
     if (best.reached && best.worstLoss > 1.25) {
       Note(fmt::format("at one stage compliance times volume rose by {:.0f} %: look at the shape",
                        100 * (best.worstLoss - 1)));
     }
     if (GoesOn()) {
-      Note(SearchNote(*summary_.search, *options_.volumeFraction, summary_.startVolume));
+      NoteWish(best.reached,
+               SearchNote(*summary_.search, *options_.volumeFraction, summary_.startVolume));
     }
     summary_.stages = best.stages;
     if (RecordsSteps(options_.outputs) && GoesOn()) {
@@ -206,73 +229,90 @@ class BatchRun {
     model_.StressTarget = stage.stressTarget;
     model_.Epsilon = stage.epsilon;
     model_.Lambda = stage.lambda;
-    Named("stress analysis", [&] { course_.Analyse(); });
+    EndRunOnError("stress analysis", [&] { course_.Analyse(); });
     for (int step = 0; step < stage.steps; ++step) Step();
   }
 
   void Note(const std::string& note) { summary_.notes.push_back(note); }
 
+  /// Notes what became of the wish; where it was not reached, --quiet does not hide it.
+  void NoteWish(bool reached, const std::string& note) {
+    wishReached_ = reached;
+    Note(note);
+    if (!reached && options_.quiet) Complain(note);
+  }
+
   /// Tells what ended the run early. After a failed step the files of the end are written from the
-  /// layout that stood before it.
+  /// layout that stood before it; where not even that can be analysed again, the model alone.
   void GiveUp(const Failure& failure) {
-    std::vector<std::string> faults;
-    std::string ending;
+    std::vector<Failure> faults;
+    summary_.error = failure.message;
     if (course_.Figures().solves > 0) {
+      bool analysed = true;
       try {
-        Named("the last layout", [&] { course_.AnalyseAgain(); });
-        ending = fmt::format("; the files hold the layout after step {}", course_.Figures().steps);
+        EndRunOnError("the last layout", [&] { course_.AnalyseAgain(); });
       } catch (const Failure&) {
+        analysed = false;
       }
+      summary_.error +=
+          fmt::format("; {} the layout after step {}",
+                      analysed ? "the files hold" : "only --save holds", course_.Figures().steps);
+      WriteFinalFiles(faults, !analysed);
     }
-    summary_.error = failure.message + ending;
     Complain(summary_.error);
-    if (!ending.empty()) WriteFinalFiles(faults);
     CloseAll(faults);
-    for (const std::string& fault : faults) Complain(fault);
-    Judge(!faults.empty());
+    ComplainOf(faults);
+    Judge(faults);
     summary_.exitStatus = failure.exitStatus;
-    WriteJson();
+    faults.clear();
+    WriteJson(faults);
+    ComplainOf(faults);
   }
 
   void Finish() {
-    if (options_.dropLoose) DropLoose();
-    std::vector<std::string> faults;
-    WriteFinalFiles(faults);
+    std::vector<Failure> faults;
+    WriteFinalFiles(faults, false);
     CloseAll(faults);
-    for (const std::string& fault : faults) Complain(fault);
-    Judge(!faults.empty());
-    WriteJson();
-    PrintSummary();
+    ComplainOf(faults);
+    Judge(faults);
+    // The exit status is settled by now: only these two can still change it.
+    std::vector<Failure> last;
+    WriteJson(last);
+    PrintSummary(last);
+    ComplainOf(last);
+    if (!last.empty()) summary_.exitStatus = last.front().exitStatus;
   }
 
   void DropLoose() {
     const int dropped = DropLoosePieces(model_);
     if (dropped == 0) return;
-    Named("the plate without its loose pieces", [&] { course_.AnalyseAgain(); });
+    EndRunOnError("the plate without its loose pieces", [&] { course_.AnalyseAgain(); });
     Note(fmt::format("{} loose {} left out", dropped, dropped == 1 ? "piece was" : "pieces were"));
   }
 
   /// Writes every wanted file of the final model; one that fails does not keep the others from
   /// being written.
-  void WriteFinalFiles(std::vector<std::string>& faults) {
+  void WriteFinalFiles(std::vector<Failure>& faults, bool modelOnly) {
     summary_.figures = course_.Figures();
     for (const OutputRow& row : OutputTable()) {
       const std::filesystem::path& path = options_.outputs[row.output];
       if (path.empty() || row.content == nullptr) continue;
-      Tried(faults, path.string(),
-            [&] { WriteOutput(path, row.content(options_, model_, summary_)); });
+      if (modelOnly && row.output != Output::kSave) continue;
+      CollectError(faults, path.string(),
+                   [&] { WriteOutput(path, row.content(options_, model_, summary_)); });
     }
   }
 
   /// Completes what was written during the run.
-  void CloseAll(std::vector<std::string>& faults) {
+  void CloseAll(std::vector<Failure>& faults) {
     progress_.Clear();
-    Tried(faults, options_.outputs[Output::kHistory].string(), [&] { history_.Close(model_); });
+    CollectError(faults, options_.outputs[Output::kHistory].string(),
+                 [&] { history_.Close(model_); });
     table_.Finish(faults);
     frames_.Finish(faults);
   }
 
-  void Judge(bool fileFailed) {
+  void Judge(const std::vector<Failure>& faults) {
     const CourseFigures& figures = summary_.figures = course_.Figures();
     if (figures.unconvergedSolves > 0) {
       Note(fmt::format("the solver did not converge in {} of {} solves, first {}",
@@ -294,6 +334,8 @@ class BatchRun {
                                "ratio is not between -1 and 0.5"
                              : "is not held, or has come apart"));
     }
+    const bool fileFailed = std::ranges::any_of(
+        faults, [](const Failure& fault) { return fault.exitStatus < kExitSignal; });
     summary_.exitStatus = fileFailed                     ? kExitUsageOrFile
                           : signal_ != 0                 ? kExitSignal + signal_
                           : !figures.lastSolve.converged ? kExitNotConverged
@@ -301,34 +343,26 @@ class BatchRun {
                                                          : kExitDone;
   }
 
-  void WriteJson() {
+  void WriteJson(std::vector<Failure>& faults) {
     const std::filesystem::path& json = options_.outputs[Output::kJson];
     if (json.empty()) return;
-    Late(json.string(),
-         [&] { WriteOutput(json, SummaryJson(options_.model.string(), model_, summary_)); });
+    CollectError(faults, json.string(), [&] {
+      WriteOutput(json, SummaryJson(options_.model.string(), model_, summary_));
+    });
   }
 
-  void PrintSummary() {
+  void PrintSummary(std::vector<Failure>& faults) {
     if (options_.quiet) return;
     const bool taken = WritesToStandardOutput(options_.outputs);
-    Late(taken ? "standard error" : "standard output",
-         [&] { WriteNow(taken ? stderr : stdout, SummaryText(model_, summary_)); });
+    CollectError(faults, taken ? "standard error" : "standard output",
+                 [&] { WriteNow(taken ? stderr : stdout, SummaryText(model_, summary_)); });
   }
 
-  /// Writes something after everything else was judged.
-  void Late(const std::string& name, const std::function<void()>& write) {
-    std::vector<std::string> faults;
-    Tried(faults, name, write);
-    for (const std::string& fault : faults) {
-      Complain(fault);
-      summary_.exitStatus = kExitUsageOrFile;
-    }
+  static void ComplainOf(const std::vector<Failure>& faults) {
+    for (const Failure& fault : faults) Complain(fault.message);
   }
 
-  static void Complain(const std::string& message) {
-    std::fputs(("quillane-batch: " + message + "\n").c_str(), stderr);
-  }
-
+  FreshFiles fresh_;
   const BatchOptions& options_;
   const volatile std::sig_atomic_t& signal_;
   Model model_;
@@ -343,8 +377,9 @@ class BatchRun {
 
 /// --check: a line a finding.
 int RunCheck(const BatchOptions& options) {
+  TellRemarks(options);
   std::vector<Finding> findings;
-  Named(options.model.string(), [&] {
+  EndRunOnError(options.model.string(), [&] {
     const std::string text = InputText(options.model);
     try {
       const auto [model, notes] = ModelFromText(text);
@@ -355,10 +390,11 @@ int RunCheck(const BatchOptions& options) {
   });
   std::string text;
   for (const Finding& finding : findings) {
-    text += fmt::format("{}: {}\n", options.model.string(), FindingText(finding));
+    text += fmt::format("{}: {}\n", Printable(options.model.string()), FindingText(finding));
   }
-  if (findings.empty() && !options.quiet) text = options.model.string() + ": nothing looks wrong\n";
-  Named("standard output", [&] { WriteNow(stdout, text); });
+  if (findings.empty() && !options.quiet)
+    text = Printable(options.model.string()) + ": nothing looks wrong\n";
+  EndRunOnError("standard output", [&] { WriteNow(stdout, text); });
   return findings.empty() ? kExitDone : kExitFindings;
 }
 
@@ -368,7 +404,7 @@ int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& sign
   try {
     return options.check ? RunCheck(options) : BatchRun(options, signal).Run();
   } catch (const Failure& failure) {
-    std::fputs(("quillane-batch: " + failure.message + "\n").c_str(), stderr);
+    Complain(failure.message);
     return failure.exitStatus;
   }
 }

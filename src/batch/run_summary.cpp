@@ -5,8 +5,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QUtf8StringView>
 #include <iterator>
 
+#include "batch/messages.h"
 #include "batch/search_run.h"
 #include "fem/stress.h"
 #include "model/number_text.h"
@@ -28,6 +30,15 @@ QJsonArray StageArray(const RunSummary& summary) {
                               {"compliance", compliance}});
   }
   return stages;
+}
+
+QString Text(const std::string& text) { return QString::fromStdString(Printable(text)); }
+
+/// The model's name. Where it is not UTF-8 it is percent-encoded, and a member says so.
+QJsonObject ModelObject(const std::string& name) {
+  if (QUtf8StringView(name).isValidUtf8()) return {{"model", QString::fromStdString(name)}};
+  const QByteArray encoded = QByteArray::fromStdString(name).toPercentEncoding("/ ");
+  return {{"model", QString::fromLatin1(encoded)}, {"modelEncoding", "percent"}};
 }
 
 QJsonArray CircleArray(const std::vector<Circle>& circles) {
@@ -116,8 +127,8 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
 
 std::string SummaryJson(const std::string& modelName, const Model& model,
                         const RunSummary& summary) {
-  QJsonObject object{
-      {"model", QString::fromStdString(modelName)},
+  QJsonObject object = ModelObject(modelName);
+  const QJsonObject values{
       {"version", QUILLANE_VERSION},
       {"exitStatus", summary.exitStatus},
       {"steps", summary.figures.steps},
@@ -147,6 +158,9 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"meanStress", model.AvgStress},
       {"minStress", model.MinStress},
   };
+  for (auto value = values.begin(); value != values.end(); ++value) {
+    object.insert(value.key(), value.value());
+  }
   if (summary.figures.unconvergedSolves > 0)
     object["firstUnconvergedStep"] = summary.figures.firstUnconverged;
   if (summary.rest) {
@@ -155,10 +169,11 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
   }
   if (!summary.stages.empty()) object["stages"] = StageArray(summary);
   if (summary.search) object["attempts"] = AttemptArray(*summary.search);
-  if (!summary.error.empty()) object["error"] = QString::fromStdString(summary.error);
+  if (!summary.error.empty()) object["error"] = Text(summary.error);
   if (summary.outline) object["outline"] = OutlineObject(*summary.outline);
   QJsonArray notes;
-  for (const std::string& note : summary.notes) notes.append(QString::fromStdString(note));
+  for (const std::string& remark : summary.remarks) notes.append(Text(remark));
+  for (const std::string& note : summary.notes) notes.append(Text(note));
   object["notes"] = notes;
   return QJsonDocument(object).toJson().toStdString();
 }

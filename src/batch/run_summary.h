@@ -14,14 +14,15 @@ namespace quillane {
 struct RunSummary {
   CourseFigures figures;
   double startVolume = 0;                 ///< of the first analysis, mm^3
-  bool connected = true;                  ///< every load has a way to supports that hold it
+  bool connected = true;                  ///< every load is connected to adequate supports
   std::optional<Repetition> rest;         ///< where rest was looked for and found
   int pieces = 1;                         ///< separate ones
   std::optional<SearchResult> search;     ///< where a wished volume was searched for
   std::vector<KeptStage> stages;          ///< of the search, as they were done
   std::optional<OutlineFigures> outline;  ///< where one was written
+  std::vector<std::string> remarks;       ///< on the command line, told before the run
   std::vector<std::string> notes;         ///< how it ended, a line each
-  std::string error;                      ///< what ended the run before its end
+  std::string error;                      ///< what ended the run early
   int exitStatus = 0;
 };
 

@@ -35,7 +35,7 @@ class Checkpoints {
   void Write(Output output, const Model& model, std::string (*content)(const Model&)) const {
     const std::filesystem::path& path = outputs_[output];
     if (path.empty() || !IsFile(path)) return;
-    Named(path.string(), [&] { WriteOutput(path, content(model)); });
+    EndRunOnError(path.string(), [&] { WriteOutput(path, content(model)); });
   }
 
   const OutputPaths& outputs_;

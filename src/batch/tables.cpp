@@ -2,12 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <QBuffer>
-#include <QImage>
 #include <iterator>
 
 #include "fem/stress.h"
-#include "model/safe_file.h"
 
 namespace quillane {
 
@@ -34,21 +31,6 @@ std::string NodeTable(const Model& model) {
                    model.NodeDisp(k, 2));
   }
   return text;
-}
-
-std::string PictureFile(const BatchOptions& options, const Model& model, int step,
-                        double startVolume) {
-  PictureOptions picture = options.picture;
-  if (options.label) {
-    picture.label = fmt::format("step {}   volume {:.1f} %", step,
-                                startVolume > 0 ? 100 * model.Volume / startVolume : 0);
-  }
-  const QImage image = RenderPicture(model, picture);
-  QBuffer png;
-  if (image.isNull() || !image.save(&png, "PNG")) {
-    throw FileWriteError("the picture cannot be made");
-  }
-  return png.data().toStdString();
 }
 
 }  // namespace quillane

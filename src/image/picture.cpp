@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "display/canvas_drawing.h"
 #include "display/canvas_layout.h"
@@ -30,13 +31,31 @@ void DrawKind(ImageArea& canvas, ImageArea& legend, const Model& model,
   }
 }
 
-/// Draws it into the upper left corner, a thirtieth of the canvas high.
-void DrawLabel(ImageArea& canvas, const std::string& label) {
-  constexpr double kHeight = 1.0 / 30;
+/// In the upper left corner, a thirtieth of the canvas high, or as much as can be read.
+void DrawLabel(ImageArea& canvas, const std::string& label, int canvasHeight) {
+  const double height = std::max(1.0 / 30, 14.0 / canvasHeight);
   canvas.SetScale({0, 1, 1, 0});
   canvas.SetColor(kBlue);
-  canvas.SetTextSize(0.9, kHeight, label);
-  canvas.DrawText(0.02, 1 - kHeight / 2, label);
+  canvas.SetTextSize(0.9, height, label);
+  canvas.DrawText(0.02, 1 - height / 2, label);
+}
+
+/// The default size, or the part of it that a fitted domain and its legend need; even numbers,
+/// which many players of films want.
+PictureSize SizeFor(const Model& model, const PictureOptions& options) {
+  constexpr PictureSize kWhole;
+  constexpr int kLeast = 240;          // a legend lower than this cannot be read
+  constexpr double kNarrowest = 0.25;  // of the height, for the canvas
+  const double width = std::fabs(double{model.DomainX2} - double{model.DomainX1});
+  const double height = std::fabs(double{model.DomainY2} - double{model.DomainY1});
+  if (!options.fitDomain || !(width > 0) || !(height > 0)) return kWhole;
+  const CanvasLayout whole = LayOutPicture(kWhole.width, kWhole.height);
+  const double legend = 1.0 * whole.colorBarWidth / whole.canvasHeight;
+  const auto even = [](double length) { return 2 * static_cast<int>(std::ceil(length / 2)); };
+  const double needed = std::min(1.0 * kWhole.height, kWhole.width / (width / height + legend));
+  const int picked = std::max(kLeast, even(needed));
+  const double across = std::max(width / height, kNarrowest) * picked + legend * picked;
+  return {std::min(kWhole.width, even(across)), picked};
 }
 
 /// Copies pixel by pixel, whatever the device pixel ratio.
@@ -53,8 +72,9 @@ QImage SideBySide(QImage left, QImage right) {
 }  // namespace
 
 QImage RenderPicture(const Model& model, const PictureOptions& options) {
-  const CanvasLayout layout = LayOutPicture(options.width, options.height);
-  const double growth = std::max(1.0, std::min(options.width / 1200.0, options.height / 800.0));
+  const auto [width, height] = options.size ? *options.size : SizeFor(model, options);
+  const CanvasLayout layout = LayOutPicture(width, height);
+  const double growth = std::max(1.0, std::min(width / 1200.0, height / 800.0));
   ImageArea canvas;
   ImageArea legend;
   legend.SetBackground(kWhite);
@@ -65,7 +85,7 @@ QImage RenderPicture(const Model& model, const PictureOptions& options) {
   if (options.fitDomain) FrameDomain(shown, layout.canvasWidth, layout.canvasHeight);
   FitView(shown, layout.canvasWidth, layout.canvasHeight);
   DrawKind(canvas, legend, shown, options);
-  if (!options.label.empty()) DrawLabel(canvas, options.label);
+  if (!options.label.empty()) DrawLabel(canvas, options.label, layout.canvasHeight);
   return SideBySide(canvas.Image(), legend.Image());
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <optional>
 #include <string>
 
 #include "display/drawing_style.h"
@@ -11,10 +12,14 @@ namespace quillane {
 
 enum class PictureKind { kModel, kStress, kPotential };
 
+struct PictureSize {
+  int width = 1200, height = 800;  ///< pixels
+};
+
 struct PictureOptions {
   PictureKind kind = PictureKind::kStress;
-  int width = 1200, height = 800;  ///< pixels
-  bool fitDomain = false;          ///< frame the design domain instead of the model's view
+  std::optional<PictureSize> size;  ///< without it, the default or what fitDomain needs of it
+  bool fitDomain = false;           ///< frame the design domain instead of the model's view
   DrawingStyle style;
   std::string label;  ///< a line in the upper left corner
 };

@@ -33,20 +33,10 @@ File CreateNeighbour(const fs::path& target, fs::path& fresh) {
 void WriteWhole(File file, std::string_view content) {
   const std::size_t written = std::fwrite(content.data(), 1, content.size(), file.get());
   const bool synced = written == content.size() && SyncToDisk(file.get());
-  if (std::fclose(file.release()) != 0 || !synced) {
-    throw FileWriteError("the file could not be written to its end");
+  if (!synced) throw FileWriteError("the file could not be written: " + SystemReason());
+  if (std::fclose(file.release()) != 0) {
+    throw FileWriteError("the file could not be written: " + SystemReason());
   }
-}
-
-/// The file that a path means: where it names a link, what the link leads to.
-fs::path LinkTarget(fs::path path) {
-  std::error_code error;
-  for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(path, error)); ++links) {
-    const fs::path next = fs::read_symlink(path, error);
-    if (error) throw FileWriteError("the link cannot be followed: " + error.message());
-    path = next.is_absolute() ? next : path.parent_path() / next;
-  }
-  return path;
 }
 
 /// Throws unless a new file may take the place of what stands at target, if anything does.
@@ -67,6 +57,16 @@ void CheckTarget(const fs::path& target, fs::file_status old) {
 }
 
 }  // namespace
+
+fs::path LinkTarget(fs::path path) {
+  std::error_code error;
+  for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) throw FileWriteError("the link cannot be followed: " + error.message());
+    path = next.is_absolute() ? next : path.parent_path() / next;
+  }
+  return path;
+}
 
 void ReplaceFile(const fs::path& path, std::string_view content) {
   std::error_code error;

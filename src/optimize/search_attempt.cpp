@@ -69,6 +69,7 @@ class Search {
         std::ceil((goal.share - kVolumeTolerance) * goal.fullVolume / cellVolume_ - 1e-6));
     heaviest_ = static_cast<int>(
         std::floor((goal.share + kVolumeTolerance) * goal.fullVolume / cellVolume_ + 1e-6));
+    attempt_.end = cells_ < lightest_ ? SearchEnd::kTooLight : SearchEnd::kNothingLeft;
     moves_ = AllowedBy(way, kMoves);
     repairs_ = AllowedBy(way, kRepairs);
     if (moves_.empty()) moves_ = {{{way.epsilon}, {way.epsilon}}};
@@ -88,7 +89,8 @@ class Search {
         pace = attempt_.way.pace;
       }
     }
-    attempt_.reached = cells_ <= heaviest_ && cells_ >= lightest_ && !attempt_.stages.empty();
+    const bool lighter = cells_ * cellVolume_ < goal_.fullVolume - 0.5 * cellVolume_;
+    attempt_.reached = cells_ <= heaviest_ && cells_ >= lightest_ && lighter;
     if (attempt_.reached) {
       attempt_.end = SearchEnd::kReached;
       Polish();

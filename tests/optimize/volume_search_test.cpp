@@ -157,6 +157,21 @@ TEST(VolumeSearch, StopsWithTheLastLayoutThatWasKept) {
   EXPECT_TRUE(SameLayout(ByHand(start, result.Best().stages), result.Best().model));
 }
 
+TEST(VolumeSearch, TakesAPlateAtTheWishAsReachedAndALighterOneAsTooLight) {
+  const Model start = Cantilever(10, 20);
+  const SearchResult first = Found(start, 0.5);
+  SearchOptions options;
+  options.fullVolume = start.Volume;
+  options.share = 0.5;
+  const SearchResult again = SearchVolume(first.Best().model, options, {});
+  EXPECT_TRUE(again.Best().reached);
+  EXPECT_LE(again.Best().compliance, first.Best().compliance);
+  options.share = 0.7;
+  const SearchResult lighter = SearchVolume(first.Best().model, options, {});
+  EXPECT_FALSE(lighter.Best().reached);
+  EXPECT_EQ(lighter.Best().end, SearchEnd::kTooLight);
+}
+
 TEST(Vote, TakesEveryCellThatItsTargetDoesNotFeedAndNoOther) {
   for (const Single lambda : {1.0F, 0.5F, 0.1F}) {
     for (const Integer epsilon : std::initializer_list<Integer>{1, 3, 5, 7, 9}) {

@@ -1,0 +1,215 @@
+// How a run ends when something goes wrong late, when it is asked to end while it waits, and when
+// its outputs meet those of others.
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <vector>
+
+#include "batch/program.h"
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Ending : public Batch {
+ protected:
+  /// Starts the program in the scratch folder; `input` becomes its standard input.
+  pid_t Start(std::vector<std::string> arguments, int input = -1) {
+    const pid_t child = fork();
+    if (child != 0) return child;
+    fs::current_path(folder_.Path());
+    if (input >= 0) dup2(input, STDIN_FILENO);
+    dup2(open("started.txt", O_WRONLY | O_CREAT | O_TRUNC, 0666), STDERR_FILENO);
+    std::vector<char*> pointers = {const_cast<char*>(QUILLANE_BATCH)};
+    for (std::string& argument : arguments) pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    execv(QUILLANE_BATCH, pointers.data());
+    _exit(99);
+  }
+
+  static int StatusOf(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  }
+
+  /// Whether the program has come so far that it catches the signal.
+  static bool Catches(pid_t child, int signal) {
+    const std::string status = ReadFile("/proc/" + std::to_string(child) + "/status");
+    const std::size_t at = status.find("SigCgt:");
+    return at != std::string::npos &&
+           (std::stoull(status.substr(at + 7), nullptr, 16) >> (signal - 1) & 1) != 0;
+  }
+
+  /// Waits until `reached` holds, for a minute at most.
+  template <class Reached>
+  static bool Wait(const Reached& reached) {
+    for (int i = 0; i < 6000 && !reached(); ++i) usleep(10000);
+    return reached();
+  }
+
+  void Link(const char* to, const char* name) { fs::create_symlink(to, folder_ / name); }
+
+  std::string Name(const std::string& name) { return (folder_ / name).string(); }
+};
+
+TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
+  const std::string command =
+      "'" QUILLANE_BATCH "' plate.model --quiet --steps 32767 --save e.model ";
+  const struct {
+    const char* what;
+    std::string command;
+    const char* words;
+  } cases[] = {
+      {"a full file", "(ulimit -f 24; " + command + "--nodes n.csv --history h.tmp)",
+       "the history h.tmp cannot be written: File too large"},
+      {"a folder that has gone",
+       "(" + command +
+           "--nodes n.csv --frames f --size 40x30 & "
+           "while [ ! -e f/frame-00002.png ]; do sleep 0.01; done; mv f g; wait $!)",
+       "the folder does not exist"},
+  };
+  for (const auto& c : cases) {
+    for (const char* name : {"e.model", "n.csv"}) fs::remove(folder_ / name);
+    EXPECT_EQ(Shell(c.command), 2) << c.what << err_;
+    EXPECT_TRUE(Contains(err_, c.words)) << err_;
+    const std::string words = "; the files hold the layout after step ";
+    const std::size_t at = err_.find(words);
+    ASSERT_NE(at, std::string::npos) << err_;
+    const int step = std::stoi(err_.substr(at + words.size()));
+    EXPECT_GE(step, 2);
+    const std::string nodes = ReadFile(folder_ / "n.csv");
+    const std::string model = ReadFile(folder_ / "e.model");
+    ASSERT_EQ(
+        Run("plate.model --quiet --save e.model --nodes n.csv --steps " + std::to_string(step)), 0);
+    EXPECT_EQ(ReadFile(folder_ / "e.model"), model) << c.what;
+    EXPECT_EQ(ReadFile(folder_ / "n.csv"), nodes) << c.what;
+    EXPECT_FALSE(fs::exists(folder_ / "quillane1.part"));
+  }
+}
+
+TEST_F(Ending, ARequestEndsEveryWait) {
+  int pipes[2] = {};
+  ASSERT_EQ(pipe(pipes), 0);
+  fcntl(pipes[1], F_SETFD, FD_CLOEXEC);
+  ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
+  const struct {
+    const char* what;
+    std::vector<std::string> arguments;
+  } cases[] = {
+      {"standard input", {"-", "--quiet"}},
+      {"a model from nobody", {"p", "--quiet"}},
+      {"a table for nobody", {"plate.model", "--quiet", "--course", "p"}},
+      {"a model for nobody", {"plate.model", "--quiet", "--save", "p", "--cells", "c.csv"}},
+  };
+  for (const auto& c : cases) {
+    const pid_t child = Start(c.arguments, pipes[0]);
+    ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); })) << c.what;
+    usleep(100000);
+    kill(child, SIGTERM);
+    EXPECT_EQ(StatusOf(child), 128 + SIGTERM) << c.what;
+    EXPECT_TRUE(Contains(ReadFile(folder_ / "started.txt"), "interrupted")) << c.what;
+  }
+  EXPECT_TRUE(fs::exists(folder_ / "c.csv")) << "the other outputs are written";
+  close(pipes[0]);
+  close(pipes[1]);
+}
+
+TEST_F(Ending, ASecondRequestEndsItAtOnce) {
+  // The table has a reader that never reads, so the run fills the pipe and waits.
+  Model large = test::Cantilever(40, 60);
+  SaveModelFile(large, folder_ / "large.model");
+  ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
+  const int reader = open(Name("p").c_str(), O_RDONLY | O_NONBLOCK);
+  const pid_t child = Start({"large.model", "--quiet", "--cells", "p"});
+  ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); }));
+  kill(child, SIGINT);
+  usleep(200000);
+  kill(child, SIGTERM);
+  EXPECT_EQ(StatusOf(child), -SIGTERM);
+  close(reader);
+}
+
+TEST_F(Ending, OutputsThatAreOneAreRefused) {
+  fs::copy_file(folder_ / "plate.model", folder_ / "a.model");
+  fs::create_hard_link(folder_ / "a.model", folder_ / "b");
+  Link("later.csv", "dangling");
+  ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
+  const std::string before = ReadFile(folder_ / "a.model");
+  const struct {
+    const char* arguments;
+    const char* words;
+  } cases[] = {
+      {"a.model --course b", "b: --course names the same file as the model"},
+      {"- --course b < a.model", "b: --course names the same file as the model"},
+      {"plate.model --cells dangling --nodes later.csv", "names the same file as --cells"},
+      {"plate.model --cells p --nodes p", "p: --nodes names the same file as --cells"},
+      {"plate.model --course /dev/stdout --cells -", "only one output can go to standard output"},
+      {"plate.model --course /dev/fd/1 --cells -", "only one output can go to standard output"},
+      {"plate.model --history /dev/stdout", "--history: cannot go to standard output"},
+      {"plate.model --cells out.txt", "out.txt: --cells names the same file as standard output"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Shell("('" QUILLANE_BATCH "' " + std::string(c.arguments) + ")"), 2) << c.arguments;
+    EXPECT_TRUE(Contains(err_, c.words)) << c.arguments << "\n" << err_;
+  }
+  EXPECT_EQ(ReadFile(folder_ / "a.model"), before);
+  ASSERT_EQ(Run("plate.model --steps 3 --course c.csv --quiet"), 0);
+  ASSERT_EQ(Run("plate.model --steps 3 --course /dev/stdout --quiet"), 0);
+  EXPECT_EQ(out_, ReadFile(folder_ / "c.csv"));
+  EXPECT_EQ(Run("plate.model --cells /dev/null --nodes /dev/null --quiet"), 0) << err_;
+}
+
+TEST_F(Ending, ASecondRunLeavesThePlacesOfTheFirstAlone) {
+  const pid_t first = Start({"plate.model", "--quiet", "--steps", "32767", "--course", "c.csv",
+                             "--history", "h.tmp", "--frames", "f", "--size", "40x30"});
+  ASSERT_TRUE(Wait([this] { return fs::exists(folder_ / "f/frame-00001.png"); }));
+  for (const std::string place : {"--course c.csv", "--history h.tmp", "--frames f"}) {
+    EXPECT_EQ(Run("plate.model --quiet --steps 2 --save s.model " + place), 2) << place;
+    EXPECT_TRUE(Contains(err_, ": another run is writing to it")) << err_;
+  }
+  EXPECT_FALSE(fs::exists(folder_ / "s.model"));
+  kill(first, SIGTERM);
+  EXPECT_EQ(StatusOf(first), 128 + SIGTERM);
+  EXPECT_EQ(Run("plate.model --quiet --course c.csv --history h.tmp"), 0) << err_;
+  EXPECT_EQ(Run("none.model --quiet --course new.csv"), 2);
+  EXPECT_FALSE(fs::exists(folder_ / "new.csv"));
+}
+
+TEST_F(Ending, WhatHasNoEffectOrIsUnusualIsTold) {
+  const struct {
+    const char* arguments;
+    int status;
+    const char* words;
+  } cases[] = {
+      {"plate.model --label --range 0,9", 0, "no effect, neither --image nor --frames is given"},
+      {"plate.model --map model --range 0,9 --image i.png", 0, "--range: no effect"},
+      {"--check plate.model --steps 4", 0, "--steps: no effect, --check only reads the model"},
+      {"plate.model --epsilon 11", 0, "--epsilon 11: outside the potential's scale"},
+      {"plate.model --stress-target -4", 0, "--stress-target -4: not above 0"},
+      {"plate.model --lambda 2", 0, "--lambda 2: not above 0 and up to 1"},
+      {"plate.model --until-steady --steps 2 --quiet", 4, "not at rest after 2 steps"},
+      {"plate.model --range -3e38,3e38", 2, "--range: wants a range of single precision"},
+      {"plate.model --vtu x.vtk", 2, "--vtu: wants .vtu, not x.vtk"},
+      {"'no\033[31m\nne'", 2, "no\\x1b[31m\\x0ane: no such file\n"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Run(c.arguments), c.status) << c.arguments << err_;
+    EXPECT_TRUE(Contains(err_, c.words)) << c.arguments << "\n" << err_;
+  }
+  const std::string odd = "pl\xff te.model";
+  fs::copy_file(folder_ / "plate.model", folder_ / odd);
+  ASSERT_EQ(Run("'" + odd + "' --quiet --json j.json"), 0) << err_;
+  const QJsonObject json =
+      QJsonDocument::fromJson(QByteArray::fromStdString(ReadFile(folder_ / "j.json"))).object();
+  EXPECT_EQ(json["model"].toString(), "pl%FF te.model");
+  EXPECT_EQ(json["modelEncoding"].toString(), "percent");
+}
+
+}  // namespace
+}  // namespace quillane
