@@ -25,7 +25,6 @@ void Frames::Write(const Course& course) {
   write(".png", [&] { return PictureFile(options_, model, step, startVolume_); });
   if (!options_.outputs.Wants(Output::kVtu)) return;
   const std::string field = write(".vtu", [&] { return VtuText(model); });
-  fields_.resize(static_cast<std::size_t>(step));  // a failed step is done again
   fields_.push_back(field);
 }
 

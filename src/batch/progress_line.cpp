@@ -14,7 +14,7 @@ using Seconds = std::chrono::duration<double>;
 
 std::string Bar(int done, int steps) {
   constexpr int kWidth = 20;
-  const int full = steps == 0 ? kWidth : static_cast<int>(1.0 * kWidth * done / steps);
+  const int full = done >= steps ? kWidth : static_cast<int>(1.0 * kWidth * done / steps);
   return "[" + std::string(static_cast<std::size_t>(full), '#') +
          std::string(static_cast<std::size_t>(kWidth - full), '.') + "]";
 }
@@ -34,7 +34,9 @@ ProgressLine::ProgressLine(std::FILE* terminal, bool shown, int steps)
     : terminal_(terminal), shown_(shown && CanRedrawLines(terminal)), steps_(steps) {}
 
 void ProgressLine::Analysed(const Course& course) {
-  if (course.Figures().solves == 1) Show(course.State(), 0);
+  if (course.Figures().solves != 1) return;
+  first_ = course.Figures().steps;
+  Show(course.State(), 0);
 }
 
 void ProgressLine::Show(const Model& model, int done, const std::string& prefix) {

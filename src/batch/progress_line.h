@@ -20,7 +20,9 @@ class ProgressLine : public CourseListener {
   ProgressLine& operator=(const ProgressLine&) = delete;
 
   void Analysed(const Course& course) override;
-  void Stepped(const Course& course) override { Show(course.State(), course.Figures().steps); }
+  void Stepped(const Course& course) override {
+    Show(course.State(), course.Figures().steps - first_);
+  }
 
   /// Shows the state after `done` steps. prefix: what comes before, such as a stage.
   void Show(const Model& model, int done, const std::string& prefix = {});
@@ -33,6 +35,7 @@ class ProgressLine : public CourseListener {
   bool shown_;
   bool lineDrawn_ = false;
   int steps_;
+  int first_ = 0;  ///< steps of the run that this one goes on from
   double startVolume_ = 0;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
   std::chrono::steady_clock::time_point lastDrawn_{};

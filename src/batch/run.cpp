@@ -100,7 +100,8 @@ class BatchRun {
     CheckSearch(options_, model_);
     if (!options_.lambda) model_.Lambda = 1;  // that of the model would be without effect
     if (!options_.keepLoads) return;
-    const int kept = KeepLoadedCells(model_);
+    int kept = 0;
+    EndRunOnError("search", [&] { kept = KeepLoadedCells(model_); });
     if (kept > 0) Note(fmt::format("{} design cells at loads were made non-design cells", kept));
   }
 
@@ -259,6 +260,7 @@ class BatchRun {
                       analysed ? "the files hold" : "only --save holds", course_.Figures().steps);
       WriteFinalFiles(faults, !analysed);
     }
+    progress_.Clear();
     Complain(summary_.error);
     CloseAll(faults);
     ComplainOf(faults);
@@ -312,6 +314,14 @@ class BatchRun {
     frames_.Finish(faults);
   }
 
+  /// What is told of an analysed plate beside its numbers.
+  void JudgePlate() {
+    summary_.connected = LostLoads(model_).empty();
+    summary_.pieces = static_cast<int>(FindPieces(model_).pieces.size());
+    if (summary_.pieces > 1) Note(fmt::format("the plate has {} separate pieces", summary_.pieces));
+    if (!summary_.connected) Note("a load is not connected to adequate supports");
+  }
+
   void Judge(const std::vector<Failure>& faults) {
     const CourseFigures& figures = summary_.figures = course_.Figures();
     if (figures.unconvergedSolves > 0) {
@@ -321,10 +331,7 @@ class BatchRun {
                            ? "in the stress analysis"
                            : fmt::format("at step {}", figures.firstUnconverged)));
     }
-    summary_.connected = LostLoads(model_).empty();
-    summary_.pieces = static_cast<int>(FindPieces(model_).pieces.size());
-    if (summary_.pieces > 1) Note(fmt::format("the plate has {} separate pieces", summary_.pieces));
-    if (!summary_.connected) Note("a load is not connected to adequate supports");
+    if (figures.solves > 0) JudgePlate();
     if (signal_ != 0) Note(fmt::format("interrupted after step {}", figures.steps));
     if (figures.solves > 0 && !figures.lastSolve.converged) {
       Complain(fmt::format(

@@ -67,7 +67,8 @@ void CheckSearch(const BatchOptions& options, const Model& model) {
     refuse(fmt::format("--lambda: --volume-fraction wants a Lambda above 0 and up to 1, not {}",
                        GeneralText(*options.lambda)));
   }
-  if (VoteSteps(*options.lambda, options.epsilon.value_or(5)) > kIntegerMax) {
+  for (const Integer epsilon : options.epsilon ? std::vector{*options.epsilon} : kSearchEpsilons) {
+    if (VoteSteps(*options.lambda, epsilon) <= kIntegerMax) continue;
     refuse(fmt::format("--lambda: {} is too small: a stage would take more than {} steps",
                        GeneralText(*options.lambda), kIntegerMax));
   }

@@ -73,6 +73,9 @@ struct Attempt {
 /// Volumes this far from the wish, as a share of the full volume, still meet it.
 inline constexpr double kVolumeTolerance = 0.02;
 
+/// The Epsilons that a way votes with which is not narrowed to one.
+inline const std::vector<Integer> kSearchEpsilons = {1, 3, 5, 7};
+
 /// Votes that an attempt tries at most.
 inline constexpr int kMostVotes = 400;
 

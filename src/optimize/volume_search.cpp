@@ -5,6 +5,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace quillane {
@@ -49,13 +50,18 @@ void RunSideBySide(std::size_t count, int threads, const std::function<void(std:
         work(at);
       } catch (...) {
         errors[at] = std::current_exception();
+        next = count;  // nothing more is begun
       }
     }
   };
   {
     std::vector<std::jthread> others;
     const std::size_t most = std::min(count, static_cast<std::size_t>(std::max(1, threads)));
-    while (others.size() + 1 < most) others.emplace_back(run);
+    try {
+      while (others.size() + 1 < most) others.emplace_back(run);
+    } catch (const std::system_error&) {
+      // No more threads are to be had: those there are do the work.
+    }
     run();
   }
   for (const std::exception_ptr& error : errors) {
@@ -80,7 +86,13 @@ class Rounds {
       const std::size_t count = std::min(kRound, ways.size() - first);
       std::vector<Attempt> found(count);
       RunSideBySide(count, options_.jobs, [&](std::size_t at) {
-        found[at] = TryWay(analysed_, ways[first + at], Goal(first + at, at == 0));
+        try {
+          found[at] = TryWay(analysed_, ways[first + at], Goal(first + at, at == 0));
+        } catch (...) {
+          const std::scoped_lock lock(mutex_);
+          stopped_ = true;  // for the attempt beside it
+          throw;
+        }
       });
       for (Attempt& attempt : found) Take(std::move(attempt));
     }

@@ -40,11 +40,11 @@ std::vector<Single> StayingStresses(const Model& model, Integer epsilon) {
 }  // namespace
 
 int VoteSteps(Single lambda, Integer epsilon) {
-  const double kept = 1 - double{lambda};
-  if (kept <= 0) return 1;
+  if (lambda >= 1) return 1;
+  const double forgets = std::log1p(-double{lambda});
   const double loses = 2.0 * (VotesToStay(epsilon) - 1), wins = 2.0 * VotesToStay(epsilon);
-  const double out = std::log((epsilon - loses) / (10 - loses)) / std::log(kept);
-  const double in = wins > epsilon ? std::log(1 - epsilon / wins) / std::log(kept) : 0;
+  const double out = std::log((epsilon - loses) / (10 - loses)) / forgets;
+  const double in = wins > epsilon ? std::log(1 - epsilon / wins) / forgets : 0;
   const double steps = std::floor(std::max(out, in) + 1e-6) + 1;
   return steps < std::numeric_limits<int>::max() ? static_cast<int>(steps)
                                                  : std::numeric_limits<int>::max();

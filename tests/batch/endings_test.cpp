@@ -67,12 +67,12 @@ TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
     const char* words;
   } cases[] = {
       {"a full file", "(ulimit -f 24; " + command + "--nodes n.csv --history h.tmp)",
-       "the history h.tmp cannot be written: File too large"},
+       "the history h.tmp cannot be written"},
       {"a folder that has gone",
        "(" + command +
            "--nodes n.csv --frames f --size 40x30 & "
            "while [ ! -e f/frame-00002.png ]; do sleep 0.01; done; mv f g; wait $!)",
-       "the folder does not exist"},
+       "f/frame-0"},
   };
   for (const auto& c : cases) {
     for (const char* name : {"e.model", "n.csv"}) fs::remove(folder_ / name);

@@ -73,6 +73,11 @@ TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
   SaveModelFile(hollow, folder_ / "hollow.model");
   EXPECT_EQ(Run("hollow.model --volume-fraction 0.5"), 2);
   EXPECT_TRUE(Contains(err_, "thickness is not above 0")) << err_;
+  wide.ElementNodes(1, 1) = 5000;
+  SaveModelFile(wide, folder_ / "torn.model");
+  for (const char* way : {"", " --volume-fraction 0.5", " --drop-loose"}) {
+    EXPECT_EQ(Run(std::string("torn.model") + way), 1) << way << err_;
+  }
 }
 
 TEST_F(Study, ARunGoesOnFromATableOfCells) {
@@ -87,6 +92,12 @@ TEST_F(Study, ARunGoesOnFromATableOfCells) {
   ASSERT_EQ(Run(course + "--resume part.csv --steps 18 --history alone"), 0);
   EXPECT_TRUE(ReadFile(folder_ / "alone").starts_with("Iteration, Max, Avg, Min\r\n12,"));
 
+  if (Shell("script -qec true none") == 0) {  // the progress line of a terminal counts on
+    EXPECT_EQ(Shell("TERM=xterm script -qec '" QUILLANE_BATCH " " + course +
+                    "--resume part.csv --steps 6' seen.txt"),
+              0);
+    EXPECT_TRUE(Contains(ReadFile(folder_ / "seen.txt"), "####] step 6/6"));
+  }
   const std::string table = ReadFile(folder_ / "part.csv");
   const struct {
     std::string text;
