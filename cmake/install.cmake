@@ -1,6 +1,14 @@
 # What `cmake --install` puts where, in three components: the window with what a desktop wants to know
 # of it, the command line, and the manual with the examples.
-set(quillane_examples_dir ${CMAKE_INSTALL_DATADIR}/quillane/examples)
+if(WIN32)
+  # A folder to unpack: examples beside the programs. scripts/windows.sh adds libraries and manual.
+  set(CMAKE_INSTALL_BINDIR .)
+  set(quillane_examples_dir examples)
+else()
+  set(quillane_examples_dir ${CMAKE_INSTALL_DATADIR}/quillane/examples)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
+    FILES_MATCHING PATTERN "design.md" EXCLUDE PATTERN "performance.md" EXCLUDE PATTERN "*.md" PATTERN "*.png")
+endif()
 
 install(TARGETS quillane COMPONENT window
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
@@ -8,11 +16,9 @@ install(TARGETS quillane COMPONENT window
 install(TARGETS quillane-batch COMPONENT batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${quillane_examples_dir} COMPONENT doc
   FILES_MATCHING PATTERN "*.model")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc
-  FILES_MATCHING PATTERN "design.md" EXCLUDE PATTERN "performance.md" EXCLUDE PATTERN "*.md" PATTERN "*.png")
 
-# Not yet tried: a window program without a console on Windows, a bundle on macOS, each with the
-# toolkit's libraries beside it.
+# A window program without a console on Windows. Not yet tried: a bundle on macOS with the toolkit's
+# libraries beside it.
 set_target_properties(quillane PROPERTIES
   WIN32_EXECUTABLE ON
   MACOSX_BUNDLE ON
@@ -20,7 +26,12 @@ set_target_properties(quillane PROPERTIES
   MACOSX_BUNDLE_GUI_IDENTIFIER org.quillane.quillane
   MACOSX_BUNDLE_BUNDLE_VERSION ${PROJECT_VERSION}
   MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
-if(WIN32 OR APPLE)
+if(WIN32)
+  include(cmake/windows_program.cmake)
+  quillane_windows_program(quillane "Stress-driven topology optimization of plates")
+  quillane_windows_program(quillane-batch "Stress-driven topology optimization, on the command line")
+endif()
+if(APPLE)
   qt_generate_deploy_app_script(TARGET quillane FILENAME_VARIABLE quillane_deploy_script)
   install(SCRIPT ${quillane_deploy_script} COMPONENT window)
 endif()

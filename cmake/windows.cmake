@@ -13,3 +13,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# On this platform the compiler aligns no stack to the 32 or 64 bytes that it then moves vectors by.
+set(CMAKE_C_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
+set(CMAKE_CXX_FLAGS_INIT -Wa,-muse-unaligned-vector-move)

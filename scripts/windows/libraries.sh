@@ -4,9 +4,9 @@
 # are installed in its libraries/, all else there may go afterwards.
 set -euo pipefail
 root=$1
-toolchain="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/cmake/windows.cmake"
+toolchain="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)/cmake/windows.cmake"
 prefix="$root/libraries"
-mkdir -p "$root/src" "$root/build" "$root/apt/lists/partial" "$prefix/built"
+mkdir -p "$root/src" "$root/build" "$root/apt/lists/partial" "$prefix/built" "$prefix/licences"
 
 # Fetches and unpacks a source package. The list of sources is one of our own, so root is not needed.
 fetch() {
@@ -34,12 +34,15 @@ by_cmake() {
   cmake --install "$root/build/$name" --strip > /dev/null
 }
 
-# Only what the window is made of: it draws into images, so no graphics processor, and text by the
-# interface that every Windows has. The tools that run while it is built are this machine's own.
+# Only what the window is made of: it draws into images, so no graphics processor, text by the interface
+# that every Windows has, and of the widgets few. Tools that run at build time are this machine's own.
 build_qt6-base() {
   local off=(sql network dbus printsupport concurrent xml tabletevent direct2d direct2d1_1 directwrite
              directwrite3 vulkan glib zstd icu gif ico jpeg system_zlib system_png system_freetype
-             system_harfbuzz system_pcre2 system_doubleconversion style_windowsvista)
+             system_harfbuzz system_pcre2 system_doubleconversion style_windowsvista
+             graphicsview graphicseffect calendarwidget colordialog columnview commandlinkbutton
+             datawidgetmapper dial errormessage filedialog fontcombobox fontdialog inputdialog
+             keysequenceedit lcdnumber mdiarea progressdialog scroller splashscreen toolbox undoview wizard)
   local options=("${off[@]/#/-DFEATURE_}")
   by_cmake qt6-base "${options[@]/%/=OFF}" -DINPUT_opengl=no -DQT_QMAKE_TARGET_MKSPEC=win32-g++ \
     -DBUILD_SHARED_LIBS=ON -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DQT_HOST_PATH=/usr \
@@ -67,5 +70,6 @@ for name in fmtlib cli11 highway dxflib googletest qt6-base; do
   echo "Building $name for Windows."
   fetch "$name"
   "build_$name"
-  (cd "$root/src/$name" && echo *.dsc) > "$prefix/built/$name"
+  cp "$root/src/$name"/*/debian/copyright "$prefix/licences/$name.txt"
+  echo "$name $(sed -n 's/^Version: //p' "$root/src/$name"/*.dsc)" > "$prefix/built/$name"
 done

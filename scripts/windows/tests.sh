@@ -1,0 +1,119 @@
+#!/usr/bin/env bash
+# Uses what scripts/windows.sh has packed under wine and compares it with this machine's own build: tests,
+# histories, pictures, one whole job in the window, the end of the session. What was seen stays in
+# build/windows/seen. Usage: scripts/windows/tests.sh zip libraries
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+zip=$(realpath "$1")
+libraries=$(realpath "$2")
+. scripts/lib/virtual_screen.sh
+virtual_screen 1100x800
+seen=$PWD/build/windows/seen
+rm -rf "$seen"
+mkdir "$seen"
+[ -f build/release/build.ninja ] || cmake --preset release > /dev/null
+cmake --build --preset release
+here=build/release/src/batch/quillane-batch
+
+# A machine of its own, without the parts that wine would offer to download.
+export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=' QT_QPA_PLATFORM=windows
+wineboot --init > /dev/null 2>&1
+wineserver --wait
+
+step() { echo "== $*"; }
+
+step 'unpacked'
+place=$scratch/日本語\ のフォルダ
+unzip -q "$zip" -d "$place"
+folder=$(echo "$place"/*)
+(cd "$folder" && find . -type f -not -path './manual/images/*' | sort) | tee "$seen/files"
+for program in quillane quillane-batch; do
+  printf '#!/bin/sh\nexec wine "%s" "$@"\n' "$folder/$program.exe" > "$scratch/$program"
+  chmod +x "$scratch/$program"
+done
+
+# What cannot be tried in this way, as patterns of test names, each with its reason.
+skipped() {
+  case $1 in
+    *) ;;
+  esac
+}
+
+step 'tests of each room'
+export WINEPATH="$libraries/bin;$(echo /usr/lib/gcc/x86_64-w64-mingw32/*-posix);/usr/x86_64-w64-mingw32/lib"
+export QT_PLUGIN_PATH=$libraries/plugins
+failed=()
+for test in build/windows/tests/*_test.exe build/windows/tests/*/*_test.exe; do
+  echo "$(basename "$test" .exe), without:$(skipped "$(basename "$test" _test.exe)" | sed 's/^/ /')"
+  wine "$test" --gtest_brief=1 --gtest_filter="-$(skipped "$(basename "$test" _test.exe)" | cut -d' ' -f1 | paste -sd:)" ||
+    failed+=("$test")
+done
+[ ${#failed[@]} -eq 0 ] || { echo "failed: ${failed[*]}" >&2; exit 1; }
+
+step 'tests of the command line, run here, the program there'
+g++ -std=c++20 -O1 -fPIC -Isrc -Itests -I. -DQUILLANE_BATCH="\"$scratch/quillane-batch\"" \
+  -DQUILLANE_SOURCE_DIR="\"$PWD\"" -isystem /usr/include/x86_64-linux-gnu/qt6 \
+  -isystem /usr/include/x86_64-linux-gnu/qt6/QtCore tests/batch/*_test.cpp \
+  build/release/src/batch/libquillane_batch_core.a build/release/tests/libquillane_test_support.a \
+  build/release/src/*/libquillane_{edit,optimize,fem,model}.a -o "$scratch/batch_test" \
+  -lgtest_main -lgtest -lhwy -lfmt -lQt6Core
+
+step 'histories of the examples, 150 steps, at each instruction set'
+libraries_of() { for room in optimize fem model; do echo "build/$1/src/$room/libquillane_$room.a"; done; }
+sources=(-std=c++20 -O2 -ffp-contract=off -Isrc -I. bench/write_histories.cpp)
+g++ "${sources[@]}" build/release/examples/libquillane_recipes.a $(libraries_of release) -lhwy \
+  -o "$scratch/write_histories"
+x86_64-w64-mingw32-g++-posix "${sources[@]}" -isystem "$libraries/include" \
+  build/windows/examples/libquillane_recipes.a $(libraries_of windows) "$libraries/lib/libhwy.a" \
+  -o "$scratch/write_histories.exe"
+mkdir "$seen"/{histories,histories-here}
+"$scratch/write_histories" "$seen/histories-here"
+(cd "$seen" && wine "$scratch/write_histories.exe" histories each)
+for set in "$seen"/histories/*; do
+  diff -r "$seen/histories-here" "$set"
+  echo "$(basename "$set"): $(ls "$set" | wc -l) histories are the same"
+done
+
+# text_masked A B: how many pixels of two pictures differ outside the text, which is where a picture of
+# other letters differs from the first one.
+different_pixels() {
+  QT_QPA_PLATFORM='' QT_FONT_DPI=60 "$here" "$1" --quiet --map "$2" --image "$scratch/letters.png"
+  convert "$3" "$scratch/letters.png" -compose difference -composite -separate -evaluate-sequence max \
+    -threshold 0 -morphology Dilate Square:6 "$scratch/text.png"
+  convert "$3" "$4" -compose difference -composite -separate -evaluate-sequence max -threshold 0 \
+    \( "$scratch/text.png" -negate \) -compose multiply -composite -format '%[fx:round(mean*w*h)]' info:
+}
+
+step 'pictures, equal but for text'
+mkdir "$seen"/{pictures,pictures-here}
+for model in examples/*.model; do
+  for map in stress potential model; do
+    name=$(basename "$model" .model)-$map.png
+    "$here" "$model" --quiet --map "$map" --image "$seen/pictures-here/$name"
+    "$scratch/quillane-batch" "$model" --quiet --map "$map" --image "$seen/pictures/$name"
+    count=$(different_pixels "$model" "$map" "$seen/pictures-here/$name" "$seen/pictures/$name")
+    echo "$name: $count"
+    [ "$count" = 0 ] || failed+=("$name")
+  done
+done
+
+step 'Ctrl+C in the console'
+cp examples/half-mbb-beam.model "$place/梁.model"
+(sleep 15; printf '\003'; sleep 5) | (cd "$place" && script -qec "wine '$folder/quillane-batch.exe' \
+  梁.model --steps 32767 --history 履歴.tmp --save 終.model --json 結果.json" /dev/null) > "$seen/console" ||
+  echo "ended with $?" | tee -a "$seen/console"
+grep -q 'ended with 130' "$seen/console"
+steps=$(sed -n 's/.*"steps": *\([0-9]*\).*/\1/p' "$place/結果.json")
+"$here" examples/half-mbb-beam.model --steps "$steps" --quiet --history "$scratch/h" --save "$scratch/m"
+cmp "$place/履歴.tmp" "$scratch/h"
+cmp "$place/終.model" "$scratch/m"
+echo "ended after $steps steps, with history and model as here"
+
+step 'a whole job in the window'
+unset WINEPATH QT_PLUGIN_PATH
+scripts/windows/window_job.sh "$scratch/quillane" examples/half-mbb-beam.model "$seen/window"
+steps=$(($(wc -l < "$seen/window/History.tmp") - 2))
+"$here" examples/half-mbb-beam.model --steps "$steps" --quiet --history "$scratch/h" --save "$scratch/m"
+cmp "$seen/window/History.tmp" "$scratch/h"
+cmp "$seen/window/optimized.model" "$scratch/m"
+echo "history and model after $steps steps are those of this machine"
