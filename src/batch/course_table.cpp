@@ -5,22 +5,37 @@
 #include <cerrno>
 #include <system_error>
 
-#include "fem/load_paths.h"
-#include "fem/stress.h"
 #include "model/number_text.h"
 
 namespace quillane {
 namespace {
 
+/// Columns of each load case, where there is more than one: ",name_1" and so on.
+std::string CaseTitles(const Course& course) {
+  std::string text;
+  for (std::size_t k = 1; k <= course.Cases().Results().size(); ++k) {
+    text += fmt::format(",max_stress_{0},compliance_{0}", k);
+  }
+  return text;
+}
+
+std::string CaseFields(const Course& course) {
+  std::string text;
+  for (const LoadCaseResult& result : course.Cases().Results()) {
+    text += fmt::format(",{:.17g},{:.17g}", result.maxStress, result.compliance);
+  }
+  return text;
+}
+
 std::string Line(const Course& course) {
   const Model& model = course.State();
   const CourseFigures& figures = course.Figures();
   const SolveReport& solve = figures.lastSolve;
-  return fmt::format("{},{},{:.17g},{},{:.17g},{:.17g},{:.17g},{},{:.3g},{:d},{:d},{:.17g}\n",
+  return fmt::format("{},{},{:.17g},{},{:.17g},{:.17g},{:.17g},{},{:.3g},{:d},{:d},{:.17g}{}\n",
                      figures.steps, GeneralText(model.StressTarget), model.Volume,
                      figures.cellsChanged, model.MaxStress, model.AvgStress, model.MinStress,
-                     solve.iterations, solve.trueResidual, solve.converged,
-                     LostLoads(model).empty(), Compliance(model));
+                     solve.iterations, solve.trueResidual, solve.converged, course.Connected(),
+                     course.Compliance(), CaseFields(course));
 }
 
 }  // namespace
@@ -30,8 +45,9 @@ void CourseTable::Analysed(const Course& course) {
   begun_ = true;
   EndRunOnError(path_.string(), [&] { stream_ = OpenStream(path_); });
   WriteLine(
-      "step,target,volume,cells_changed,max_stress,mean_stress,min_stress,iterations,"
-      "true_residual,converged,connected,compliance\n");
+      std::string("step,target,volume,cells_changed,max_stress,mean_stress,min_stress,iterations,"
+                  "true_residual,converged,connected,compliance") +
+      CaseTitles(course) + "\n");
   WriteLine(Line(course));
 }
 

@@ -20,4 +20,9 @@ struct ModelInput {
 /// Returns the model of such a text. Throws ModelFileError.
 ModelInput ModelFromText(const std::string& text);
 
+/// Returns the sentence for a difference that LoadCaseFault finds.
+inline std::string NotACase(const std::string& difference) {
+  return "not a load case of this model: " + difference;
+}
+
 }  // namespace quillane

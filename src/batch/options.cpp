@@ -4,10 +4,12 @@
 
 #include <CLI/CLI.hpp>
 #include <QByteArray>
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "batch/console.h"
 #include "batch/failure.h"
@@ -62,7 +64,12 @@ class CommandLine {
     app_.add_option("MODEL", options.model, "model file; - is standard input")
         ->check(NameFault)
         ->required();
-    app_.add_flag("--check", options.check, "only tell what looks wrong in MODEL");
+    app_.add_option("--load-case", options.loadCases,
+                    "model whose supports and loads are one more load case; repeatable")
+        ->check(NameFault)
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    app_.add_flag("--check", options.check, "only tell what looks wrong in MODEL and load cases");
     app_.add_flag("--strict", options.strict, "do not run a MODEL that looks wrong: status 1");
     app_.add_flag("--quiet", options.quiet, "print nothing but errors");
     AddCourse();
@@ -77,6 +84,11 @@ class CommandLine {
   void Parse(int argc, const char* const* argv) {
     app_.parse(argc, argv);
     if (NamesStream(options_.model, stdin)) options_.model = "-";
+    std::vector<std::filesystem::path> inputs = options_.loadCases;
+    inputs.insert(inputs.end(), {options_.model, options_.resume});
+    if (std::ranges::count(inputs, "-") > 1) {
+      throw CLI::ValidationError("--load-case", "only one input can come from standard input");
+    }
     for (const OutputRow& row : OutputTable()) {
       std::filesystem::path& path = options_.outputs[row.output];
       if (NamesStream(path, stdout)) path = "-";
@@ -204,9 +216,9 @@ class CommandLine {
             "let --volume-fraction take cells at loads, too")
         ->group(group_)
         ->needs(fraction);
-    Add("--jobs", "N", "threads of --volume-fraction (default: all cores); the result is the same",
-        options_.jobs, Jobs)
-        ->needs(fraction);
+    Add("--jobs", "N",
+        "threads of a search and of load cases (default: all cores); the result is the same",
+        options_.jobs, Jobs);
     app_.add_option("--resume", options_.resume,
                     "go on from a table that --cells wrote of an earlier run of MODEL")
         ->check(NameFault)

@@ -10,12 +10,14 @@
 #include "export/outline_file.h"
 #include "image/picture.h"
 #include "model/types.h"
+#include "optimize/side_by_side.h"
 
 namespace quillane {
 
 /// What the command line asks for.
 struct BatchOptions {
-  std::filesystem::path model;  ///< "-" for standard input
+  std::filesystem::path model;                   ///< "-" for standard input
+  std::vector<std::filesystem::path> loadCases;  ///< beside the model's own; "-" likewise
   bool check = false;
   bool strict = false;  ///< a model that looks wrong is not run
 
@@ -23,7 +25,7 @@ struct BatchOptions {
   bool untilSteady = false;
   std::optional<double> volumeFraction;
   bool keepLoads = true;               ///< a search leaves the cells at the loads
-  int jobs = 0;                        ///< threads of a search; 0: one a core
+  int jobs = AllCores();               ///< threads
   std::filesystem::path resume;        ///< a table of cells to go on from
   bool dropLoose = false;              ///< leave out pieces that neither carry nor hold anything
   std::optional<Single> stressTarget;  ///< MPa

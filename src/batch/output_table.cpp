@@ -31,6 +31,10 @@ std::string Outline(const BatchOptions& options, const Model& model, RunSummary&
   return std::move(outline.text);
 }
 
+std::string Cells(const BatchOptions&, const Model& model, RunSummary& summary) {
+  return CellTable(model, summary.cases);
+}
+
 /// The content that needs the model alone.
 template <std::string (*Text)(const Model&)>
 std::string Of(const BatchOptions&, const Model& model, RunSummary&) {
@@ -67,7 +71,7 @@ constexpr OutputRow kTable[] = {
      .option = "--cells",
      .type = "FILE.csv",
      .help = "state, stresses and potential of every cell",
-     .content = Of<CellTable>},
+     .content = Cells},
     {.output = Output::kNodes,
      .group = kFileGroup,
      .option = "--nodes",

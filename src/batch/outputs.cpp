@@ -53,6 +53,9 @@ struct InUse {
 std::vector<InUse> InUseBefore(const BatchOptions& options) {
   std::vector<InUse> inUse = {
       {options.model == "-" ? StreamPath(stdin) : options.model, "the model"}};
+  for (const fs::path& loadCase : options.loadCases) {
+    inUse.push_back({loadCase == "-" ? StreamPath(stdin) : loadCase, "a load case"});
+  }
   std::error_code error;
   const auto add = [&](std::FILE* stream, const char* name) {
     const fs::path path = StreamPath(stream);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "batch/check_run.h"
 #include "batch/course_table.h"
 #include "batch/failure.h"
 #include "batch/frames.h"
@@ -17,7 +18,6 @@
 #include "batch/run_summary.h"
 #include "batch/search_run.h"
 #include "export/outline_file.h"
-#include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "fem/pieces.h"
 #include "model/number_text.h"
@@ -52,7 +52,6 @@ class BatchRun {
 
   int Run() {
     summary_.remarks = options_.remarks;
-    TellRemarks(options_);
     TryOutputs(options_, fresh_);
     Open();
     ApplyOptions();
@@ -76,12 +75,8 @@ class BatchRun {
 
  private:
   void Open() {
-    EndRunOnError(options_.model.string(), [&] {
-      ModelInput input = ModelFromText(InputText(options_.model));
-      Doubt(CheckModel(input.model, input.notes));
-      model_ = std::move(input.model);
-      model_.ModelFilePath = options_.model.string();
-    });
+    model_ = InputModel(options_.model);
+    OpenLoadCases();
   }
 
   void ApplyOptions() {
@@ -101,7 +96,7 @@ class BatchRun {
     if (!options_.lambda) model_.Lambda = 1;  // that of the model would be without effect
     if (!options_.keepLoads) return;
     int kept = 0;
-    EndRunOnError("search", [&] { kept = KeepLoadedCells(model_); });
+    EndRunOnError("search", [&] { kept = KeepLoadedCells(model_, cases_); });
     if (kept > 0) Note(fmt::format("{} design cells at loads were made non-design cells", kept));
   }
 
@@ -115,11 +110,35 @@ class BatchRun {
   }
 
   /// Reports what looks wrong in the model, which ends a strict run.
-  void Doubt(const ModelFindings& findings) {
+  void Doubt(const std::filesystem::path& path, const ModelFindings& findings) {
     if (findings.count == 0) return;
-    const std::string text = options_.model.string() + ": " + FindingsText(findings);
+    const std::string text = path.string() + ": " + FindingsText(findings);
     if (options_.strict) throw Failure{kExitFindings, text};
     Complain(text);
+  }
+
+  Model InputModel(const std::filesystem::path& path) {
+    Model model;
+    EndRunOnError(path.string(), [&] {
+      ModelInput input = ModelFromText(InputText(path));
+      Doubt(path, CheckModel(input.model, input.notes));
+      model = std::move(input.model);
+      model.ModelFilePath = path.string();
+    });
+    return model;
+  }
+
+  void OpenLoadCases() {
+    for (const std::filesystem::path& path : options_.loadCases) {
+      Model loadCase = InputModel(path);
+      const std::string fault = LoadCaseFault(model_, loadCase);
+      if (!fault.empty()) {
+        throw Failure{kExitUsageOrFile, path.string() + ": " + NotACase(fault)};
+      }
+      cases_.Add(std::move(loadCase));
+    }
+    cases_.SetThreads(options_.jobs);
+    course_.SetLoadCases(cases_);
   }
 
   /// Fails now, not after the whole run, where the model has no outline.
@@ -201,8 +220,8 @@ class BatchRun {
       return;
     }
     EndRunOnError("search", [&] {
-      summary_.search =
-          RunSearch(options_, model_, summary_.startVolume, progress_, [this] { return GoesOn(); });
+      summary_.search = RunSearch(options_, model_, cases_, summary_.startVolume, progress_,
+                                  [this] { return GoesOn(); });
     });
     const Attempt& best = summary_.search->Best();
     if (best.reached && best.worstLoss > 1.25) {
@@ -217,7 +236,7 @@ class BatchRun {
     if (RecordsSteps(options_.outputs) && GoesOn()) {
       for (const KeptStage& kept : best.stages) Do(kept.stage);
     } else {
-      course_.Adopt(best.model, best.figures);
+      course_.Adopt(best.model, best.cases, best.figures);
     }
   }
 
@@ -286,16 +305,29 @@ class BatchRun {
   }
 
   void DropLoose() {
-    const int dropped = DropLoosePieces(model_);
+    const int dropped = DropLoosePieces(model_, cases_.Others());
     if (dropped == 0) return;
     EndRunOnError("the plate without its loose pieces", [&] { course_.AnalyseAgain(); });
     Note(fmt::format("{} loose {} left out", dropped, dropped == 1 ? "piece was" : "pieces were"));
   }
 
+  void TakeStock() {
+    summary_.figures = course_.Figures();
+    if (summary_.figures.solves == 0) return;  // there may not even be a mesh
+    summary_.compliance = course_.Compliance();
+    summary_.cases = cases_.Results();
+    summary_.lost = cases_.LostLoads(model_);
+    summary_.connected = course_.Connected();
+    summary_.caseFiles = {options_.model.string()};
+    for (const std::filesystem::path& file : options_.loadCases) {
+      summary_.caseFiles.push_back(file.string());
+    }
+  }
+
   /// Writes every wanted file of the final model; one that fails does not keep the others from
   /// being written.
   void WriteFinalFiles(std::vector<Failure>& faults, bool modelOnly) {
-    summary_.figures = course_.Figures();
+    TakeStock();
     for (const OutputRow& row : OutputTable()) {
       const std::filesystem::path& path = options_.outputs[row.output];
       if (path.empty() || row.content == nullptr) continue;
@@ -316,14 +348,14 @@ class BatchRun {
 
   /// What is told of an analysed plate beside its numbers.
   void JudgePlate() {
-    summary_.connected = LostLoads(model_).empty();
     summary_.pieces = static_cast<int>(FindPieces(model_).pieces.size());
     if (summary_.pieces > 1) Note(fmt::format("the plate has {} separate pieces", summary_.pieces));
     if (!summary_.connected) Note("a load is not connected to adequate supports");
   }
 
   void Judge(const std::vector<Failure>& faults) {
-    const CourseFigures& figures = summary_.figures = course_.Figures();
+    TakeStock();
+    const CourseFigures& figures = summary_.figures;
     if (figures.unconvergedSolves > 0) {
       Note(fmt::format("the solver did not converge in {} of {} solves, first {}",
                        figures.unconvergedSolves, figures.solves,
@@ -373,6 +405,7 @@ class BatchRun {
   const BatchOptions& options_;
   const volatile std::sig_atomic_t& signal_;
   Model model_;
+  LoadCases cases_;
   RunSummary summary_;
   History history_;
   ProgressLine progress_;
@@ -382,33 +415,11 @@ class BatchRun {
   bool wishReached_ = true;
 };
 
-/// --check: a line a finding.
-int RunCheck(const BatchOptions& options) {
-  TellRemarks(options);
-  std::vector<Finding> findings;
-  EndRunOnError(options.model.string(), [&] {
-    const std::string text = InputText(options.model);
-    try {
-      const auto [model, notes] = ModelFromText(text);
-      findings = CheckModel(model, notes).shown;
-    } catch (const ModelFileError& error) {
-      findings = {{0, error.what()}};
-    }
-  });
-  std::string text;
-  for (const Finding& finding : findings) {
-    text += fmt::format("{}: {}\n", Printable(options.model.string()), FindingText(finding));
-  }
-  if (findings.empty() && !options.quiet)
-    text = Printable(options.model.string()) + ": nothing looks wrong\n";
-  EndRunOnError("standard output", [&] { WriteNow(stdout, text); });
-  return findings.empty() ? kExitDone : kExitFindings;
-}
-
 }  // namespace
 
 int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& signal) {
   try {
+    TellRemarks(options);
     return options.check ? RunCheck(options) : BatchRun(options, signal).Run();
   } catch (const Failure& failure) {
     Complain(failure.message);

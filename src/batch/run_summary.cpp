@@ -10,7 +10,6 @@
 
 #include "batch/messages.h"
 #include "batch/search_run.h"
-#include "fem/stress.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -62,6 +61,35 @@ QJsonObject OutlineObject(const OutlineFigures& figures) {
   return object;
 }
 
+QJsonArray CaseArray(const RunSummary& summary) {
+  QJsonArray cases;
+  for (std::size_t k = 0; k < summary.cases.size(); ++k) {
+    const LoadCaseResult& result = summary.cases[k];
+    cases.append(QJsonObject{{"model", QString::fromStdString(summary.caseFiles[k])},
+                             {"compliance", result.compliance},
+                             {"maxStress", result.maxStress},
+                             {"meanStress", result.meanStress},
+                             {"minStress", result.minStress},
+                             {"iterations", result.solve.iterations},
+                             {"trueResidual", result.solve.trueResidual},
+                             {"converged", result.solve.converged},
+                             {"connected", summary.lost[k].empty()}});
+  }
+  return cases;
+}
+
+/// A line a case, where there is more than one.
+std::string CaseTable(const RunSummary& summary) {
+  if (summary.cases.empty()) return "";
+  std::string text = "\nload case  compliance  mean (MPa)  max (MPa)  file\n";
+  for (std::size_t k = 0; k < summary.cases.size(); ++k) {
+    const LoadCaseResult& result = summary.cases[k];
+    fmt::format_to(std::back_inserter(text), "{:>9}  {:>10.5g}  {:>10.4g}  {:>9.4g}  {}\n", k + 1,
+                   result.compliance, result.meanStress, result.maxStress, summary.caseFiles[k]);
+  }
+  return text;
+}
+
 QJsonArray AttemptArray(const SearchResult& search) {
   QJsonArray attempts;
   for (const Attempt& attempt : search.attempts) {
@@ -106,10 +134,11 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
   line("volume", GeneralText(model.Volume) + " mm^3");
   line("fraction",
        fmt::format("{:.4f} of the volume at the start", VolumeFraction(model, summary)));
-  line("compliance", GeneralText(Compliance(model)) + " N mm");
+  line("compliance", GeneralText(summary.compliance) + " N mm");
   line("max stress", GeneralText(model.MaxStress) + " MPa");
   line("mean stress", GeneralText(model.AvgStress) + " MPa");
   line("min stress", GeneralText(model.MinStress) + " MPa");
+  text += CaseTable(summary);
   if (!summary.stages.empty()) {
     text += "\nstage  target (MPa)  Epsilon  Lambda  steps  fraction  compliance\n";
   }
@@ -153,7 +182,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"volume", model.Volume},
       {"volumeFraction", VolumeFraction(model, summary)},
       {"pieces", summary.pieces},
-      {"compliance", Compliance(model)},
+      {"compliance", summary.compliance},
       {"maxStress", model.MaxStress},
       {"meanStress", model.AvgStress},
       {"minStress", model.MinStress},
@@ -168,6 +197,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
     object["cycle"] = summary.rest->cycle;
   }
   if (!summary.stages.empty()) object["stages"] = StageArray(summary);
+  if (!summary.cases.empty()) object["loadCases"] = CaseArray(summary);
   if (summary.search) object["attempts"] = AttemptArray(*summary.search);
   if (!summary.error.empty()) object["error"] = Text(summary.error);
   if (summary.outline) object["outline"] = OutlineObject(*summary.outline);

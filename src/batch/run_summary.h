@@ -13,11 +13,15 @@ namespace quillane {
 
 struct RunSummary {
   CourseFigures figures;
-  double startVolume = 0;                 ///< of the first analysis, mm^3
-  bool connected = true;                  ///< every load is connected to adequate supports
-  std::optional<Repetition> rest;         ///< where rest was looked for and found
-  int pieces = 1;                         ///< separate ones
+  double startVolume = 0;          ///< of the first analysis, mm^3
+  bool connected = true;           ///< every load of every case is connected to adequate supports
+  std::optional<Repetition> rest;  ///< where rest was looked for and found
+  int pieces = 1;                  ///< separate ones
   std::optional<SearchResult> search;     ///< where a wished volume was searched for
+  std::vector<LoadCaseResult> cases;      ///< at the end; none where there is but one
+  std::vector<std::string> caseFiles;     ///< of these
+  std::vector<std::vector<int>> lost;     ///< nodes with a lost load, of each case
+  double compliance = 0;                  ///< at the end, N mm; of all cases together
   std::vector<KeptStage> stages;          ///< of the search, as they were done
   std::optional<OutlineFigures> outline;  ///< where one was written
   std::vector<std::string> remarks;       ///< on the command line, told before the run

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <iterator>
-#include <thread>
 
 #include "batch/failure.h"
 #include "batch/outputs.h"
@@ -28,7 +27,7 @@ class Checkpoints {
     if (now - written_ < std::chrono::seconds(1)) return;
     written_ = now;
     Write(Output::kSave, model, ModelFileText);
-    Write(Output::kCells, model, CellTable);
+    Write(Output::kCells, model, [](const Model& kept) { return CellTable(kept); });
   }
 
  private:
@@ -41,11 +40,6 @@ class Checkpoints {
   const OutputPaths& outputs_;
   Clock::time_point written_ = Clock::now();
 };
-
-int Threads(int jobs) {
-  const auto cores = static_cast<int>(std::thread::hardware_concurrency());
-  return jobs > 0 ? jobs : std::max(1, cores);
-}
 
 }  // namespace
 
@@ -74,14 +68,15 @@ void CheckSearch(const BatchOptions& options, const Model& model) {
   }
 }
 
-SearchResult RunSearch(const BatchOptions& options, const Model& analysed, double fullVolume,
-                       ProgressLine& progress, const std::function<bool()>& goOn) {
+SearchResult RunSearch(const BatchOptions& options, const Model& analysed, const LoadCases& cases,
+                       double fullVolume, ProgressLine& progress,
+                       const std::function<bool()>& goOn) {
   SearchOptions search;
   search.share = *options.volumeFraction;
   search.fullVolume = fullVolume;
   search.lambda = options.lambda;
   search.epsilon = options.epsilon;
-  search.jobs = Threads(options.jobs);
+  search.jobs = options.jobs;
   Checkpoints checkpoints(options.outputs);
   SearchWatch watch;
   watch.goOn = goOn;
@@ -91,7 +86,7 @@ SearchResult RunSearch(const BatchOptions& options, const Model& analysed, doubl
                               GeneralText(model.StressTarget)));
     checkpoints.Kept(model);
   };
-  return SearchVolume(analysed, search, watch);
+  return SearchVolume(analysed, search, watch, cases);
 }
 
 const char* WhyEnded(SearchEnd end) {

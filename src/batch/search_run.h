@@ -16,8 +16,9 @@ void CheckSearch(const BatchOptions& options, const Model& model);
 
 /// Searches from an analysed model. While it runs, the layout that the leading attempt kept last is
 /// written to --save and --cells, at most once a second. goOn is asked after every step.
-SearchResult RunSearch(const BatchOptions& options, const Model& analysed, double fullVolume,
-                       ProgressLine& progress, const std::function<bool()>& goOn);
+SearchResult RunSearch(const BatchOptions& options, const Model& analysed, const LoadCases& cases,
+                       double fullVolume, ProgressLine& progress,
+                       const std::function<bool()>& goOn);
 
 /// How the search ended, in a sentence. fullVolume in mm^3.
 std::string SearchNote(const SearchResult& result, double share, double fullVolume);

@@ -4,8 +4,10 @@
 
 namespace quillane {
 
-std::vector<int> LostLoads(const Model& model) {
-  const Pieces found = FindPieces(model);
+std::vector<int> LostLoads(const Model& model) { return LostLoads(model, model); }
+
+std::vector<int> LostLoads(const Model& model, const Model& loadCase) {
+  const Pieces found = FindPieces(model, loadCase);
   std::vector<bool> isCarried(static_cast<std::size_t>(model.NodeCount) + 1);
   ForEachPresentCell(model, [&](int row, int column, int element) {
     const auto piece = static_cast<std::size_t>(found.pieceOfCell(row, column)) - 1;
@@ -16,8 +18,8 @@ std::vector<int> LostLoads(const Model& model) {
   });
   std::vector<int> lost;
   for (int node = 1; node <= model.NodeCount; ++node) {
-    const auto loads = [&model, node](int d) {
-      return model.NodeLoad(node, d) != 0 && model.NodeFreedom(node, d) == 0;
+    const auto loads = [&loadCase, node](int d) {
+      return loadCase.NodeLoad(node, d) != 0 && loadCase.NodeFreedom(node, d) == 0;
     };
     if ((loads(1) || loads(2)) && !isCarried[static_cast<std::size_t>(node)]) lost.push_back(node);
   }

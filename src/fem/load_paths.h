@@ -11,4 +11,8 @@ namespace quillane {
 /// a support of its own node needs no piece. Throws RunTimeError as FindPieces.
 std::vector<int> LostLoads(const Model& model);
 
+/// Likewise with NodeFreedom and NodeLoad of `loadCase`, a model of the same grid, and all else of
+/// `model`.
+std::vector<int> LostLoads(const Model& model, const Model& loadCase);
+
 }  // namespace quillane

@@ -23,7 +23,7 @@ struct Extent {
 /// Walks over one piece at a time.
 class PieceWalk {
  public:
-  explicit PieceWalk(const Model& model) : model_(model) {
+  PieceWalk(const Model& model, const Model& loadCase) : model_(model), loadCase_(loadCase) {
     found_.pieceOfCell.ReDim({1, model.CellRowCount}, {1, model.CellColumnCount});
     ForEachPresentCell(model, [this](int i, int j, int) {
       if (found_.pieceOfCell(i, j) == 0) WalkFrom(i, j);
@@ -61,9 +61,9 @@ class PieceWalk {
     for (const auto& [row, column] : cells_) {
       for (int k = 1; k <= 4; ++k) {
         const int node = model_.ElementNodes(ElementOfCell(model_, row, column), k);
-        if (model_.NodeFreedom(node, 1) != 0) heightsHeldInX.Include(model_.NodeXY(node, 2));
-        if (model_.NodeFreedom(node, 2) != 0) placesHeldInY.Include(model_.NodeXY(node, 1));
-        piece.touchesLoad = piece.touchesLoad || IsLoaded(model_, node);
+        if (loadCase_.NodeFreedom(node, 1) != 0) heightsHeldInX.Include(model_.NodeXY(node, 2));
+        if (loadCase_.NodeFreedom(node, 2) != 0) placesHeldInY.Include(model_.NodeXY(node, 1));
+        piece.touchesLoad = piece.touchesLoad || IsLoaded(loadCase_, node);
       }
     }
     piece.touchesSupport = !heightsHeldInX.Empty() || !placesHeldInY.Empty();
@@ -72,16 +72,29 @@ class PieceWalk {
   }
 
   const Model& model_;
+  const Model& loadCase_;
   Pieces found_;
   std::vector<std::pair<int, int>> cells_;  ///< row and column, of the present piece
 };
 
 }  // namespace
 
-Pieces FindPieces(const Model& model) { return PieceWalk(model).Found(); }
+Pieces FindPieces(const Model& model) { return FindPieces(model, model); }
 
-int DropLoosePieces(Model& model) {
-  const Pieces found = FindPieces(model);
+Pieces FindPieces(const Model& model, const Model& loadCase) {
+  return PieceWalk(model, loadCase).Found();
+}
+
+int DropLoosePieces(Model& model, std::span<const Model> loadCases) {
+  Pieces found = FindPieces(model);
+  for (const Model& loadCase : loadCases) {
+    const Pieces others = FindPieces(model, loadCase);
+    for (std::size_t k = 0; k < found.pieces.size(); ++k) {
+      Piece& piece = found.pieces[k];
+      piece.touchesLoad = piece.touchesLoad || others.pieces[k].touchesLoad;
+      piece.touchesSupport = piece.touchesSupport || others.pieces[k].touchesSupport;
+    }
+  }
   const auto isLoose = [](const Piece& piece) {
     return !piece.touchesLoad && !piece.touchesSupport;
   };

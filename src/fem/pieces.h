@@ -1,6 +1,7 @@
 // The separate pieces of a plate, and whether they are held.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "model/model.h"
@@ -26,8 +27,12 @@ struct Pieces {
 /// the mesh.
 Pieces FindPieces(const Model& model);
 
-/// Empties the design cells of pieces that neither carry a load nor hold anything. Returns how many
-/// pieces were dropped.
-int DropLoosePieces(Model& model);
+/// Likewise with NodeFreedom and NodeLoad of `loadCase`, a model of the same grid, and all else of
+/// `model`.
+Pieces FindPieces(const Model& model, const Model& loadCase);
+
+/// Empties the design cells of pieces that neither carry a load nor hold anything, be it in the
+/// model itself or in a load case. Returns how many pieces were dropped.
+int DropLoosePieces(Model& model, std::span<const Model> loadCases = {});
 
 }  // namespace quillane

@@ -1,5 +1,6 @@
 #include "fem/stress.h"
 
+#include <algorithm>
 #include <cmath>
 #include <span>
 
@@ -102,6 +103,30 @@ class CentreStress {
   ElementDisplacements displacements_;
 };
 
+/// Writes stressOf(row, column, element) into the cells that hold an element, 0 into the others,
+/// and the largest, smallest and mean value.
+template <class StressOf>
+void WriteStresses(Model& model, const StressOf& stressOf) {
+  model.MaxStress = 0.0;
+  model.MinStress = 1.0e10;
+  double sum = 0.0;
+  int count = 0;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      model.CellStress(i, j) = 0.0;
+      if (model.CellState(i, j) <= 0) continue;
+      const double stress = stressOf(i, j, ElementOfCell(model, i, j));
+      model.CellStress(i, j) = stress;
+      sum += stress;
+      ++count;
+      if (stress < model.MinStress) model.MinStress = stress;
+      if (model.MaxStress < stress) model.MaxStress = stress;
+    }
+  }
+  model.AvgStress = Finite(sum / count, "the mean stress",
+                           count == 0 ? ErrorCause::kNoMaterial : ErrorCause::kNone);
+}
+
 }  // namespace
 
 void ScatterDisplacements(Model& model) {
@@ -116,25 +141,17 @@ void ScatterDisplacements(Model& model) {
 
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio) {
   const CentreStress centreStress(model, elementSize, youngModulus, poissonRatio);
-  model.MaxStress = 0.0;
-  model.MinStress = 1.0e10;
-  double sum = 0.0;
-  int count = 0;
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      model.CellStress(i, j) = 0.0;
-      if (model.CellState(i, j) <= 0) continue;
-      const double stress =
-          Finite(VonMises(centreStress(ElementOfCell(model, i, j))), "an element's stress");
-      model.CellStress(i, j) = stress;
-      sum += stress;
-      ++count;
-      if (stress < model.MinStress) model.MinStress = stress;
-      if (model.MaxStress < stress) model.MaxStress = stress;
-    }
-  }
-  model.AvgStress = Finite(sum / count, "the mean stress",
-                           count == 0 ? ErrorCause::kNoMaterial : ErrorCause::kNone);
+  WriteStresses(model, [&](int, int, int element) {
+    return Finite(VonMises(centreStress(element)), "an element's stress");
+  });
+}
+
+void EnvelopeStresses(Model& model, std::span<const Array2<Double>* const> fields) {
+  WriteStresses(model, [&](int i, int j, int) {
+    double largest = 0.0;
+    for (const Array2<Double>* field : fields) largest = std::max(largest, (*field)(i, j));
+    return largest;
+  });
 }
 
 std::vector<PlaneTensor> ComponentStresses(const Model& model) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <vector>
 
 #include "model/model.h"
@@ -20,6 +21,11 @@ void ScatterDisplacements(Model& model);
 /// an element, Poisson's ratio is 1 or -1 or a stress is not finite; subscript if an element names
 /// a node outside the mesh.
 void ElementStresses(Model& model, Single elementSize, Double youngModulus, Double poissonRatio);
+
+/// Writes into CellStress the largest of several fields of stresses (MPa), 0 where there is no
+/// element, and computes the largest, smallest and mean value as ElementStresses does. fields:
+/// arrays as CellStress, at least one. Throws as ElementStresses for a model without elements.
+void EnvelopeStresses(Model& model, std::span<const Array2<Double>* const> fields);
 
 /// Returns the components sigma_x, sigma_y and tau_xy (MPa) at the centre of every present element,
 /// computed from NodeDisp: [element], from 1 to the number of cells; 0 if it is absent. Throws

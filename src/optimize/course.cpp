@@ -6,6 +6,7 @@
 #include <span>
 
 #include "fem/mesh.h"
+#include "optimize/optimization_step.h"
 
 namespace quillane {
 namespace {
@@ -36,7 +37,7 @@ Course::Course(Model& model, std::initializer_list<CourseListener*> listeners)
 
 void Course::Analyse() {
   Forget();
-  Begin(StressAnalysis(model_));
+  Begin(StressAnalysis(model_, cases_->AsAnalysis()));
   for (CourseListener* listener : listeners_) listener->Analysed(*this);
 }
 
@@ -45,12 +46,13 @@ void Course::Resume() {
   model_.EditMode = kModeNothing;
   MarkActiveNodes(model_);
   figures_.steps = model_.StepCount;
-  Begin(AnalyseStructure(model_));
+  Begin(cases_->Analyse(model_));
   for (CourseListener* listener : listeners_) listener->Analysed(*this);
 }
 
-void Course::Adopt(const Model& model, const CourseFigures& figures) {
+void Course::Adopt(const Model& model, const LoadCases& cases, const CourseFigures& figures) {
   model_ = model;
+  *cases_ = cases;
   layouts_.clear();
   repeated_ = {};
   figures_ = Joined(figures_, figures);
@@ -61,10 +63,11 @@ void Course::Step() {
   const Array2<Double> potential = model_.Potential;
   const CourseFigures figures = figures_;
   try {
-    Optimization(model_, [this](const SolveReport& report) {
+    const auto stands = [this](const SolveReport& report) {
       Add(report);
       for (CourseListener* listener : listeners_) listener->Stepped(*this);
-    });
+    };
+    Optimization(model_, stands, cases_->AsAnalysis());
   } catch (...) {
     model_.CellState = layout;
     model_.Potential = potential;
@@ -75,7 +78,7 @@ void Course::Step() {
 
 void Course::AnalyseAgain() {
   MarkActiveNodes(model_);
-  AnalyseStructure(model_);
+  cases_->Analyse(model_);
 }
 
 void Course::Forget() {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "model/model.h"
-#include "optimize/optimization_step.h"
+#include "optimize/load_cases.h"
 
 namespace quillane {
 
@@ -55,10 +55,13 @@ class Course {
   /// The longest cycle of layouts that is looked for, in steps.
   static constexpr int kLongestCycle = 8;
 
-  /// The listeners are told in this order. Model and listeners must outlive the course.
+  /// The listeners are told in this order. Model, listeners and load cases must outlive the course.
   explicit Course(Model& model, std::initializer_list<CourseListener*> listeners = {});
   Course(const Course&) = delete;
   Course& operator=(const Course&) = delete;
+
+  /// Takes the load cases beside the model's own into every analysis and step from now on.
+  void SetLoadCases(LoadCases& cases) { cases_ = &cases; }
 
   void AddListener(CourseListener& listener) { listeners_.push_back(&listener); }
 
@@ -74,15 +77,22 @@ class Course {
   /// them; counts the steps on from StepCount. Throws as Analyse.
   void Resume();
 
-  /// Takes over what another course did to a copy of this model; no listener is told.
-  void Adopt(const Model& model, const CourseFigures& figures);
+  /// Takes over what another course did to copies of this model and its cases; no listener is told.
+  void Adopt(const Model& model, const LoadCases& cases, const CourseFigures& figures);
 
   /// Analyses the present layout for its results alone, as after a failed step: potentials, figures
   /// and StepCount stay. Throws RunTimeError.
   void AnalyseAgain();
 
   const Model& State() const { return model_; }
+  const LoadCases& Cases() const { return *cases_; }
   const CourseFigures& Figures() const { return figures_; }
+
+  /// Whether every load, of every case, is connected to adequate supports.
+  bool Connected() const { return cases_->Connected(model_); }
+
+  /// The work of the loads (N mm), of all cases together.
+  double Compliance() const { return cases_->Compliance(model_); }
 
   /// The shortest cycle that has repeated for at least `least` steps, and for its own length.
   std::optional<Repetition> Repeats(int least = 1) const;
@@ -101,6 +111,8 @@ class Course {
   void Count(const SolveReport& report);
 
   Model& model_;
+  LoadCases noOthers_;
+  LoadCases* cases_ = &noOthers_;
   std::vector<CourseListener*> listeners_;
   CourseFigures figures_;
   std::deque<Array2<Integer>> layouts_;           ///< the last ones, the present one first

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "fem/load_paths.h"
-#include "fem/stress.h"
 #include "optimize/potential.h"
 #include "optimize/vote.h"
 
@@ -56,10 +54,12 @@ std::vector<Move> AllowedBy(const SearchWay& way, const std::array<Move, count>&
 
 class Search {
  public:
-  Search(const Model& analysed, const SearchWay& way, const SearchGoal& goal)
-      : goal_(goal), lostBefore_(LostLoads(analysed)) {
+  Search(const Model& analysed, const SearchWay& way, const SearchGoal& goal,
+         const LoadCases& cases)
+      : goal_(goal), lostBefore_(cases.LostLoads(analysed)) {
     attempt_.way = way;
-    attempt_.compliance = Compliance(analysed);
+    attempt_.compliance = cases.Compliance(analysed);
+    attempt_.cases = cases;
     attempt_.model = analysed;
     attempt_.model.HistoryRecording = 0;
     cells_ = PresentCells(analysed);
@@ -105,6 +105,7 @@ class Search {
   /// A layout that was tried from the present one.
   struct Trial {
     Model model;
+    LoadCases cases;
     std::vector<KeptStage> stages;
     CourseFigures figures;
     int cells = 0;
@@ -147,7 +148,9 @@ class Search {
   void TryMove(const Move& move, int judgedFrom, int aim, Trial& best) {
     Trial trial;
     trial.model = attempt_.model;
+    trial.cases = attempt_.cases;
     Course course(trial.model);
+    course.SetLoadCases(trial.cases);
     for (const Vote& vote : move) {
       if (!Cast(vote, static_cast<int>(aim * (1 + vote.room)), course, trial)) return;
       const bool counts = vote.room == 0 && static_cast<int>(trial.stages.size()) >= judgedFrom;
@@ -183,7 +186,7 @@ class Search {
       if (!TakeStep(course, model)) return false;
     }
     trial.figures = course.Figures();
-    trial.compliance = Compliance(model);
+    trial.compliance = course.Compliance();
     trial.cells = PresentCells(model);
     trial.stages.push_back({stage, model.Volume, trial.compliance});
     return true;
@@ -207,7 +210,7 @@ class Search {
     const Array2<Double> potential = model.Potential;
     UpdatePotential(model);
     const bool changes = !std::ranges::equal(layout.Raw(), model.CellState.Raw());
-    const bool carries = !changes || LostLoads(model) == lostBefore_;
+    const bool carries = !changes || attempt_.cases.LostLoads(model) == lostBefore_;
     model.CellState = layout;
     model.Potential = potential;
     return carries;
@@ -223,6 +226,7 @@ class Search {
     attempt_.worstLoss = std::max(attempt_.worstLoss, trial.loss);
     attempt_.compliance = trial.compliance;
     attempt_.model = std::move(trial.model);
+    attempt_.cases = std::move(trial.cases);
     attempt_.stages.insert(attempt_.stages.end(), trial.stages.begin(), trial.stages.end());
     attempt_.figures = Joined(attempt_.figures, trial.figures);
     cells_ = trial.cells;
@@ -234,19 +238,23 @@ class Search {
   void Polish() {
     Trial path;
     path.model = attempt_.model;
+    path.cases = attempt_.cases;
     const SearchEnd end = attempt_.end;
     for (const Integer epsilon : kPolish) {
       if (ended_) break;
       if (attempt_.way.narrowed && epsilon != attempt_.way.epsilon) continue;
       Trial next;
       next.model = path.model;
+      next.cases = path.cases;
       Course course(next.model);
+      course.SetLoadCases(next.cases);
       if (!Cast({epsilon}, aim_, course, next)) continue;
       if (!next.figures.lastSolve.converged || next.cells < lightest_ || next.cells > heaviest_ ||
           LossOf(next) > 1.1) {
         continue;
       }
       path.model = std::move(next.model);
+      path.cases = std::move(next.cases);
       path.stages.push_back(next.stages.front());
       path.figures = Joined(path.figures, next.figures);
       path.cells = next.cells;
@@ -263,7 +271,7 @@ class Search {
   }
 
   const SearchGoal& goal_;
-  std::vector<int> lostBefore_;
+  std::vector<std::vector<int>> lostBefore_;
   Attempt attempt_;
   std::vector<Move> moves_, repairs_;
   int cells_ = 0;                  ///< present in the layout kept last
@@ -275,8 +283,9 @@ class Search {
 
 }  // namespace
 
-Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal) {
-  return Search(analysed, way, goal).Run();
+Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal,
+               const LoadCases& cases) {
+  return Search(analysed, way, goal, cases).Run();
 }
 
 }  // namespace quillane

@@ -67,6 +67,7 @@ struct Attempt {
   bool reached = false;                  ///< the wish
   SearchEnd end = SearchEnd::kReached;
   Model model;            ///< as its last stage leaves it
+  LoadCases cases;        ///< likewise
   CourseFigures figures;  ///< of its stages alone
 };
 
@@ -79,7 +80,7 @@ inline const std::vector<Integer> kSearchEpsilons = {1, 3, 5, 7};
 /// Votes that an attempt tries at most.
 inline constexpr int kMostVotes = 400;
 
-/// Takes material from an analysed model until the wished volume is left.
+/// Takes material from a model, analysed with its load cases, until the wished volume is left.
 ///
 /// A vote is a stage of VoteSteps steps. Its target is chosen from the present stresses such that
 /// it takes the way's pace of the plate. After one or more votes the plate is judged: it must carry
@@ -89,6 +90,7 @@ inline constexpr int kMostVotes = 400;
 /// of votes at constant volume, which thickens what a broken member has overloaded. At the wish
 /// some votes at constant volume follow; the stiffest layout of them is kept. Throws RunTimeError
 /// other than where a step fails for a broken plate.
-Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal);
+Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal,
+               const LoadCases& cases = {});
 
 }  // namespace quillane

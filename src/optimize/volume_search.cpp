@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
-#include <exception>
 #include <mutex>
-#include <system_error>
-#include <thread>
+
+#include "optimize/side_by_side.h"
 
 namespace quillane {
 namespace {
@@ -39,36 +37,6 @@ std::vector<SearchWay> Ways(const SearchOptions& options) {
   return ways;
 }
 
-/// Runs calls of work(0) to work(count - 1) on so many threads, and hands on the exception of the
-/// first of them that failed.
-void RunSideBySide(std::size_t count, int threads, const std::function<void(std::size_t)>& work) {
-  std::vector<std::exception_ptr> errors(count);
-  std::atomic<std::size_t> next = 0;
-  const auto run = [&] {
-    for (std::size_t at = next++; at < count; at = next++) {
-      try {
-        work(at);
-      } catch (...) {
-        errors[at] = std::current_exception();
-        next = count;  // nothing more is begun
-      }
-    }
-  };
-  {
-    std::vector<std::jthread> others;
-    const std::size_t most = std::min(count, static_cast<std::size_t>(std::max(1, threads)));
-    try {
-      while (others.size() + 1 < most) others.emplace_back(run);
-    } catch (const std::system_error&) {
-      // No more threads are to be had: those there are do the work.
-    }
-    run();
-  }
-  for (const std::exception_ptr& error : errors) {
-    if (error) std::rethrow_exception(error);
-  }
-}
-
 bool IsBetter(const Attempt& one, const Attempt& other) {
   if (one.reached != other.reached) return one.reached;
   return one.reached ? one.compliance * one.volume < other.compliance * other.volume
@@ -77,8 +45,9 @@ bool IsBetter(const Attempt& one, const Attempt& other) {
 
 class Rounds {
  public:
-  Rounds(const Model& analysed, const SearchOptions& options, const SearchWatch& watch)
-      : analysed_(analysed), options_(options), watch_(watch) {}
+  Rounds(const Model& analysed, const SearchOptions& options, const SearchWatch& watch,
+         const LoadCases& cases)
+      : analysed_(analysed), cases_(cases), options_(options), watch_(watch) {}
 
   SearchResult Run() {
     const std::vector<SearchWay> ways = Ways(options_);
@@ -87,7 +56,7 @@ class Rounds {
       std::vector<Attempt> found(count);
       RunSideBySide(count, options_.jobs, [&](std::size_t at) {
         try {
-          found[at] = TryWay(analysed_, ways[first + at], Goal(first + at, at == 0));
+          found[at] = TryWay(analysed_, ways[first + at], Goal(first + at, at == 0), cases_);
         } catch (...) {
           const std::scoped_lock lock(mutex_);
           stopped_ = true;  // for the attempt beside it
@@ -132,11 +101,14 @@ class Rounds {
     const std::size_t last = result_.attempts.size() - 1;
     if (last == 0) return;
     const bool better = IsBetter(result_.attempts[last], result_.attempts[result_.best]);
-    result_.attempts[better ? result_.best : last].model = {};
+    Attempt& worse = result_.attempts[better ? result_.best : last];
+    worse.model = {};
+    worse.cases = {};
     if (better) result_.best = last;
   }
 
   const Model& analysed_;
+  const LoadCases& cases_;
   const SearchOptions& options_;
   const SearchWatch& watch_;
   SearchResult result_;
@@ -147,14 +119,19 @@ class Rounds {
 
 }  // namespace
 
-int KeepLoadedCells(Model& model) {
+int KeepLoadedCells(Model& model, const LoadCases& cases) {
+  const auto isLoaded = [&](int node) {
+    return IsLoaded(model, node) || std::ranges::any_of(cases.Others(), [node](const Model& other) {
+             return IsLoaded(other, node);
+           });
+  };
   int kept = 0;
   ForEachPresentCell(model, [&](int row, int column, int element) {
     Integer& state = model.CellState(row, column);
     if (state != kCellDesign) return;
     for (int k = 1; k <= 4; ++k) {
       const int node = model.ElementNodes(element, k);
-      if (!IsLoaded(model, node)) continue;
+      if (!isLoaded(node)) continue;
       state = kCellNonDesign;
       ++kept;
       return;
@@ -175,8 +152,8 @@ double FullVolume(const Model& model) {
 }
 
 SearchResult SearchVolume(const Model& analysed, const SearchOptions& options,
-                          const SearchWatch& watch) {
-  return Rounds(analysed, options, watch).Run();
+                          const SearchWatch& watch, const LoadCases& cases) {
+  return Rounds(analysed, options, watch, cases).Run();
 }
 
 }  // namespace quillane

@@ -43,9 +43,9 @@ struct SearchResult {
   const Attempt& Best() const { return attempts[best]; }
 };
 
-/// Makes the design cells at loaded nodes non-design cells, so that a search cannot take them.
-/// Returns how many.
-int KeepLoadedCells(Model& model);
+/// Makes the design cells at nodes that are loaded in some case non-design cells, so that a search
+/// cannot take them. Returns how many.
+int KeepLoadedCells(Model& model, const LoadCases& cases = {});
 
 /// The volume (mm^3) of so many cells.
 double VolumeOfCells(const Model& model, std::ptrdiff_t cells);
@@ -53,13 +53,13 @@ double VolumeOfCells(const Model& model, std::ptrdiff_t cells);
 /// The volume (mm^3) of the plate with material in every cell that is not cut out.
 double FullVolume(const Model& model);
 
-/// Tries ways from an analysed model to the wished share of its full volume, two at a time. Ends
-/// after a round once a shape was reached that no stage made worse by more than 10 % of compliance
-/// times volume (25 % after the second round), once one was reached and the attempts have taken a
-/// million steps times cells, or when all ways have been tried. The best is the reached one with
-/// the smallest compliance times volume, else the one with the smallest volume. The result depends
-/// on neither jobs nor the machine. Throws RunTimeError as TryWay.
+/// Tries ways from a model, analysed with its load cases, to the wished share of its full volume,
+/// two at a time. Ends after a round once a shape was reached that no stage made worse by more than
+/// 10 % of compliance times volume (25 % after the second round), once one was reached and the
+/// attempts have taken a million steps times cells, or when all ways have been tried. The best is
+/// the reached one with the smallest compliance times volume, else the one with the smallest
+/// volume. The result depends on neither jobs nor the machine. Throws RunTimeError as TryWay.
 SearchResult SearchVolume(const Model& analysed, const SearchOptions& options,
-                          const SearchWatch& watch);
+                          const SearchWatch& watch, const LoadCases& cases = {});
 
 }  // namespace quillane

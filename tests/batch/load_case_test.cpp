@@ -1,0 +1,172 @@
+// Runs with several load cases: their envelope in every output, and what is refused.
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+#include "batch/program.h"
+
+namespace quillane {
+namespace {
+
+using Table = std::vector<std::vector<std::string>>;
+
+Table TableOf(const std::string& text) {
+  Table table;
+  std::istringstream lines(text);
+  for (std::string line, field; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    table.emplace_back();
+    while (std::getline(fields, field, ',')) table.back().push_back(field);
+  }
+  return table;
+}
+
+class LoadCaseRun : public Batch {
+ protected:
+  void SetUp() override {
+    Batch::SetUp();
+    for (const auto& [name, row] : {std::pair{"low.model", 1}, {"high.model", 7}}) {
+      Model other = model_;
+      std::ranges::fill(other.NodeLoad.Raw(), 0);
+      other.NodeLoad(test::Node(other, row, 13), 1) = 700;
+      SaveModelFile(other, folder_ / name);
+    }
+  }
+
+  std::string All(const std::string& name) { return ReadFile(folder_ / name); }
+
+  QJsonObject Json(const std::string& name) {
+    return QJsonDocument::fromJson(QByteArray::fromStdString(All(name))).object();
+  }
+};
+
+TEST_F(LoadCaseRun, EveryOutputShowsTheEnvelopeAndTheTablesEachCase) {
+  const std::string cases = "plate.model --quiet --load-case low.model --load-case high.model ";
+  ASSERT_EQ(Run(cases + "--steps 5 --save e.model --cells c.csv --json j.json --course r.csv "
+                        "--frames f --vtu e.vtu"),
+            0)
+      << err_;
+  const Table cells = TableOf(All("c.csv"));
+  EXPECT_TRUE(
+      All("c.csv").starts_with("row,column,state,stress,potential,sigma_x,sigma_y,tau_xy,step,"
+                               "stress_1,stress_2,stress_3\n"));
+  double compliance = 0;
+  const Model end = [&] {
+    Model model;
+    OpenModelFile(model, folder_ / "e.model");
+    return model;
+  }();
+  const QJsonArray each = Json("j.json")["loadCases"].toArray();
+  ASSERT_EQ(each.size(), 3);
+  int number = 0;
+  for (const char* name : {"plate.model", "low.model", "high.model"}) {
+    Model single;
+    OpenModelFile(single, folder_ / name);
+    single.CellState = end.CellState;
+    SaveModelFile(single, folder_ / "single.model");
+    ASSERT_EQ(Run("single.model --quiet --cells s.csv --json s.json"), 0) << err_;
+    const Table alone = TableOf(All("s.csv"));
+    for (std::size_t k = 1; k < cells.size(); ++k) {
+      EXPECT_EQ(cells[k].at(9 + static_cast<std::size_t>(number)), alone[k].at(3)) << name << k;
+    }
+    const QJsonObject own = each[number++].toObject(), expected = Json("s.json");
+    for (const char* figure : {"compliance", "maxStress", "meanStress", "iterations"}) {
+      EXPECT_EQ(own[figure], expected[figure]) << name << figure;
+    }
+    EXPECT_EQ(own["model"].toString().toStdString(), name);
+    EXPECT_TRUE(own["connected"].toBool());
+    compliance += expected["compliance"].toDouble();
+  }
+  double largest = 0;
+  for (std::size_t k = 1; k < cells.size(); ++k) {
+    const std::string& most = *std::max_element(
+        cells[k].begin() + 9, cells[k].end(),
+        [](const std::string& a, const std::string& b) { return std::stod(a) < std::stod(b); });
+    EXPECT_EQ(cells[k].at(3), most) << k;
+    largest = std::max(largest, std::stod(most));
+  }
+  EXPECT_EQ(Json("j.json")["maxStress"].toDouble(), largest);
+  EXPECT_DOUBLE_EQ(Json("j.json")["compliance"].toDouble(), compliance);
+  const Table course = TableOf(All("r.csv"));
+  EXPECT_EQ(course.front().back(), "compliance_3");
+  EXPECT_EQ(std::stod(course.back().back()), each[2].toObject()["compliance"].toDouble());
+  EXPECT_EQ(course.size(), 7U);
+  EXPECT_EQ(All("f/frame-00005.vtu"), All("e.vtu"));
+
+  ASSERT_EQ(Run(cases + "--steps 3 --cells half.csv"), 0);
+  ASSERT_EQ(Run(cases + "--resume half.csv --steps 2 --save r.model --cells r.csv"), 0) << err_;
+  EXPECT_EQ(All("r.model"), All("e.model"));
+  EXPECT_EQ(All("r.csv"), All("c.csv"));
+}
+
+TEST_F(LoadCaseRun, OneCaseGivenTwiceIsOneInEveryKindOfRun) {
+  const std::string twice = " --load-case plate.model --save b.model --history b.tmp --jobs ";
+  for (const std::string how :
+       {"--steps 20", "--until-steady --lambda 0.2", "--volume-fraction 0.6"}) {
+    const int once = Run("plate.model " + how + " --save a.model --history a.tmp");
+    EXPECT_EQ(Run("plate.model " + how + twice + "1"), once) << err_;
+    EXPECT_EQ(All("a.model"), All("b.model")) << how;
+    EXPECT_EQ(All("a.tmp"), All("b.tmp")) << how;
+    EXPECT_EQ(Run("plate.model " + how + twice + "3 --json j.json"), once) << err_;
+    EXPECT_EQ(All("a.model"), All("b.model")) << how;
+    EXPECT_TRUE(Contains(out_, "\nload case  compliance  ")) << out_;
+    EXPECT_EQ(Json("j.json")["loadCases"].toArray().size(), 2);
+  }
+}
+
+TEST_F(LoadCaseRun, ASearchCarriesTheLoadsOfEveryCase) {
+  const std::string run =
+      "plate.model --load-case low.model --load-case high.model --json j.json "
+      "--volume-fraction 0.75 --quiet";
+  ASSERT_EQ(Run(run + " --save a.model"), 0) << err_;
+  EXPECT_TRUE(Json("j.json")["connected"].toBool());
+  EXPECT_NEAR(Json("j.json")["volumeFraction"].toDouble(), 0.75, 0.021);
+  EXPECT_TRUE(Contains(All("j.json"), "4 design cells at loads were made non-design cells"));
+  ASSERT_EQ(Run(run + " --course c.csv --save b.model"), 0) << err_;
+  EXPECT_EQ(All("a.model"), All("b.model")) << "the way is done again with everything recorded";
+}
+
+TEST_F(LoadCaseRun, WhatIsNoLoadCaseIsRefusedWithTheReason) {
+  const auto save = [this](const char* name, void (*change)(Model & model)) {
+    Model other = model_;
+    change(other);
+    SaveModelFile(other, folder_ / name);
+  };
+  save("grid.model", [](Model& m) { m = test::Cantilever(12, 6); });
+  save("thick.model", [](Model& m) { m.Thickness = 2; });
+  save("empty.model", [](Model& m) { std::ranges::fill(m.NodeLoad.Raw(), 0); });
+  test::WriteFile(folder_ / "bad.model", "1,2,3\n");
+  const struct {
+    const char *options, *message;
+    int exitStatus;
+  } cases[] = {
+      {"grid.model", "grid.model: not a load case of this model: the grid has 12 x 6 cells, not 6",
+       2},
+      {"thick.model", "thick.model: not a load case of this model: the thickness is 2 mm, not 1",
+       2},
+      {"bad.model", "bad.model: line ", 2},
+      {"none.model", "none.model: no such file", 2},
+      {"", "--load-case: wants a name", 2},
+      {"- --load-case -", "only one input can come from standard input", 2},
+      {"low.model --save low.model", "low.model: --save names the same file as a load case", 2},
+      {"low.model --load-case empty.model",
+       "stress analysis: load case 3: Floating-point error: ", 1},
+  };
+  const std::string before = All("low.model");
+  for (const auto& [options, message, exitStatus] : cases) {
+    const std::string given = *options == '\0' ? "''" : options;
+    EXPECT_EQ(Run("plate.model --quiet --load-case " + given), exitStatus) << options;
+    EXPECT_TRUE(Contains(err_, message)) << err_;
+  }
+  EXPECT_EQ(All("low.model"), before);
+  EXPECT_EQ(Run("plate.model --check --load-case low.model --load-case thick.model"), 1);
+  EXPECT_EQ(out_,
+            "plate.model: nothing looks wrong\nlow.model: nothing looks wrong\nthick.model: " +
+                std::string("not a load case of this model: the thickness is 2 mm, not 1\n"));
+}
+
+}  // namespace
+}  // namespace quillane
