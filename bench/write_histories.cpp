@@ -7,7 +7,8 @@
 
 #include "examples/recipes.h"
 #include "fem/mesh.h"
-#include "optimize/optimization_step.h"
+#include "optimize/course.h"
+#include "optimize/history.h"
 
 namespace {
 
