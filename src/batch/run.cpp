@@ -275,7 +275,7 @@ class BatchRun {
         analysed = false;
       }
       summary_.error +=
-          fmt::format("; {} the layout after step {}",
+          fmt::format(" ({} the layout after step {})",
                       analysed ? "the files hold" : "only --save holds", course_.Figures().steps);
       WriteFinalFiles(faults, !analysed);
     }

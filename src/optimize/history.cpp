@@ -1,5 +1,6 @@
 #include "optimize/history.h"
 
+#include <cerrno>
 #include <iterator>
 #include <string>
 #include <system_error>
@@ -25,6 +26,8 @@ std::string RecordText(const Model& model, int step) {
   throw RunTimeError(ErrorKind::kFile, "the history " + path.string() + " " + what, cause);
 }
 
+std::string SystemReason() { return std::generic_category().message(errno); }
+
 }  // namespace
 
 void KeepEarlierHistory(const fs::path& path) {
@@ -38,7 +41,7 @@ void KeepEarlierHistory(const fs::path& path) {
 
 void History::WriteLine(const std::string& line) {
   file_ << line << kLineEnd << std::flush;
-  if (!file_) Fail(path_, "cannot be written");
+  if (!file_) Fail(path_, "cannot be written: " + SystemReason());
 }
 
 void History::Start(Model& model, const fs::path& path) {
@@ -67,7 +70,7 @@ void History::Resume(Model& model, const fs::path& path) {
   path_ = path;
   file_.clear();
   file_.open(path, std::ios::binary | std::ios::app);
-  if (!file_) Fail(path_, "cannot be written");
+  if (!file_) Fail(path_, "cannot be written: " + SystemReason());
 }
 
 void History::Record(const Model& model) {
@@ -78,7 +81,7 @@ void History::Close(Model& model) {
   model.HistoryRecording = 0;
   if (!file_.is_open()) return;
   file_.close();
-  if (!file_) Fail(path_, "could not be written to its end");
+  if (!file_) Fail(path_, "could not be written completely: " + SystemReason());
 }
 
 }  // namespace quillane

@@ -207,7 +207,7 @@ TEST_F(Batch, AFailingStepLeavesWhatWasWrittenComplete) {
   EXPECT_TRUE(Contains(ReadFile(folder_ / "f/frames.pvd"), "frame-00000.vtu"));
   EXPECT_EQ(ReadFile(folder_ / "end.vtu"), ReadFile(folder_ / "f/frame-00000.vtu"));
   EXPECT_TRUE(Contains(ReadFile(folder_ / "end.svg"), "<path"));
-  EXPECT_TRUE(Contains(err_, "; the files hold the layout after step 0\n")) << err_;
+  EXPECT_TRUE(Contains(err_, "(the files hold the layout after step 0)\n")) << err_;
 }
 
 std::vector<Finding> FindingsIn(const std::string& text) {

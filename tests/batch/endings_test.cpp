@@ -67,7 +67,7 @@ TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
     const char* words;
   } cases[] = {
       {"a full file", "(ulimit -f 24; " + command + "--nodes n.csv --history h.tmp)",
-       "the history h.tmp cannot be written"},
+       "the history h.tmp cannot be written: File too large"},
       {"a folder that has gone",
        "(" + command +
            "--nodes n.csv --frames f --size 40x30 & "
@@ -78,7 +78,7 @@ TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
     for (const char* name : {"e.model", "n.csv"}) fs::remove(folder_ / name);
     EXPECT_EQ(Shell(c.command), 2) << c.what << err_;
     EXPECT_TRUE(Contains(err_, c.words)) << err_;
-    const std::string words = "; the files hold the layout after step ";
+    const std::string words = "(the files hold the layout after step ";
     const std::size_t at = err_.find(words);
     ASSERT_NE(at, std::string::npos) << err_;
     const int step = std::stoi(err_.substr(at + words.size()));
