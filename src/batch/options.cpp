@@ -100,9 +100,10 @@ class CommandLine {
     SettleOutline();
     RefuseOtherFormats();
     if (options_.check) {
-      RemarkIdle("--check only reads the model", [](const CLI::Option& option) {
+      RemarkIdle("--check only reads the models", [](const CLI::Option& option) {
         const std::string name = option.get_name();
-        return name.starts_with("--") && name != "--check" && name != "--quiet";
+        return name.starts_with("--") && name != "--check" && name != "--quiet" &&
+               name != "--load-case";
       });
       return;
     }

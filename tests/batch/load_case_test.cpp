@@ -163,6 +163,7 @@ TEST_F(LoadCaseRun, WhatIsNoLoadCaseIsRefusedWithTheReason) {
   }
   EXPECT_EQ(All("low.model"), before);
   EXPECT_EQ(Run("plate.model --check --load-case low.model --load-case thick.model"), 1);
+  EXPECT_EQ(err_, "");
   EXPECT_EQ(out_,
             "plate.model: nothing looks wrong\nlow.model: nothing looks wrong\nthick.model: " +
                 std::string("not a load case of this model: the thickness is 2 mm, not 1\n"));
