@@ -83,11 +83,17 @@ class CommandLine {
   /// Throws CLI::ParseError.
   void Parse(int argc, const char* const* argv) {
     app_.parse(argc, argv);
-    if (NamesStream(options_.model, stdin)) options_.model = "-";
-    std::vector<std::filesystem::path> inputs = options_.loadCases;
-    inputs.insert(inputs.end(), {options_.model, options_.resume});
-    if (std::ranges::count(inputs, "-") > 1) {
-      throw CLI::ValidationError("--load-case", "only one input can come from standard input");
+    std::vector<std::filesystem::path*> inputs = {&options_.model, &options_.resume};
+    for (std::filesystem::path& loadCase : options_.loadCases) inputs.push_back(&loadCase);
+    for (std::filesystem::path* input : inputs) {
+      if (NamesStream(*input, stdin)) *input = "-";
+      if (*input != "-" && NamesStream(*input, stdout)) {
+        throw CLI::ValidationError(input->string(), "standard output cannot be read");
+      }
+    }
+    if (std::ranges::count_if(inputs, [](const auto* input) { return *input == "-"; }) > 1) {
+      throw CLI::ValidationError("--resume, --load-case",
+                                 "only one input can come from standard input");
     }
     for (const OutputRow& row : OutputTable()) {
       std::filesystem::path& path = options_.outputs[row.output];
