@@ -1,7 +1,10 @@
+// clang-format off
+#include <windows.h>
+#include <shellapi.h>  // builds on windows.h
+// clang-format on
+
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>  // after windows.h
-#include <windows.h>
 
 #include <cerrno>
 #include <cstdlib>
