@@ -49,7 +49,7 @@ struct SearchWay {
 struct SearchGoal {
   double share = 0;       ///< of the full volume
   double fullVolume = 0;  ///< mm^3
-  /// Called after every step, by the thread of the attempt; false stops it.
+  /// Called before every step, by the thread of the attempt; false stops it.
   std::function<bool()> goOn;
   /// Called with every layout that is kept; empty where nobody listens.
   std::function<void(const Model& model, const std::vector<KeptStage>& stages)> kept;

@@ -30,7 +30,7 @@ inline constexpr double kLargestWish = 1 - kVolumeTolerance;
 
 /// Told by the threads of the attempts, one call at a time.
 struct SearchWatch {
-  /// After every step; false stops all attempts.
+  /// Before every step; false stops all attempts.
   std::function<bool()> goOn = [] { return true; };
   /// The first attempt of a round keeps a layout after so many stages.
   std::function<void(const Model& model, int attempt, const std::vector<KeptStage>& stages)> kept;
