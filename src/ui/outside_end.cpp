@@ -27,8 +27,11 @@ void RescueOnFatalMessage(QtMsgType type, const QMessageLogContext& context, con
 OutsideEnd::OutsideEnd(frmMain& window) {
   QObject::connect(&signals_, &EndSignals::Raised, &window,
                    [&window](int number) { window.EndFromOutside(kEndedBySignal + number); });
-  QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &window,
-                   &frmMain::RescueUnsavedWork, Qt::DirectConnection);
+  // Which of the two a session manager sends depends on the kind of save it asks for.
+  for (const auto request :
+       {&QGuiApplication::commitDataRequest, &QGuiApplication::saveStateRequest}) {
+    QObject::connect(qGuiApp, request, &window, &frmMain::RescueUnsavedWork, Qt::DirectConnection);
+  }
   [[maybe_unused]] static const int registered = std::atexit(RescueOnExit);
   rescued = &window;
   toolkitHandler = qInstallMessageHandler(RescueOnFatalMessage);

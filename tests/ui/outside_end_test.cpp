@@ -3,6 +3,7 @@
 
 #include <sys/resource.h>
 
+#include <QSessionManager>
 #include <csignal>
 
 #include "ui/window.h"
@@ -57,12 +58,27 @@ TEST_F(OutsideEnds, SignalsRescueWhatNoFileHolds) {
   EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text()) << "in the middle of a course";
   EXPECT_TRUE(robot.Boxes().empty());
 
-  Begin();
-  model().Epsilon = 9;
-  main->RescueUnsavedWork();  // as the end of a session does, then a signal
-  EndBy(SIGTERM);
-  EXPECT_TRUE(HasRescue());
-  EXPECT_FALSE(std::filesystem::exists("Rescue2.model"));
+  for (const char* menu : {"mnuOpen", "mnuSave", "mnuWidth", "mnuAppliedLoad"}) {
+    Begin();
+    model().Epsilon = 9;
+    In(menu, [this](QDialog&) { EndBy(SIGTERM); });
+    EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text()) << menu;
+  }
+}
+
+TEST_F(OutsideEnds, ASessionsEndRescuesOnce) {
+  auto* session = qApp->findChild<QSessionManager*>();
+  for (const auto request :
+       {&QGuiApplication::commitDataRequest, &QGuiApplication::saveStateRequest}) {
+    Begin();
+    (qApp->*request)(*session);
+    EXPECT_FALSE(HasRescue()) << "everything is saved";
+    model().Epsilon = 9;
+    (qApp->*request)(*session);
+    EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text());
+    EndBy(SIGTERM);
+    EXPECT_FALSE(std::filesystem::exists("Rescue2.model"));
+  }
 }
 
 TEST_F(OutsideEnds, ALostDisplayRescuesTooButTheUserIsNotAsked) {
