@@ -246,9 +246,7 @@ class BatchRun {
 
   /// A signal does not end this: the same steps were done before, and there are few.
   void Do(const Stage& stage) {
-    model_.StressTarget = stage.stressTarget;
-    model_.Epsilon = stage.epsilon;
-    model_.Lambda = stage.lambda;
+    Prescribe(stage, model_);
     EndRunOnError("stress analysis", [&] { course_.Analyse(); });
     for (int step = 0; step < stage.steps; ++step) Step();
   }

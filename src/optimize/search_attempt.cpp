@@ -41,6 +41,20 @@ int PresentCells(const Model& model) {
   return count;
 }
 
+/// The states of the cells after the next step; the model stays as it is.
+Array2<Integer> NextLayout(Model& model) {
+  Array2<Integer> layout = model.CellState;
+  const Array2<Double> potential = model.Potential;
+  UpdatePotential(model);
+  std::swap(layout, model.CellState);
+  model.Potential = potential;
+  return layout;
+}
+
+bool IsLayoutOf(const Model& model, const Array2<Integer>& layout) {
+  return std::ranges::equal(layout.Raw(), model.CellState.Raw());
+}
+
 template <std::size_t count>
 std::vector<Move> AllowedBy(const SearchWay& way, const std::array<Move, count>& moves) {
   std::vector<Move> allowed;
@@ -106,8 +120,8 @@ class Search {
   struct Trial {
     Model model;
     LoadCases cases;
-    std::vector<KeptStage> stages;
-    CourseFigures figures;
+    std::vector<KeptStage> stages = {};
+    CourseFigures figures = {};
     int cells = 0;
     double compliance = 0;
     double loss = std::numeric_limits<double>::infinity();
@@ -146,15 +160,13 @@ class Search {
   /// Casts the votes of a move, judges the layouts from the judgedFrom-th on, until one costs
   /// nothing.
   void TryMove(const Move& move, int judgedFrom, int aim, Trial& best) {
-    Trial trial;
-    trial.model = attempt_.model;
-    trial.cases = attempt_.cases;
+    Trial trial{.model = attempt_.model, .cases = attempt_.cases};
     Course course(trial.model);
     course.SetLoadCases(trial.cases);
+    int cast = 0;
     for (const Vote& vote : move) {
       if (!Cast(vote, static_cast<int>(aim * (1 + vote.room)), course, trial)) return;
-      const bool counts = vote.room == 0 && static_cast<int>(trial.stages.size()) >= judgedFrom;
-      if (!counts || !IsSound(trial)) continue;
+      if (++cast < judgedFrom || vote.room > 0 || !IsSound(trial)) continue;
       trial.loss = LossOf(trial);
       if (trial.loss > kUsualLoss) attempt_.end = SearchEnd::kWorthLess;
       if (trial.loss < best.loss) best = trial;
@@ -164,23 +176,30 @@ class Search {
 
   /// Whether a layout is lighter than the present one, not too light, and solved.
   bool IsSound(const Trial& trial) {
-    const bool takes = trial.cells < cells_, heavyEnough = trial.cells >= lightest_;
+    const bool takes = !trial.stages.empty() && trial.cells < cells_;
     const bool converged = trial.figures.lastSolve.converged;
-    if (takes && heavyEnough && converged) return true;
-    attempt_.end = !converged ? SearchEnd::kNotConverged
-                   : takes    ? SearchEnd::kTooLight
-                              : SearchEnd::kNothingLeft;
+    if (takes && converged && trial.cells >= lightest_) return true;
+    attempt_.end = !takes       ? SearchEnd::kNothingLeft
+                   : !converged ? SearchEnd::kNotConverged
+                                : SearchEnd::kTooLight;
     return false;
   }
 
+  /// Lets all cells vote, at a target that leaves `aim` of them, and adds the stage to the trial; a
+  /// vote by which nothing changes adds none. Returns false where the attempt ends, or where the
+  /// next layout would cut a load off: the trial is then of no use.
   bool Cast(const Vote& vote, int aim, Course& course, Trial& trial) {
     Model& model = trial.model;
     if (++votes_ > kMostVotes) return End(SearchEnd::kTriedEnough);
-    model.Lambda = attempt_.way.lambda;
-    model.Epsilon = vote.epsilon;
-    model.StressTarget = TargetThatKeeps(model, vote.epsilon, aim);
-    const Stage stage{model.StressTarget, model.Epsilon, model.Lambda,
-                      VoteSteps(model.Lambda, model.Epsilon)};
+    const Single lambda = attempt_.way.lambda;
+    const Stage last{model.StressTarget, model.Epsilon, model.Lambda};
+    const Stage stage{TargetThatKeeps(model, vote.epsilon, aim), vote.epsilon, lambda,
+                      VoteSteps(lambda, vote.epsilon)};
+    Prescribe(stage, model);
+    if (lambda == 1 && IsLayoutOf(model, NextLayout(model))) {
+      Prescribe(last, model);
+      return true;
+    }
     course.Analyse();
     for (int step = 0; step < stage.steps; ++step) {
       if (!TakeStep(course, model)) return false;
@@ -203,16 +222,14 @@ class Search {
     return true;
   }
 
-  /// Looks at the layout of the next step without the analysis, which costs most where the plate
-  /// has come apart.
+  /// Whether the plate after the next step carries what it carried at the start. Told without the
+  /// analysis, which costs most where the plate has come apart.
   bool NextLayoutCarriesLoads(Model& model) const {
-    const Array2<Integer> layout = model.CellState;
-    const Array2<Double> potential = model.Potential;
-    UpdatePotential(model);
-    const bool changes = !std::ranges::equal(layout.Raw(), model.CellState.Raw());
-    const bool carries = !changes || attempt_.cases.LostLoads(model) == lostBefore_;
-    model.CellState = layout;
-    model.Potential = potential;
+    Array2<Integer> layout = NextLayout(model);
+    if (IsLayoutOf(model, layout)) return true;
+    std::swap(layout, model.CellState);
+    const bool carries = attempt_.cases.LostLoads(model) == lostBefore_;
+    std::swap(layout, model.CellState);
     return carries;
   }
 
@@ -236,19 +253,15 @@ class Search {
 
   /// Votes at the wished volume; what is stiffer is kept, with all that led to it.
   void Polish() {
-    Trial path;
-    path.model = attempt_.model;
-    path.cases = attempt_.cases;
+    Trial path{.model = attempt_.model, .cases = attempt_.cases};
     const SearchEnd end = attempt_.end;
     for (const Integer epsilon : kPolish) {
       if (ended_) break;
       if (attempt_.way.narrowed && epsilon != attempt_.way.epsilon) continue;
-      Trial next;
-      next.model = path.model;
-      next.cases = path.cases;
+      Trial next{.model = path.model, .cases = path.cases};
       Course course(next.model);
       course.SetLoadCases(next.cases);
-      if (!Cast({epsilon}, aim_, course, next)) continue;
+      if (!Cast({epsilon}, aim_, course, next) || next.stages.empty()) continue;
       if (!next.figures.lastSolve.converged || next.cells < lightest_ || next.cells > heaviest_ ||
           LossOf(next) > 1.1) {
         continue;
@@ -282,6 +295,12 @@ class Search {
 };
 
 }  // namespace
+
+void Prescribe(const Stage& stage, Model& model) {
+  model.StressTarget = stage.stressTarget;
+  model.Epsilon = stage.epsilon;
+  model.Lambda = stage.lambda;
+}
 
 Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal,
                const LoadCases& cases) {

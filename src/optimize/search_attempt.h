@@ -17,6 +17,9 @@ struct Stage {
   int steps = 0;
 };
 
+/// Gives the model the target, Epsilon and Lambda of a stage.
+void Prescribe(const Stage& stage, Model& model);
+
 struct KeptStage {
   Stage stage;
   double volume = 0;      ///< after it, mm^3

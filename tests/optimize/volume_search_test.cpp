@@ -63,11 +63,13 @@ bool SameLayout(const Model& one, const Model& other) {
 /// Does the stages as a person would in the window.
 Model ByHand(Model model, const std::vector<KeptStage>& stages) {
   for (const KeptStage& kept : stages) {
-    model.StressTarget = kept.stage.stressTarget;
-    model.Epsilon = kept.stage.epsilon;
-    model.Lambda = kept.stage.lambda;
+    const Array2<Integer> before = model.CellState;
+    Prescribe(kept.stage, model);
     StressAnalysis(model);
     for (int step = 0; step < kept.stage.steps; ++step) Optimization(model);
+    if (model.Lambda == 1) {
+      EXPECT_FALSE(std::ranges::equal(before.Raw(), model.CellState.Raw())) << "is a vote in vain";
+    }
     EXPECT_EQ(model.Volume, kept.volume);
     EXPECT_EQ(Compliance(model), kept.compliance);
   }
