@@ -22,19 +22,20 @@ class Checkpoints {
  public:
   explicit Checkpoints(const OutputPaths& outputs) : outputs_(outputs) {}
 
-  void Kept(const Model& model) {
+  void Kept(const Attempt& attempt) {
     const Clock::time_point now = Clock::now();
     if (now - written_ < std::chrono::seconds(1)) return;
     written_ = now;
-    Write(Output::kSave, model, ModelFileText);
-    Write(Output::kCells, model, [](const Model& kept) { return CellTable(kept); });
+    Write(Output::kSave, [&] { return ModelFileText(attempt.model); });
+    Write(Output::kCells, [&] { return CellTable(attempt.model, attempt.cases.Results()); });
   }
 
  private:
-  void Write(Output output, const Model& model, std::string (*content)(const Model&)) const {
+  template <class Content>
+  void Write(Output output, const Content& content) const {
     const std::filesystem::path& path = outputs_[output];
     if (path.empty() || !IsFile(path)) return;
-    EndRunOnError(path.string(), [&] { WriteOutput(path, content(model)); });
+    EndRunOnError(path.string(), [&] { WriteOutput(path, content()); });
   }
 
   const OutputPaths& outputs_;
@@ -80,11 +81,11 @@ SearchResult RunSearch(const BatchOptions& options, const Model& analysed, const
   Checkpoints checkpoints(options.outputs);
   SearchWatch watch;
   watch.goOn = goOn;
-  watch.kept = [&](const Model& model, int attempt, const std::vector<KeptStage>& stages) {
-    progress.Show(model, static_cast<int>(stages.size()),
-                  fmt::format("attempt {}  target {} MPa  stage by ", attempt + 1,
-                              GeneralText(model.StressTarget)));
-    checkpoints.Kept(model);
+  watch.kept = [&](const Attempt& soFar, std::size_t index) {
+    progress.Show(soFar.model, static_cast<int>(soFar.stages.size()),
+                  fmt::format("attempt {}  target {} MPa  stage by ", index + 1,
+                              GeneralText(soFar.model.StressTarget)));
+    checkpoints.Kept(soFar);
   };
   return SearchVolume(analysed, search, watch, cases);
 }

@@ -247,7 +247,7 @@ class Search {
     attempt_.stages.insert(attempt_.stages.end(), trial.stages.begin(), trial.stages.end());
     attempt_.figures = Joined(attempt_.figures, trial.figures);
     cells_ = trial.cells;
-    if (goal_.kept) goal_.kept(attempt_.model, attempt_.stages);
+    if (goal_.kept) goal_.kept(attempt_);
     return true;
   }
 

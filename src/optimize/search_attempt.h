@@ -49,13 +49,15 @@ struct SearchWay {
   bool thorough = false;      ///< tries every repair before it takes one
 };
 
+struct Attempt;
+
 struct SearchGoal {
   double share = 0;       ///< of the full volume
   double fullVolume = 0;  ///< mm^3
   /// Called before every step, by the thread of the attempt; false stops it.
   std::function<bool()> goOn;
   /// Called with every layout that is kept; empty where nobody listens.
-  std::function<void(const Model& model, const std::vector<KeptStage>& stages)> kept;
+  std::function<void(const Attempt& soFar)> kept;
 };
 
 /// What an attempt found: the stiffest layout at the wish, else the lightest sound one.

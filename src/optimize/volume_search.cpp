@@ -69,7 +69,7 @@ class Rounds {
   }
 
  private:
-  SearchGoal Goal(std::size_t attempt, bool leads) {
+  SearchGoal Goal(std::size_t index, bool leads) {
     SearchGoal goal;
     goal.share = options_.share;
     goal.fullVolume = options_.fullVolume;
@@ -79,9 +79,9 @@ class Rounds {
       return !stopped_;
     };
     if (leads && watch_.kept) {
-      goal.kept = [this, attempt](const Model& model, const std::vector<KeptStage>& stages) {
+      goal.kept = [this, index](const Attempt& soFar) {
         const std::scoped_lock lock(mutex_);
-        watch_.kept(model, static_cast<int>(attempt), stages);
+        watch_.kept(soFar, index);
       };
     }
     return goal;

@@ -32,8 +32,8 @@ inline constexpr double kLargestWish = 1 - kVolumeTolerance;
 struct SearchWatch {
   /// Before every step; false stops all attempts.
   std::function<bool()> goOn = [] { return true; };
-  /// The first attempt of a round keeps a layout after so many stages.
-  std::function<void(const Model& model, int attempt, const std::vector<KeptStage>& stages)> kept;
+  /// The first attempt of a round keeps a layout; index: of the attempt, from 0.
+  std::function<void(const Attempt& soFar, std::size_t index)> kept;
 };
 
 struct SearchResult {
