@@ -21,11 +21,13 @@ Point Unit(Point p) { return 1 / Length(p) * p; }
 class Necks {
  public:
   Necks(const std::vector<std::vector<Point>>& polygons, double reach)
-      : grid_(polygons, reach), reach_(reach) {}
+      : grid_(polygons, reach), reach_(reach) {
+    for (const Segment& s : Segments()) directions_.push_back(Unit(s.b - s.a));
+  }
 
   /// The narrowest neck of at most `reach`.
   std::optional<Neck> Narrowest() {
-    for (const Segment& s : Segments()) Face(s);
+    for (int index = 0; index < static_cast<int>(Segments().size()); ++index) Face(index);
     std::ranges::sort(found_, {}, &Neck::width);
     const auto neck = std::ranges::find_if(found_, [this](const Neck& n) { return IsEmpty(n); });
     return neck == found_.end() ? std::nullopt : std::optional(*neck);
@@ -36,22 +38,25 @@ class Necks {
 
   const std::vector<Segment>& Segments() const { return grid_.Segments(); }
   const Segment& At(int index) const { return Segments()[static_cast<std::size_t>(index)]; }
+  Point Direction(int index) const { return directions_[static_cast<std::size_t>(index)]; }
 
-  /// Whether the vertex where s begins is not convex, and the way from there in direction u leads
-  /// into the material, away from both its segments.
-  bool Leaves(const Segment& s, Point u) const {
-    const Point back = Unit(At(s.before).a - s.a), on = Unit(s.b - s.a);
+  /// Whether the vertex where a segment begins is not convex, and the way from there in direction u
+  /// leads into the material, away from both its segments.
+  bool Leaves(int index, Point u) const {
+    const Point back = -1.0 * Direction(At(index).before), on = Direction(index);
     return Cross(on, back) <= kRightAngle && Dot(u, back) <= kRightAngle &&
            Dot(u, on) <= kRightAngle && Cross(on - back, u) > 0;
   }
 
-  /// Looks at what faces the vertex where s begins, and what faces its two segments in parallel.
-  void Face(const Segment& s) {
+  /// Looks at what faces the vertex where a segment begins, and what faces its two segments in
+  /// parallel.
+  void Face(int first) {
+    const Segment& s = At(first);
     grid_.ForEachNear(s.a, reach_, [&](int index) {
+      if (index == first || index == s.before) return;
+      FaceInParallel(first, index);
+      FaceInParallel(s.before, index);
       const Segment& t = At(index);
-      if (&t == &s || index == s.before) return;
-      FaceInParallel(s, t);
-      FaceInParallel(At(s.before), t);
       const Point along = t.b - t.a;
       const double part = Dot(s.a - t.a, along) / Dot(along, along);
       if (part >= 1) return;  // the end is the next segment's beginning
@@ -59,14 +64,15 @@ class Necks {
       const double width = Length(place - s.a);
       if (!(width > 0 && width <= reach_)) return;
       const Point u = 1 / width * (place - s.a);
-      const bool meets = part <= 0 ? Leaves(t, -1.0 * u) : Cross(along, s.a - t.a) > 0;
-      if (meets && Leaves(s, u)) found_.push_back({width, 0.5 * (place + s.a)});
+      const bool meets = part <= 0 ? Leaves(index, -1.0 * u) : Cross(along, s.a - t.a) > 0;
+      if (meets && Leaves(first, u)) found_.push_back({width, 0.5 * (place + s.a)});
     });
   }
 
   /// A member with parallel sides: the disc in the middle of where they overlap.
-  void FaceInParallel(const Segment& s, const Segment& t) {
-    const Point u = Unit(s.b - s.a), v = Unit(t.b - t.a);
+  void FaceInParallel(int first, int second) {
+    const Segment &s = At(first), &t = At(second);
+    const Point u = Direction(first), v = Direction(second);
     const double width = Cross(u, t.a - s.a);
     if (std::abs(Cross(u, v)) > kRightAngle || Dot(u, v) > 0 || !(width > 0)) return;
     const double begin = std::max(0.0, Dot(t.b - s.a, u));
@@ -86,6 +92,7 @@ class Necks {
 
   SegmentGrid grid_;
   double reach_;
+  std::vector<Point> directions_;  ///< unit vectors, by segment
   std::vector<Neck> found_;
 };
 
