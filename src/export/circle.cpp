@@ -27,9 +27,9 @@ Circle AlgebraicFit(const std::vector<Point>& points) {
   return {centre, std::sqrt(Dot(centre, centre) + (xx + yy) / static_cast<double>(points.size()))};
 }
 
-/// One Gauss-Newton step for the sum of (|p - centre| - radius)^2. The radius is the mean of the
-/// distances, which leaves two normal equations.
-Circle Improved(const Circle& circle, const std::vector<Point>& points) {
+/// One Gauss-Newton step for the sum of (|p - centre| - radius)^2 in the coordinates of the centre
+/// that are not fixed. The radius is the mean of the distances, which leaves two normal equations.
+Circle Improved(const Circle& circle, const std::vector<Point>& points, const FixedCentre& fixed) {
   std::vector<Point> towards;  // unit vectors
   double radius = 0;
   for (const Point& p : points) {
@@ -41,10 +41,12 @@ Circle Improved(const Circle& circle, const std::vector<Point>& points) {
   double xx = 0, xy = 0, yy = 0;
   Point right;
   for (std::size_t k = 0; k < points.size(); ++k) {
-    const Point d = towards[k] - mean;
+    const Point d = {fixed.x ? 0 : towards[k].x - mean.x, fixed.y ? 0 : towards[k].y - mean.y};
     xx += d.x * d.x, xy += d.x * d.y, yy += d.y * d.y;
     right = right + (Length(points[k] - circle.centre) - radius) * d;
   }
+  if (fixed.x) xx = 1;
+  if (fixed.y) yy = 1;
   const double determinant = xx * yy - xy * xy;
   const Point shift{(right.x * yy - right.y * xy) / determinant,
                     (right.y * xx - right.x * xy) / determinant};
@@ -72,12 +74,14 @@ std::vector<Point> ArcPoints(const Circle& circle, Point a, Point b, double devi
   return points;
 }
 
-Circle FitCircle(const std::vector<Point>& points) {
+Circle FitCircle(const std::vector<Point>& points, const FixedCentre& fixed) {
   const Point middle = Mean(points);
   std::vector<Point> centred;
   for (const Point& p : points) centred.push_back(p - middle);
   Circle circle = AlgebraicFit(centred);
-  for (int round = 0; round < kFitRounds; ++round) circle = Improved(circle, centred);
+  if (fixed.x) circle.centre.x = *fixed.x - middle.x;
+  if (fixed.y) circle.centre.y = *fixed.y - middle.y;
+  for (int round = 0; round < kFitRounds; ++round) circle = Improved(circle, centred, fixed);
   return {circle.centre + middle, circle.radius};
 }
 

@@ -1,6 +1,7 @@
 // Circles and clockwise arcs, as holes in the material have them.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "export/point.h"
@@ -19,8 +20,13 @@ double ClockwiseAngle(const Circle& circle, Point a, Point b);
 /// chord lies farther than `deviation` (mm) from the arc. a and b lie on the circle.
 std::vector<Point> ArcPoints(const Circle& circle, Point a, Point b, double deviation);
 
+/// The coordinates (mm) at which the centre of a circle has to lie.
+struct FixedCentre {
+  std::optional<double> x, y;
+};
+
 /// Returns the circle that fits the points best: least squares of their distances from it. There
 /// are at least three points, not all on one line; otherwise the result is not finite.
-Circle FitCircle(const std::vector<Point>& points);
+Circle FitCircle(const std::vector<Point>& points, const FixedCentre& fixed = {});
 
 }  // namespace quillane

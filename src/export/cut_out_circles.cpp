@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <map>
@@ -16,11 +17,12 @@ constexpr double kSlack = 0.1;
 /// The widest square that counts as a circle, in cells.
 constexpr int kWidestSquare = 3;
 /// How far the centre may lie out of the domain, in edges of a cell.
-constexpr double kCentreReach = 1;
+constexpr double kCentreReach = 1.5;
 /// The least radius of a region that one edge, or more than one edge, of the domain cuts, in edges
 /// of a cell: below, a stair may mean a chamfer as well.
-constexpr double kLeastCutRadius = 2, kLeastCornerRadius = 5;
-/// How far a corner at the edge of the domain may slide along it, in edges of a cell.
+constexpr double kLeastCutRadius = 2, kLeastCornerRadius = 4;
+/// How far a corner at the edge of the domain may slide along it into the material, in edges of a
+/// cell.
 constexpr double kSlide = 0.9;
 /// Points that stand for an edge in the fit.
 constexpr int kSamples = 4;
@@ -101,11 +103,13 @@ class Fit {
   std::optional<CutOutCircle> operator()(const Region& region) {
     const int sides = SidesOfDomain(region);
     if (region.edges.size() < 4 || IsMeantAsRectangle(region, sides)) return std::nullopt;
-    circle_ = FitCircle(Samples(region));
-    const double least = sides == 0 ? 0 : sides == 1 ? kLeastCutRadius : kLeastCornerRadius;
-    const bool isDisc = circle_.radius >= least * cell_ && circle_.radius < 1E6 * cell_ &&
-                        IsCentreNear() && SeparatesCells(region);
-    return isDisc ? OnCircle(region) : std::nullopt;
+    const std::vector<Point> samples = Samples(region);
+    if (sides > 0) {
+      circle_ = FitCircle(samples, CentreOnEdge(region));
+      if (IsDisc(region, sides)) return OnCircle(region);
+    }
+    circle_ = FitCircle(samples);
+    return IsDisc(region, sides) ? OnCircle(region) : std::nullopt;
   }
 
  private:
@@ -128,6 +132,16 @@ class Fit {
     return sides > 0 || rows != columns || rows > kWidestSquare;
   }
 
+  /// The centre of a half disc at an edge, or a quarter disc at a corner, of the domain.
+  FixedCentre CentreOnEdge(const Region& region) const {
+    const bool left = region.low[1] == 1, right = region.high[1] == model_.CellColumnCount;
+    const bool lower = region.low[0] == 1, upper = region.high[0] == model_.CellRowCount;
+    FixedCentre fixed;
+    if (left != right) fixed.x = left ? Low().x : High().x;
+    if (lower != upper) fixed.y = lower ? Low().y : High().y;
+    return fixed;
+  }
+
   std::vector<Point> Samples(const Region& region) const {
     std::vector<Point> samples;
     for (const Edge& edge : region.edges) {
@@ -139,6 +153,13 @@ class Fit {
     return samples;
   }
 
+  /// Whether the region is a digitized disc about the centre of the circle; if so, sets its radius.
+  bool IsDisc(const Region& region, int sides) {
+    const double least = sides == 0 ? 0 : sides == 1 ? kLeastCutRadius : kLeastCornerRadius;
+    return circle_.radius >= least * cell_ && circle_.radius < 1E6 * cell_ && IsCentreNear() &&
+           SeparateCells(region);
+  }
+
   bool IsCentreNear() const {
     const Point c = circle_.centre;
     const double reach = kCentreReach * cell_;
@@ -146,18 +167,23 @@ class Fit {
            c.y < High().y + reach;
   }
 
-  bool SeparatesCells(const Region& region) const {
-    const auto isInside = [this](const std::pair<int, int>& cell) {
-      const Point middle = Low() + cell_ * Point{cell.second - 0.5, cell.first - 0.5};
-      return FromCentre(middle) <= circle_.radius + kSlack * cell_;
-    };
-    const auto isOutside = [this](const Edge& edge) {  // the cell beyond it
-      const Point along = At(edge.to) - At(edge.from);
+  /// Changes the radius as little as possible so that the circle separates the region's cells from
+  /// those beside it. Returns whether that is possible.
+  bool SeparateCells(const Region& region) {
+    double inside = 0, outside = DBL_MAX;
+    for (const auto& [i, j] : region.cells) {
+      inside = std::max(inside, FromCentre(Low() + cell_ * Point{j - 0.5, i - 0.5}));
+    }
+    for (const Edge& edge : region.edges) {
+      const Point along = At(edge.to) - At(edge.from);  // the cell beyond it
       const Point beyond = At(edge.from) + 0.5 * (along + Point{-along.y, along.x});
-      return FromCentre(beyond) >= circle_.radius - kSlack * cell_;
-    };
-    return std::ranges::all_of(region.cells, isInside) &&
-           std::ranges::all_of(region.edges, isOutside);
+      outside = std::min(outside, FromCentre(beyond));
+    }
+    if (inside > outside + 2 * kSlack * cell_) return false;
+    const double middle = (inside + outside) / 2;
+    circle_.radius =
+        std::clamp(circle_.radius, std::min(inside, middle), std::max(outside, middle));
+    return true;
   }
 
   /// Where a corner lies on the circle: on the ray from the centre, or on the edge of the domain.
@@ -171,10 +197,10 @@ class Fit {
     }
     const double across = onSide ? away.x : away.y, square = circle_.radius * circle_.radius;
     if (square <= across * across) return std::nullopt;
-    const double along =
-        std::copysign(std::sqrt(square - across * across), onSide ? away.y : away.x);
-    const Point place = circle_.centre + (onSide ? Point{across, along} : Point{along, across});
-    return Length(place - home) <= kSlide * cell_ ? std::optional(place) : std::nullopt;
+    const double old = onSide ? away.y : away.x;
+    const double along = std::copysign(std::sqrt(square - across * across), old);
+    if (std::abs(along) - std::abs(old) > kSlide * cell_) return std::nullopt;
+    return circle_.centre + (onSide ? Point{across, along} : Point{along, across});
   }
 
   std::optional<CutOutCircle> OnCircle(const Region& region) const {

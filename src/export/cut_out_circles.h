@@ -18,10 +18,11 @@ struct CutOutCircle {
 
 /// Returns the circles of the regions of cut-out cells that are connected by edges and look like a
 /// digitized disc: to a tenth of a cell, the middles of the region's cells lie within the circle
-/// and those of the domain's cells beside it outside. The circle is the least-squares fit to the
-/// region's edge inside the domain. A region cut by the edge of the domain must be a larger part
-/// of a disc: the centre lies in the domain or within one cell of it. Rectangles are meant as such,
-/// but for squares of up to three cells inside the domain.
+/// and those of the domain's cells beside it outside. The centre is that of the least-squares fit
+/// to the region's edge inside the domain, and so is the radius unless another one is needed to
+/// separate the cells. For a region cut by the edge of the domain a centre on that edge, or in its
+/// corner, comes first; otherwise the centre lies in the domain or within 1.5 cells of it.
+/// Rectangles are meant as such, but for squares of up to three cells inside the domain.
 std::vector<CutOutCircle> FindCutOutCircles(const Shape& shape, const Model& model);
 
 }  // namespace quillane

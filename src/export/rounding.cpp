@@ -23,11 +23,12 @@ bool IsFolded(const Shape& shape, const std::array<int, 4>& cell) {
 
 class Rounding {
  public:
-  Rounding(Shape& shape, const Model& model) : shape_(shape), thin_(ThinCells(shape, model)) {
+  Rounding(Shape& shape, const Model& model) : shape_(shape) {
     for (const auto& cell : shape.cells) {
       for (const int corner : cell) cellsAt_[corner].push_back(cell);
     }
-    for (const auto& cell : thin_) {
+    for (const Cell& cell : ThinCells(shape, model)) {
+      if (IsTip(model, cell)) continue;  // where an arc meets the edge of the domain
       for (const int corner : cell) thinAt_[corner].push_back(cell);
     }
     const std::vector<int> contacts = CornerContacts(shape);
@@ -57,6 +58,16 @@ class Rounding {
  private:
   using Cell = std::array<int, 4>;
 
+  /// Whether at least three sides of a cell are on the edge.
+  static bool IsTip(const Model& model, const Cell& cell) {
+    const int stride = model.CellColumnCount + 1, first = std::ranges::min(cell);
+    const int i = (first - 1) / stride + 1, j = (first - 1) % stride + 1;
+    const auto present = [&model](int row, int column) {
+      return HasMaterial(model, row, column) ? 1 : 0;
+    };
+    return present(i - 1, j) + present(i + 1, j) + present(i, j - 1) + present(i, j + 1) <= 1;
+  }
+
   Point& At(int corner) { return shape_.corners[static_cast<std::size_t>(corner)]; }
 
   /// How far the arc on an edge bulges over its chord.
@@ -79,7 +90,6 @@ class Rounding {
   }
 
   Shape& shape_;
-  const std::vector<Cell> thin_;
   std::unordered_map<int, std::vector<Cell>> cellsAt_, thinAt_;
   std::set<int> taken_;
 };

@@ -36,8 +36,18 @@ TEST(CutOutCircles, AreFoundInDigitizedDiscs) {
     EXPECT_LT(Length(circles[0].centre - Point{10 * x, 10 * y}), 3);
     error += std::abs(circles[0].radius - 10 * radius) / 60;
   }
-  EXPECT_GE(found, 55) << "of " << discs;
+  EXPECT_GE(found, 59) << "of " << discs;
   EXPECT_LT(error, 0.1 * 10);
+
+  found = 0;
+  for (int k = 0; k < 60; ++k) {  // cut by an edge of the domain
+    const double radius = between(3, 12), x = between(-0.5, 0.9 * radius), y = 20 + between(-1, 1);
+    Model model = test::Plate(40, 40, 10);
+    test::CutDisc(model, k % 2 == 0 ? x : y, k % 2 == 0 ? y : 40 - x, radius);
+    const std::vector<Circle> arcs = Figures(model).arcs;
+    found += arcs.size() == 1 && std::abs(arcs[0].radius - 10 * radius) < 7 ? 1 : 0;
+  }
+  EXPECT_GE(found, 59);
 }
 
 TEST(CutOutCircles, AreNotFoundInOtherShapes) {
@@ -83,7 +93,7 @@ TEST(CutOutCircles, AreNotFoundInOtherShapes) {
 TEST(CutOutCircles, BecomeArcsWhereTheEdgeOfTheDomainCutsThem) {
   const struct {
     double x, y, radius, part;  ///< cells; the part of the disc in the domain
-  } kHoles[] = {{0, 12, 6, 0.5}, {12, 24, 7, 0.5}, {24, 24, 8, 0.25}};
+  } kHoles[] = {{0, 12, 6, 0.5}, {12, 24, 7, 0.5}, {24, 24, 8, 0.25}, {0, 0, 14.83, 0.25}};
   for (const auto& [x, y, radius, part] : kHoles) {
     SCOPED_TRACE(radius);
     Model model = test::Plate(24, 24, 10);
