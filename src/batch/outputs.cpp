@@ -108,7 +108,7 @@ void ClaimOrRefuse(const fs::path& path, bool isFolder) {
 void PrepareFrames(const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);
-  if (!fs::is_directory(folder, error)) {
+  if (std::error_code unknown; !fs::is_directory(folder, unknown)) {
     Refuse(folder,
            "the folder cannot be made: " +
                (error ? error : std::make_error_code(std::errc::not_a_directory)).message());
