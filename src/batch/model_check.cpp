@@ -9,6 +9,7 @@
 #include <set>
 #include <utility>
 
+#include "fem/element_stiffness.h"
 #include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "model/number_text.h"
@@ -89,7 +90,7 @@ class ModelCheck {
                       m.CellRowCount, m.CellColumnCount, GeneralText(m.ElementSize)));
     }
     if (!(m.YoungModulus > 0)) Report(Record::kMaterial, 1, "Young's modulus is not above 0");
-    if (!(m.PoissonRatio > -1 && m.PoissonRatio <= 0.5)) {
+    if (!IsPoissonRatio(m.PoissonRatio)) {
       Report(Record::kMaterial, 1, "Poisson's ratio is not between -1 and 0.5");
     }
     if (!(m.Thickness > 0)) Report(Record::kMaterial, 1, "the thickness is not above 0");

@@ -18,6 +18,7 @@
 #include "batch/run_summary.h"
 #include "batch/search_run.h"
 #include "export/outline_file.h"
+#include "fem/element_stiffness.h"
 #include "fem/mesh.h"
 #include "fem/pieces.h"
 #include "model/number_text.h"
@@ -367,9 +368,10 @@ class BatchRun {
       Complain(fmt::format(
           "the last solve did not converge: its displacements and stresses mean nothing; "
           "the plate {}",
-          summary_.connected ? "is held, but too slender for the solver, or Poisson's "
-                               "ratio is not between -1 and 0.5"
-                             : "is not held, or has come apart"));
+          !summary_.connected                   ? "is not held, or has come apart"
+          : IsPoissonRatio(model_.PoissonRatio) ? "is held, but too slender for the solver"
+                                                : "is held, but Poisson's ratio is not between "
+                                                  "-1 and 0.5"));
     }
     const bool fileFailed = std::ranges::any_of(
         faults, [](const Failure& fault) { return fault.exitStatus < kExitSignal; });

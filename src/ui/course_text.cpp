@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "fem/element_stiffness.h"
 #include "ui/error_text.h"
 
 namespace quillane {
@@ -45,8 +46,10 @@ QString CourseText(const EditState& edits, const Course& course) {
     // Steps can disconnect loads; an analysis that does not converge shows a fault of the model.
     lines += solves <= model.StepCount
                  ? QStringLiteral("open the last saved model, lower the target.")
-             : LoadsAreCarried(model) ? QStringLiteral("use more cells across the plate's members.")
-                                      : QStringLiteral("check the supports (Freedom Conditions).");
+             : !LoadsAreCarried(model) ? QStringLiteral("check the supports (Freedom Conditions).")
+             : !IsPoissonRatio(model.PoissonRatio)
+                 ? QStringLiteral("check Poisson's ratio (Design Property).")
+                 : QStringLiteral("use more cells across the plate's members.");
   }
   if (edits.changedSinceAnalysis) lines += QStringLiteral("Changed by hand since the last FEA.");
   if (StepCounterIsFull(model)) {

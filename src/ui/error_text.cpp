@@ -3,6 +3,7 @@
 
 #include <QDir>
 
+#include "fem/element_stiffness.h"
 #include "fem/load_paths.h"
 #include "model/number_text.h"
 
@@ -65,6 +66,26 @@ QString RescueLine(const RescueReport& rescue) {
       .arg(QDir::toNativeSeparators(QString::fromStdString(rescue.path.string())));
 }
 
+struct Doubt {
+  QString japanese, english;
+};
+
+/// Returns what keeps an analysis of the model from converging.
+Doubt DoubtOf(const Model& model) {
+  if (!LoadsAreCarried(model)) {
+    return {QStringLiteral("拘束条件を確認してください。"),
+            QStringLiteral("Check that the plate is held against moving and turning.")};
+  }
+  if (!IsPoissonRatio(model.PoissonRatio)) {
+    return {QStringLiteral("ポアソン比が適切ではありません。"),
+            QStringLiteral("Poisson's ratio is not between -1 and 0.5: see Design Property.")};
+  }
+  return {QStringLiteral("部材が細長すぎます。"),
+          QStringLiteral("The loads are connected to supports that hold the plate, but\n"
+                         "it is too slender for the solver: use more cells across its\n"
+                         "members.")};
+}
+
 }  // namespace
 
 bool LoadsAreCarried(const Model& model) {
@@ -76,7 +97,7 @@ bool LoadsAreCarried(const Model& model) {
 }
 
 QString NotConvergedText(const SolveReport& report, const Model& model) {
-  const bool isHeld = LoadsAreCarried(model);
+  const Doubt doubt = DoubtOf(model);
   return QStringLiteral(
              "応力解析が収束しませんでした。\n"
              "表示された結果は正しくない可能性があります。\n"
@@ -86,13 +107,8 @@ QString NotConvergedText(const SolveReport& report, const Model& model) {
              "The results shown may be wrong.\n"
              "%4")
       .arg(report.iterations)
-      .arg(QString::fromStdString(ExponentText(report.trueResidual)))
-      .arg(isHeld ? QStringLiteral("部材が細長すぎるか、ポアソン比が適切ではありません。")
-                  : QStringLiteral("拘束条件を確認してください。"))
-      .arg(isHeld ? QStringLiteral("The loads are connected to supports that hold the plate, but\n"
-                                   "it is too slender for the solver, or Poisson's ratio is not\n"
-                                   "between -1 and 0.5: use more cells across its members.")
-                  : QStringLiteral("Check that the plate is held against moving and turning."));
+      .arg(QString::fromStdString(ExponentText(report.trueResidual)), doubt.japanese,
+           doubt.english);
 }
 
 QString StoppedText(const RunTimeError& error) {

@@ -110,6 +110,12 @@ TEST_F(Window, AnAnalysisThatFailsIsReportedAndTheWindowStays) {
   EXPECT_NE(robot.Boxes().at(0).find("too slender"), std::string::npos);
   In("mnuOptimization",
      [](QDialog& dialog) { EXPECT_NE(CourseOf(dialog).find("more cells"), std::string::npos); });
+  model().PoissonRatio = 0.9;
+  Menu("mnuStressAnalysis");
+  EXPECT_NE(robot.Boxes().at(0).find("Poisson's ratio"), std::string::npos);
+  In("mnuOptimization", [](QDialog& dialog) {
+    EXPECT_NE(CourseOf(dialog).find("check Poisson's ratio"), std::string::npos);
+  });
   EXPECT_EQ(ended, -1);
 }
 
