@@ -240,7 +240,6 @@ std::string ModelFileText(const Model& model) {
 }
 
 void SaveModelFile(Model& model, const std::filesystem::path& path) {
-  model.ModelFilePath = path.string();
   try {
     ReplaceFile(path, ModelFileText(model));
   } catch (const FileWriteError& error) {
@@ -248,6 +247,7 @@ void SaveModelFile(Model& model, const std::filesystem::path& path) {
   } catch (const RunTimeError& error) {
     throw ModelFileError(0, error.what());
   }
+  model.ModelFilePath = path.string();
 }
 
 ReadingNotes ReadModel(Model& model, std::streambuf& input,
@@ -266,7 +266,6 @@ ReadingNotes ReadModel(Model& model, std::streambuf& input,
 
 void OpenModelFile(Model& model, const std::filesystem::path& path,
                    const std::function<void()>& beforeChange) {
-  model.ModelFilePath = path.string();
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
   if (!std::filesystem::exists(status)) throw ModelFileError(0, "no such file");
@@ -277,6 +276,7 @@ void OpenModelFile(Model& model, const std::filesystem::path& path,
   if (file.open(path, std::ios::in | std::ios::binary) == nullptr) {
     throw ModelFileError(0, "the file cannot be opened for reading");
   }
+  model.ModelFilePath = path.string();
   ReadModel(model, file, beforeChange);
 }
 

@@ -31,7 +31,7 @@ class ModelFileError : public std::runtime_error {
 std::string ModelFileText(const Model& model);
 
 /// Writes the model to path and keeps path in ModelFilePath. Throws ModelFileError and then leaves
-/// an old file as it is.
+/// an old file and ModelFilePath as they are.
 void SaveModelFile(Model& model, const std::filesystem::path& path);
 
 /// The records of a model file in their order; from kCell to kLoad one for each cell, node or
@@ -78,7 +78,7 @@ struct ReadingNotes {
 ReadingNotes ReadModel(Model& model, std::streambuf& input,
                        const std::function<void()>& beforeChange = {});
 
-/// ReadModel from an ordinary file; keeps path in ModelFilePath. Throws as it does.
+/// ReadModel from an ordinary file; keeps path in ModelFilePath if there is one. Throws as it does.
 void OpenModelFile(Model& model, const std::filesystem::path& path,
                    const std::function<void()>& beforeChange = {});
 

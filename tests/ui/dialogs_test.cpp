@@ -265,6 +265,8 @@ TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
   const std::filesystem::path far = folder / "sub/far.model";
   EXPECT_TRUE(Fill("mnuSave", {{"txtFileName", far.string()}}, "cmdSave"));
   EXPECT_EQ(ReadFile(far), saved);
+  EXPECT_FALSE(Fill("mnuOpen", {{"txtFileName", "/none/near.model"}}, "cmdOpen"));
+  EXPECT_FALSE(Fill("mnuSave", {{"txtFileName", "/none/near.model"}}, "cmdSave"));
   EXPECT_TRUE(In("mnuOpen", [](QDialog& dialog) {
     EXPECT_EQ(dialog.findChild<QTreeWidget*>("Dir1")->currentItem()->text(0), "sub");
     Enter(dialog, "txtFileName", "far.model");
