@@ -134,7 +134,7 @@ std::string DxfText(const Shape& shape) {
   file->close();
 
   QFile written(path);
-  if (!written.open(QIODevice::ReadOnly))
+  if (!written.open(QIODevice::ReadOnly | QIODevice::Text))  // line ends as on every system
     throw FileWriteError("no file can be written in the temporary folder");
   std::string text = written.readAll().toStdString();
   if (!text.ends_with("EOF\n")) throw FileWriteError("the temporary folder is full");
