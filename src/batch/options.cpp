@@ -17,6 +17,7 @@
 #include "batch/option_values.h"
 #include "batch/outputs.h"
 #include "model/number_text.h"
+#include "model/platform.h"
 
 namespace quillane {
 namespace {
@@ -61,11 +62,13 @@ class CommandLine {
   explicit CommandLine(BatchOptions& options) : options_(options) {
     app_.allow_windows_style_options(false);  // /plate.model is a file
     app_.set_version_flag("--version", "quillane-batch " QUILLANE_VERSION);
-    app_.add_option("MODEL", options.model, "model file; - is standard input")
-        ->check(NameFault)
-        ->required();
-    app_.add_option("--load-case", options.loadCases,
-                    "model whose supports and loads are one more load case; repeatable")
+    AddFile("MODEL", options.model, "model file; - is standard input")->required();
+    const auto addCases = [&options](const std::vector<std::string>& names) {
+      for (const std::string& name : names) options.loadCases.push_back(PathFromText(name));
+    };
+    app_.add_option_function<std::vector<std::string>>(
+            "--load-case", addCases,
+            "model whose supports and loads are one more load case; repeatable")
         ->check(NameFault)
         ->type_name("FILE")
         ->allow_extra_args(false);
@@ -141,12 +144,16 @@ class CommandLine {
     return app_.add_flag(name, flag, help)->group(group_);
   }
 
+  CLI::Option* AddFile(const std::string& name, std::filesystem::path& path, const char* help) {
+    const auto store = [&path](const std::string& text) { path = PathFromText(text); };
+    return app_.add_option_function<std::string>(name, store, help)->check(NameFault);
+  }
+
   void AddFiles(const char* group) {
     group_ = group;
     for (const OutputRow& row : OutputTable()) {
       if (row.group != group_) continue;
-      app_.add_option(row.option, options_.outputs[row.output], row.help)
-          ->check(NameFault)
+      AddFile(row.option, options_.outputs[row.output], row.help)
           ->type_name(row.type)
           ->group(group_);
     }
@@ -226,9 +233,8 @@ class CommandLine {
     Add("--jobs", "N",
         "threads of a search and of load cases (default: all cores); the result is the same",
         options_.jobs, Jobs);
-    app_.add_option("--resume", options_.resume,
-                    "go on from a table that --cells wrote of an earlier run of MODEL")
-        ->check(NameFault)
+    AddFile("--resume", options_.resume,
+            "go on from a table that --cells wrote of an earlier run of MODEL")
         ->type_name("CELLS.csv")
         ->group(group_);
     AddFlag("--drop-loose", options_.dropLoose,

@@ -1,11 +1,17 @@
-// What saving needs of the operating system beyond the standard library; one source per platform.
+// What paths and saving need of the operating system beyond the standard library; one source per
+// platform.
 #pragma once
 
 #include <cstdio>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 namespace quillane {
+
+/// Returns the path whose text, as path.string() returns it, is given. The library's own conversion
+/// expects another encoding on Windows.
+std::filesystem::path PathFromText(std::string_view text);
 
 /// Opens as std::fopen does, whatever characters the path is made of.
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);

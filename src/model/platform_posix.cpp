@@ -4,6 +4,8 @@
 
 namespace quillane {
 
+std::filesystem::path PathFromText(std::string_view text) { return text; }
+
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode) {
   return std::fopen(path.c_str(), mode);
 }

@@ -11,6 +11,7 @@
 #include <QTreeWidget>
 #include <ranges>
 
+#include "model/platform.h"
 #include "ui/file_name.h"
 #include "ui/folder.h"
 #include "ui/message_box.h"
@@ -45,7 +46,7 @@ QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::pat
 /// Returns the folder of the last file, or else the current directory, or else the root.
 fs::path StartFolder(const std::string& lastFile) {
   std::error_code gone;
-  const fs::path last = fs::canonical(fs::path(lastFile).parent_path(), gone);
+  const fs::path last = fs::canonical(PathFromText(lastFile).parent_path(), gone);
   if (!gone && fs::is_directory(last, gone)) return last;
   const fs::path current = fs::current_path(gone);
   return gone ? fs::path("/") : current;
@@ -155,7 +156,7 @@ bool FileForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FileForm::OpenRow(const QTreeWidgetItem* row) {
-  OpenFolder(row->data(0, kPathRole).toByteArray().toStdString());
+  OpenFolder(PathFromText(row->data(0, kPathRole).toByteArray().toStdString()));
 }
 
 void FileForm::OpenFolder(const fs::path& folder) {
@@ -194,7 +195,7 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
   }
   const QIcon closed = style()->standardIcon(QStyle::SP_DirIcon);
   for (const std::string& name : subfolders) {
-    rows += FolderRow(FileNameText(name), closed, folder_ / name);
+    rows += FolderRow(FileNameText(name), closed, folder_ / PathFromText(name));
   }
   above->addChildren(rows);
   Dir1->expandAll();
@@ -202,7 +203,9 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
   Dir1->scrollToItem(above, QAbstractItemView::PositionAtTop);
 }
 
-fs::path FileForm::FullPath() const { return folder_ / FileNameBytes(txtFileName->text()); }
+fs::path FileForm::FullPath() const {
+  return folder_ / PathFromText(FileNameBytes(txtFileName->text()));
+}
 
 void FileForm::RunOrStayOpen(const std::function<void(const fs::path&)>& action) {
   const fs::path path = FullPath();

@@ -2,10 +2,12 @@
 #include "support/plates.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 
 #include "fem/mesh.h"
+#include "model/platform.h"
 
 namespace quillane::test {
 
@@ -87,9 +89,20 @@ ScratchFolder::~ScratchFolder() {
   std::filesystem::remove_all(path_, error);
 }
 
+std::filesystem::path ScratchFolder::operator/(const std::string& name) const {
+  return path_ / PathFromText(name);
+}
+
 std::string ReadFile(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::string text;
+  std::FILE* const file = OpenFile(path, "rb");  // waits where a writer holds the file
+  if (file == nullptr) return text;
+  char piece[65536];
+  while (const std::size_t count = std::fread(piece, 1, sizeof piece, file)) {
+    text.append(piece, count);
+  }
+  std::fclose(file);
+  return text;
 }
 
 void WriteFile(const std::filesystem::path& path, const std::string& content) {

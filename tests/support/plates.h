@@ -32,7 +32,7 @@ class ScratchFolder {
   ~ScratchFolder();
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
-  std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+  std::filesystem::path operator/(const std::string& name) const;
   const std::filesystem::path& Path() const { return path_; }
 
  private:

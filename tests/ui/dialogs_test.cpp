@@ -194,7 +194,11 @@ TEST_F(Window, ARescueFileWithoutAPlaceGoesToTheTemporaryFolderOrIsReportedAsMis
 }
 
 TEST_F(Window, FileListsFollowTheFolder) {
+#if defined(_WIN32)
+  const std::string odd = "x、z😀.model";  // a name is UTF-16 there
+#else
   const std::string odd = "x\nz\xFF\xC3.model";
+#endif
   std::filesystem::create_directories(folder / "sub" / "deep.model");
   for (const std::string& name :
        Texts{"b.model", "A.model", odd, "c.txt", ".hidden.model", "D.MODEL", "sub/inner.model"}) {
@@ -246,7 +250,7 @@ TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
     Enter(dialog, "txtFileName", "sub/../plate");  // the text as typed, nothing added
     QTest::keyClick(dialog.findChild<QLineEdit*>("txtFileName"), Qt::Key_Return);
   }));
-  EXPECT_EQ(model().ModelFilePath, std::filesystem::current_path().string() + "/sub/../plate");
+  EXPECT_EQ(model().ModelFilePath, (std::filesystem::current_path() / "sub/../plate").string());
   const std::string saved = ReadFile(folder / "plate");
   EXPECT_EQ(saved, Text());
   Menu("mnuStressAnalysis");
