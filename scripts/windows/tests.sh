@@ -15,9 +15,10 @@ mkdir "$seen"
 cmake --build --preset release
 here=build/release/src/batch/quillane-batch
 
-# A machine of its own, without the parts that wine would offer to download.
-export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=' QT_QPA_PLATFORM=windows
+# A machine of its own with Windows 10, without the parts that wine would offer to download.
+export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
 wineboot --init > /dev/null 2>&1
+wine winecfg -v win10
 wineserver --wait
 
 step() { echo "== $*"; }
@@ -40,23 +41,27 @@ skipped() {
 }
 
 step 'tests of each room'
-export WINEPATH="$libraries/bin;$(echo /usr/lib/gcc/x86_64-w64-mingw32/*-posix);/usr/x86_64-w64-mingw32/lib"
-export QT_PLUGIN_PATH=$libraries/plugins
+# run_tests ROOM COMMAND...
 failed=()
+run_tests() {
+  local room=$1
+  shift
+  echo "$room"
+  skipped "$room" | sed 's/^/  without /'
+  "$@" --gtest_brief=1 --gtest_filter="-$(skipped "$room" | sed 's/ .*//' | paste -sd:)" || failed+=("$room")
+}
 for test in build/windows/tests/*_test.exe build/windows/tests/*/*_test.exe; do
-  echo "$(basename "$test" .exe), without:$(skipped "$(basename "$test" _test.exe)" | sed 's/^/ /')"
-  wine "$test" --gtest_brief=1 --gtest_filter="-$(skipped "$(basename "$test" _test.exe)" | cut -d' ' -f1 | paste -sd:)" ||
-    failed+=("$test")
+  WINEPATH="$libraries/bin;$(echo /usr/lib/gcc/x86_64-w64-mingw32/*-posix);/usr/x86_64-w64-mingw32/lib" \
+    QT_PLUGIN_PATH=$libraries/plugins run_tests "$(basename "$test" _test.exe)" wine "$test"
 done
-[ ${#failed[@]} -eq 0 ] || { echo "failed: ${failed[*]}" >&2; exit 1; }
 
 step 'tests of the command line, run here, the program there'
 g++ -std=c++20 -O1 -fPIC -Isrc -Itests -I. -DQUILLANE_BATCH="\"$scratch/quillane-batch\"" \
   -DQUILLANE_SOURCE_DIR="\"$PWD\"" -isystem /usr/include/x86_64-linux-gnu/qt6 \
   -isystem /usr/include/x86_64-linux-gnu/qt6/QtCore tests/batch/*_test.cpp \
-  build/release/src/batch/libquillane_batch_core.a build/release/tests/libquillane_test_support.a \
-  build/release/src/*/libquillane_{edit,optimize,fem,model}.a -o "$scratch/batch_test" \
-  -lgtest_main -lgtest -lhwy -lfmt -lQt6Core
+  -Wl,--start-group build/release/src/*/libquillane_*.a build/release/tests/libquillane_test_support.a \
+  -Wl,--end-group -o "$scratch/batch_test" -lgtest_main -lgtest -lhwy -lfmt -ldxflib -lQt6Gui -lQt6Core
+run_tests batch "$scratch/batch_test"
 
 step 'histories of the examples, 150 steps, at each instruction set'
 libraries_of() { for room in optimize fem model; do echo "build/$1/src/$room/libquillane_$room.a"; done; }
@@ -110,7 +115,7 @@ cmp "$place/終.model" "$scratch/m"
 echo "ended after $steps steps, with history and model as here"
 
 step 'a whole job in the window'
-unset WINEPATH QT_PLUGIN_PATH
+wineserver --wait
 scripts/windows/window_job.sh "$scratch/quillane" examples/half-mbb-beam.model "$seen/window"
 steps=$(($(wc -l < "$seen/window/History.tmp") - 2))
 "$here" examples/half-mbb-beam.model --steps "$steps" --quiet --history "$scratch/h" --save "$scratch/m"

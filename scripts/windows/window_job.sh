@@ -25,6 +25,9 @@ place_main
 menu_open
 await 'Open Model'
 locate "$id"
+press_at $((x + width / 4)) $((y + 22))
+shoot drives "$id"
+key Escape
 press_at $((x + width * 3 / 4)) $((y + 22))
 shoot open "$id"
 key Return
@@ -32,6 +35,7 @@ await 'by HARROW'
 shoot opened
 
 key F10
+shoot menus
 repeat Right 4
 key Return
 shoot stress
