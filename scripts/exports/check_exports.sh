@@ -51,7 +51,7 @@ for name in "${names[@]}"; do
 done
 
 # Pictures to look at: all outlines on one sheet, and each drawing with circles in LibreCAD.
-montage "$folder"/*.svg.png -tile 3x -geometry 900x500+20+20 "$folder/outlines.png"
+montage "$folder"/*.svg.png'[900x500]' -tile 3x -geometry 900x500+20+20 "$folder/outlines.png"
 . scripts/lib/virtual_screen.sh
 virtual_screen 1200x800
 export HOME=$scratch XDG_CONFIG_HOME=$scratch
