@@ -3,7 +3,7 @@
 virtual_screen() {
   scratch=$(mktemp -d)
   exec 3<>"$scratch/display"
-  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp -noreset 2>/dev/null &
   screen=$!
   trap 'kill "$screen" 2>/dev/null; rm -rf "$scratch"' EXIT
   until [ -s "$scratch/display" ]; do sleep 0.1; done
