@@ -38,13 +38,16 @@ class Ending : public Batch {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
   }
 
-  /// Whether the program has come so far that it catches the signal.
-  static bool Catches(pid_t child, int signal) {
+  /// Whether the system counts the signal among those of the child that `set` names.
+  static bool IsIn(const std::string& set, pid_t child, int signal) {
     const std::string status = ReadFile("/proc/" + std::to_string(child) + "/status");
-    const std::size_t at = status.find("SigCgt:");
+    const std::size_t at = status.find(set);
     return at != std::string::npos &&
-           (std::stoull(status.substr(at + 7), nullptr, 16) >> (signal - 1) & 1) != 0;
+           (std::stoull(status.substr(at + set.size()), nullptr, 16) >> (signal - 1) & 1) != 0;
   }
+
+  /// Whether the program has come so far that it catches the signal.
+  static bool Catches(pid_t child, int signal) { return IsIn("SigCgt:", child, signal); }
 
   /// Waits until `reached` holds, for a minute at most.
   template <class Reached>
@@ -126,12 +129,19 @@ TEST_F(Ending, ASecondRequestEndsItAtOnce) {
   SaveModelFile(large, folder_ / "large.model");
   ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
   const int reader = open(Name("p").c_str(), O_RDONLY | O_NONBLOCK);
-  const pid_t child = Start({"large.model", "--quiet", "--cells", "p"});
-  ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); }));
-  kill(child, SIGINT);
-  usleep(200000);
-  kill(child, SIGTERM);
-  EXPECT_EQ(StatusOf(child), -SIGTERM);
+  int status = 0;
+  // The run gives up by itself a second after the first request, and this test may be held up
+  // longer.
+  for (int attempt = 0; attempt < 9 && status != -SIGTERM; ++attempt) {
+    const pid_t child = Start({"large.model", "--quiet", "--cells", "p"});
+    ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); }));
+    kill(child, SIGINT);
+    ASSERT_TRUE(Wait([&] { return !IsIn("ShdPnd:", child, SIGINT); }));
+    usleep(200000);
+    kill(child, SIGTERM);
+    status = StatusOf(child);
+  }
+  EXPECT_EQ(status, -SIGTERM);
   close(reader);
 }
 
