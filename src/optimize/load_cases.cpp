@@ -24,7 +24,7 @@ std::string Difference(const std::string& what, const std::string& own, const st
   return what + " " + own + ", not " + wanted;
 }
 
-/// Of two meshes with as many rows and columns.
+/// Of two meshes with as many nodes and elements.
 std::string MeshFault(const Model& model, const Model& other) {
   for (int node = 1; node <= model.NodeCount; ++node) {
     const std::string own = Place(other, node), wanted = Place(model, node);
@@ -59,12 +59,16 @@ std::string LoadCaseFault(const Model& model, const Model& other) {
   const auto grid = [](const Model& m) {
     return std::to_string(m.CellRowCount) + " x " + std::to_string(m.CellColumnCount);
   };
+  const auto mesh = [](const Model& m) {
+    return std::to_string(m.NodeCount) + " nodes and " + std::to_string(m.ElementCount);
+  };
   const struct {
     const char* what;
     std::string own, wanted;
     const char* unit;
   } values[] = {
       {"the grid has", grid(other), grid(model), " cells"},
+      {"the mesh has", mesh(other), mesh(model), " elements"},
       {"a cell measures", GeneralText(other.ElementSize), GeneralText(model.ElementSize), " mm"},
       {"Young's modulus is", GeneralText(other.YoungModulus), GeneralText(model.YoungModulus),
        " MPa"},

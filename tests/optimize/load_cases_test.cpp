@@ -175,6 +175,11 @@ TEST(LoadCases, AnotherGridOrMaterialIsNoCaseAndTheDifferenceIsTold) {
       {"Young's modulus is 70000 MPa, not 210000", [](Model& m) { m.YoungModulus = 70000; }},
       {"Poisson's ratio is 0.25, not 0.3", [](Model& m) { m.PoissonRatio = 0.25; }},
       {"the thickness is 2 mm, not 1", [](Model& m) { m.Thickness = 2; }},
+      {"the mesh has 325 nodes and 2 elements, not 325 nodes and 288",
+       [](Model& m) {
+         m.ElementCount = 2;
+         m.ElementNodes.ReDim({0, 2}, {1, 4});
+       }},
       {"node 3 lies at (200, 0.5) mm, not (200, 0)", [](Model& m) { m.NodeXY(3, 2) = 0.5; }},
       {"element 2 has node 1, not 2", [](Model& m) { m.ElementNodes(2, 1) = 1; }},
   };
