@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <span>
 
 #include "optimize/potential.h"
 #include "optimize/vote.h"
@@ -14,10 +15,10 @@ namespace {
 constexpr double kFreeLoss = 1.003;  ///< nothing else is tried for less
 constexpr double kUsualLoss = 1.04;  ///< of compliance times volume, accepted at any pace
 
-/// A vote: its Epsilon, and the cells it may leave beyond the aim, as a share of the aim.
 struct Vote {
   Integer epsilon;
-  double room = 0;
+  double room = 0;     ///< cells it may leave beyond the aim, as a share of the aim
+  Single oneStep = 0;  ///< the Lambda of a single step; 0: the way's, and VoteSteps
 };
 using Move = std::vector<Vote>;
 
@@ -25,12 +26,17 @@ using Move = std::vector<Vote>;
 const std::array<Move, 3> kMoves = {{{{5}, {5}}, {{3}, {5}}, {{1, 0.1}, {5}}}};
 
 /// Votes that let a plate regrow where a broken member has overloaded others.
-const std::array<Move, 5> kRepairs = {{{{5}, {3}, {3}, {5}, {3}, {5}},
+const std::array<Move, 4> kRepairs = {{{{5}, {3}, {3}, {5}, {3}, {5}},
                                        {{1, 0.1}, {3, 0.05}, {5}, {3}, {5}},
                                        {{3}, {3}, {3}, {3}, {5}, {5}},
-                                       {{5}, {1, 0.05}, {3, 0.03}, {3}, {5}},
-                                       {{1}, {1}, {3}, {3}, {5}}}};
+                                       {{5}, {1, 0.05}, {3, 0.03}, {3}, {5}}}};
 constexpr double kRepairPaces[] = {0, 0.03, 0.08};
+
+/// Single steps that leave 5.5 of a cell's potential of 10 and add 0.9 a position above the target:
+/// the cell stays where at least 2, 3 or 4 are. Empty cells have little potential to start with and
+/// hardly ever come.
+const std::array<Move, 3> kErosions = {{{{7, 0, 0.45F}}, {{8, 0, 0.45F}}, {{9, 0, 0.45F}}}};
+constexpr double kErosionPaces[] = {0.02, 0};
 
 /// Epsilons of the votes at the wished volume.
 constexpr Integer kPolish[] = {3, 5, 5, 3, 7, 5, 3, 5};
@@ -80,9 +86,9 @@ class Search {
     cellVolume_ = analysed.Volume / cells_;
     aim_ = static_cast<int>(std::lround(goal.share * goal.fullVolume / cellVolume_));
     lightest_ = static_cast<int>(
-        std::ceil((goal.share - kVolumeTolerance) * goal.fullVolume / cellVolume_ - 1e-6));
+        std::ceil((goal.share - kVolumeTolerance) * goal.fullVolume / cellVolume_ + 1e-6));
     heaviest_ = static_cast<int>(
-        std::floor((goal.share + kVolumeTolerance) * goal.fullVolume / cellVolume_ + 1e-6));
+        std::floor((goal.share + kVolumeTolerance) * goal.fullVolume / cellVolume_ - 1e-6));
     attempt_.end = cells_ < lightest_ ? SearchEnd::kTooLight : SearchEnd::kNothingLeft;
     moves_ = AllowedBy(way, kMoves);
     repairs_ = AllowedBy(way, kRepairs);
@@ -97,7 +103,7 @@ class Search {
         pace = std::min(attempt_.way.pace, 1.7 * pace);
       } else if (taken > 1) {
         pace /= 3;
-      } else if (cells_ <= heaviest_ || !Repair()) {
+      } else if (cells_ <= heaviest_ || !(Repair() || Erode())) {
         break;
       } else {
         pace = attempt_.way.pace;
@@ -146,15 +152,27 @@ class Search {
   }
 
   bool Repair() {
+    const double good = attempt_.way.thorough ? 1 : kUsualLoss;
+    return KeepBest(repairs_, kRepairPaces, good, attempt_.way.largestLoss);
+  }
+
+  bool Erode() {
+    return attempt_.way.erodes && KeepBest(kErosions, kErosionPaces, kUsualLoss, kUsualLoss);
+  }
+
+  /// Tries all moves at one pace after the other, until one is good; keeps the best, if any loses
+  /// at most `most`.
+  bool KeepBest(std::span<const Move> moves, std::span<const double> paces, double good,
+                double most) {
     Trial best;
-    for (const double pace : kRepairPaces) {
+    for (const double pace : paces) {
       const int aim = std::max(aim_, cells_ - std::max(1, static_cast<int>(pace * cells_)));
-      for (const Move& move : repairs_) {
+      for (const Move& move : moves) {
         if (!ended_) TryMove(move, static_cast<int>(move.size()), aim, best);
       }
-      if (best.loss <= (attempt_.way.thorough ? 1 : kUsualLoss)) break;
+      if (best.loss <= good) break;
     }
-    return !ended_ && best.loss <= attempt_.way.largestLoss && Keep(best);
+    return !ended_ && best.loss <= most && Keep(best);
   }
 
   /// Casts the votes of a move, judges the layouts from the judgedFrom-th on, until one costs
@@ -191,12 +209,10 @@ class Search {
   bool Cast(const Vote& vote, int aim, Course& course, Trial& trial) {
     Model& model = trial.model;
     if (++votes_ > kMostVotes) return End(SearchEnd::kTriedEnough);
-    const Single lambda = attempt_.way.lambda;
     const Stage last{model.StressTarget, model.Epsilon, model.Lambda};
-    const Stage stage{TargetThatKeeps(model, vote.epsilon, aim), vote.epsilon, lambda,
-                      VoteSteps(lambda, vote.epsilon)};
+    const Stage stage = StageOf(vote, aim, model);
     Prescribe(stage, model);
-    if (lambda == 1 && IsLayoutOf(model, NextLayout(model))) {
+    if (stage.lambda == 1 && IsLayoutOf(model, NextLayout(model))) {
       Prescribe(last, model);
       return true;
     }
@@ -209,6 +225,16 @@ class Search {
     trial.cells = PresentCells(model);
     trial.stages.push_back({stage, model.Volume, trial.compliance});
     return true;
+  }
+
+  Stage StageOf(const Vote& vote, int aim, const Model& model) const {
+    if (vote.oneStep > 0) {
+      const Single target = TargetThatKeeps(model, vote.oneStep, vote.epsilon, aim);
+      return {target, vote.epsilon, vote.oneStep, 1};
+    }
+    const Single lambda = attempt_.way.lambda;
+    return {TargetThatKeeps(model, 1, vote.epsilon, aim), vote.epsilon, lambda,
+            VoteSteps(lambda, vote.epsilon)};
   }
 
   bool TakeStep(Course& course, Model& model) {

@@ -47,6 +47,7 @@ struct SearchWay {
   bool narrowed = false;      ///< no other Epsilon than this one
   double largestLoss = 1.25;  ///< accepted for the last cell that can be taken at once
   bool thorough = false;      ///< tries every repair before it takes one
+  bool erodes = false;        ///< where no repair helps, takes cells by steps that add none
 };
 
 struct Attempt;
@@ -92,7 +93,8 @@ inline constexpr int kMostVotes = 400;
 /// all loads that it carried at the start, converge, and its compliance times volume must not rise
 /// by more than 4 %. Otherwise other votes are tried from the same layout, then a third of the
 /// pace. Where not even a single cell can be taken, largestLoss is accepted, at last after a series
-/// of votes at constant volume, which thickens what a broken member has overloaded. At the wish
+/// of votes at constant volume, which thickens what a broken member has overloaded; or some cells
+/// are taken by a single step with a Lambda of 0.45, by which hardly any come. At the wish
 /// some votes at constant volume follow; the stiffest layout of them is kept. Throws RunTimeError
 /// other than where a step fails for a broken plate.
 Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal,

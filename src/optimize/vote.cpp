@@ -14,12 +14,19 @@ namespace {
 
 constexpr double kSameStress = 1e-5;  ///< relative; stresses this close count as equal
 
-/// The number of the five positions whose stress must be above the target for a cell to stay.
+/// The number of the five positions whose stress must be above the target for a cell to stay when
+/// all has been forgotten.
 int VotesToStay(Integer epsilon) { return (epsilon + 1) / 2; }
 
+/// The same for one step: 0 or less where the cell's potential suffices, above 5 where it cannot.
+int VotesToStay(const Model& model, int row, int column, Single lambda, Integer epsilon) {
+  const bool present = model.CellState(row, column) == kCellDesign;
+  const double kept = (1 - double{lambda}) * (present ? 10 : model.Potential(row, column));
+  return static_cast<int>(std::ceil((epsilon - kept) / (2 * double{lambda}) - 1e-6));
+}
+
 /// For every cell that can leave or come: the stress above which it stays. Descending.
-std::vector<Single> StayingStresses(const Model& model, Integer epsilon) {
-  const int votes = VotesToStay(epsilon);
+std::vector<Single> StayingStresses(const Model& model, Single lambda, Integer epsilon) {
   std::vector<Single> stresses;
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
@@ -30,7 +37,10 @@ std::vector<Single> StayingStresses(const Model& model, Integer epsilon) {
       };
       std::array positions = {at(i, j), at(i + 1, j), at(i - 1, j), at(i, j + 1), at(i, j - 1)};
       std::ranges::sort(positions, std::greater());
-      stresses.push_back(positions[static_cast<std::size_t>(votes) - 1]);
+      const int votes = VotesToStay(model, i, j, lambda, epsilon);
+      stresses.push_back(votes > 5   ? 0
+                         : votes < 1 ? static_cast<Single>(model.MaxStress)
+                                     : positions[static_cast<std::size_t>(votes) - 1]);
     }
   }
   std::ranges::sort(stresses, std::greater());
@@ -50,8 +60,8 @@ int VoteSteps(Single lambda, Integer epsilon) {
                                                  : std::numeric_limits<int>::max();
 }
 
-Single TargetThatKeeps(const Model& model, Integer epsilon, int cells) {
-  const std::vector<Single> stays = StayingStresses(model, epsilon);
+Single TargetThatKeeps(const Model& model, Single lambda, Integer epsilon, int cells) {
+  const std::vector<Single> stays = StayingStresses(model, lambda, epsilon);
   const auto others = std::ranges::count(model.CellState.Raw(), kCellNonDesign);
   const auto first = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, cells - others));
   if (first >= stays.size() || stays[first] <= 0) return 0;

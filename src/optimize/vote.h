@@ -10,9 +10,10 @@ namespace quillane {
 /// Lambda of 1. lambda: above 0 and up to 1; epsilon: 1 to 10. At most the largest int.
 int VoteSteps(Single lambda, Integer epsilon);
 
-/// The smallest stress target of four digits by which a vote at the present stresses leaves at most
-/// `cells` cells in the plate; 0 where every target does. Cells of equal stress, as symmetric
-/// plates have them, stay or leave together.
-Single TargetThatKeeps(const Model& model, Integer epsilon, int cells);
+/// The smallest stress target of four digits by which one step after an analysis leaves at most
+/// `cells` cells in the plate; 0 where every target does. For a lambda of 1 it is the target of a
+/// vote of VoteSteps, too. Cells of equal stress, as symmetric plates have them, stay or leave
+/// together. lambda: above 0 and up to 1.
+Single TargetThatKeeps(const Model& model, Single lambda, Integer epsilon, int cells);
 
 }  // namespace quillane

@@ -100,6 +100,16 @@ TEST(VolumeSearch, ItsStagesDoneByHandGiveTheSamePlateWhateverTheThreads) {
   }
 }
 
+TEST(VolumeSearch, ErodesASlenderPlateBySingleStepsThatCanBeDoneByHand) {
+  const Model start = HalfBeam(10, 34);
+  const SearchResult found = Found(start, 0.36), narrowed = Found(start, 0.36, 1, 1.0F);
+  const auto erodes = [](const KeptStage& kept) { return kept.stage.lambda != 1; };
+  const std::vector<KeptStage>& stages = found.Best().stages;
+  EXPECT_GT(std::ranges::count_if(stages, erodes), 0);
+  EXPECT_TRUE(SameLayout(ByHand(start, stages), found.Best().model));
+  EXPECT_EQ(std::ranges::count_if(narrowed.Best().stages, erodes), 0);
+}
+
 TEST(VolumeSearch, EndsOnPlatesThatOnceHadItGoOnForEver) {
   const struct {
     const char* name;
@@ -199,17 +209,23 @@ TEST(Vote, TakesEveryCellThatItsTargetDoesNotFeedAndNoOther) {
 
 TEST(Vote, ItsTargetLeavesAsManyCellsAsWished) {
   Model model = Analysed(test::Cantilever(12, 24));
-  model.Lambda = 1;
-  for (const Integer epsilon : std::initializer_list<Integer>{3, 5, 7}) {
+  model.CellState(6, 12) = model.CellState(7, 12) = kCellEmpty;  // with what remains of a potential
+  model.Potential(6, 12) = model.Potential(7, 12) = 4;
+  const struct {
+    Single lambda;
+    Integer epsilon;
+  } steps[] = {{1, 3}, {1, 5}, {1, 7}, {0.45F, 7}, {0.45F, 9}, {0.7F, 5}};
+  for (const auto& [lambda, epsilon] : steps) {
     for (const int cells : {280, 250, 200, 120}) {
       Model next = model;
+      next.Lambda = lambda;
       next.Epsilon = epsilon;
-      next.StressTarget = TargetThatKeeps(model, epsilon, cells);
+      next.StressTarget = TargetThatKeeps(model, lambda, epsilon, cells);
       UpdatePotential(next);
       const auto left =
           std::ranges::count_if(next.CellState.Raw(), [](Integer s) { return s > 0; });
-      EXPECT_LE(left, cells) << epsilon;
-      EXPECT_GE(left, cells - 6) << epsilon << ": symmetric cells leave together";
+      EXPECT_LE(left, cells) << lambda << ", " << epsilon;
+      EXPECT_GE(left, cells - 6) << lambda << ", " << epsilon << ": symmetric cells leave together";
     }
   }
 }
