@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes out/quillane-VERSION-windows-x64.zip, a folder to unpack on 64-bit Windows, on Debian 12.
 # Usage: scripts/windows.sh [--test]     --test also runs tests and window under wine
-# The libraries are built once (the toolkit takes an hour) and kept in
+# The libraries are built once (half an hour, 1.3 GB) and kept in
 # ${XDG_CACHE_HOME:-~/.cache}/quillane-windows.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -43,8 +43,7 @@ x86_64-w64-mingw32-strip -o "$folder/platforms/qwindows.dll" "$libraries/plugins
 for program in "$folder"/*.exe "$folder/platforms/qwindows.dll"; do add_libraries "$program"; done
 
 # The manual without what is about the sources; links to chapters lead to their pages.
-mkdir "$folder/manual"
-cp -r docs/images "$folder/manual"
+mkdir -p "$folder/manual/images"
 for chapter in docs/*.md; do
   title=$(basename "$chapter" .md)
   case "$title" in design | performance) continue ;; esac
@@ -52,6 +51,9 @@ for chapter in docs/*.md; do
     --css manual.css "$chapter" | sed -E 's/href="([a-z-]+)\.md/href="\1.html/g' > "$folder/manual/$title.html"
 done
 cp packaging/windows/manual.css "$folder/manual"
+for image in $(grep -oh 'images/[a-z0-9-]*\.png' "$folder"/manual/*.html | sort -u); do
+  cp "docs/$image" "$folder/manual/images"
+done
 
 licences="$folder/licences"
 cp -r "$libraries/licences" "$licences"
