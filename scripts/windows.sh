@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Makes out/quillane-VERSION-windows-x64.zip, a folder to unpack on 64-bit Windows, on Debian 12.
 # Usage: scripts/windows.sh [--test]     --test also runs tests and window under wine
-# The libraries are built once (half an hour, 1.3 GB) and kept in
-# ${XDG_CACHE_HOME:-~/.cache}/quillane-windows.
+# The libraries are built once (half an hour, 1.3 GB) and kept in ${XDG_CACHE_HOME:-~/.cache}/quillane-windows.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 case "${1:-}" in

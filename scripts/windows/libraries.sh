@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds what the programs need on Windows from Debian's own sources, once: the toolkit (half an hour
-# on two cores) and the small libraries. The argument is the folder that keeps them; they
-# are installed in its libraries/, all else there may go afterwards.
+# Builds what the programs need on Windows from Debian's own sources, once: the toolkit (half an hour on
+# two cores) and the small libraries. The argument is the folder that keeps them; they are installed in
+# its libraries/, all else there may go afterwards.
 set -euo pipefail
 root=$1
 toolchain="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)/cmake/windows.cmake"

@@ -17,6 +17,7 @@ here=build/release/src/batch/quillane-batch
 
 # A machine of its own with Windows 10, without the parts that wine would offer to download.
 export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+trap 'wineserver --kill; kill "$screen"; rm -rf "$scratch"' EXIT
 wineboot --init > /dev/null 2>&1
 wine winecfg -v win10
 wineserver --wait
@@ -56,6 +57,7 @@ END
   esac
 }
 
+step 'tests of each room'
 # run_tests ROOM COMMAND...
 failed=()
 run_tests() {
@@ -89,7 +91,7 @@ x86_64-w64-mingw32-g++-posix "${sources[@]}" -isystem "$libraries/include" \
   -o "$scratch/write_histories.exe"
 mkdir "$seen"/{histories,histories-here}
 "$scratch/write_histories" "$seen/histories-here"
-(cd "$seen" && wine "$scratch/write_histories.exe" histories each)
+(cd "$seen" && WINEPATH=$toolkit wine "$scratch/write_histories.exe" histories each)
 for set in "$seen"/histories/*; do
   diff -r "$seen/histories-here" "$set"
   echo "$(basename "$set"): $(ls "$set" | wc -l) histories are the same"
@@ -120,7 +122,7 @@ done
 
 step 'Ctrl+C in the console'
 cp examples/half-mbb-beam.model "$place/梁.model"
-lines() { wc -l < "$place/履歴.tmp" 2> /dev/null || echo 0; }
+lines() { cat "$place/履歴.tmp" 2> /dev/null | wc -l; }
 (until [ "$(lines)" -gt 30 ]; do sleep 0.1; done; printf '\003'; sleep 5) | (cd "$place" && script -qec "wine '$folder/quillane-batch.exe' \
   梁.model --steps 32767 --history 履歴.tmp --save 終.model --json 結果.json" /dev/null) > "$seen/console" ||
   echo "ended with $?" | tee -a "$seen/console"
