@@ -17,53 +17,41 @@
 namespace quillane {
 namespace {
 
-class Check {
- public:
-  void Add(const std::filesystem::path& path, bool quiet) {
-    const std::vector<Finding> findings = FindingsOf(path);
-    isWrong_ = isWrong_ || !findings.empty();
-    for (const Finding& finding : findings) {
-      text_ += fmt::format("{}: {}\n", Printable(path.string()), FindingText(finding));
-    }
-    if (findings.empty() && !quiet) text_ += Printable(path.string()) + ": nothing looks wrong\n";
-  }
-
-  bool IsWrong() const { return isWrong_; }
-  const std::string& Text() const { return text_; }
-
- private:
-  std::vector<Finding> FindingsOf(const std::filesystem::path& path) {
-    std::vector<Finding> findings;
-    EndRunOnError(path.string(), [&] {
-      const std::string text = InputText(path);
-      try {
-        ModelInput input = ModelFromText(text);
-        findings = CheckModel(input.model, input.notes).shown;
-        const std::string fault = first_ ? LoadCaseFault(*first_, input.model) : "";
-        if (!fault.empty()) findings.push_back({0, NotACase(fault)});
-        if (!first_) first_ = std::move(input.model);
-      } catch (const ModelFileError& error) {
-        findings = {{0, error.what()}};
-      }
-    });
+/// Returns the findings of a model file. The first model that can be read is kept in `first`; every
+/// later one has to be a load case of it.
+std::vector<Finding> FindingsOf(const std::filesystem::path& path, std::optional<Model>& first) {
+  const std::string text = InputText(path);
+  try {
+    ModelInput input = ModelFromText(text);
+    std::vector<Finding> findings = CheckModel(input.model, input.notes).shown;
+    const std::string fault = first ? LoadCaseFault(*first, input.model) : "";
+    if (!fault.empty()) findings.push_back({0, NotACase(fault)});
+    if (!first) first = std::move(input.model);
     return findings;
+  } catch (const ModelFileError& error) {
+    return {{0, error.what()}};
   }
-
-  std::optional<Model> first_;  ///< that could be read
-  std::string text_;
-  bool isWrong_ = false;
-};
+}
 
 }  // namespace
 
 int RunCheck(const BatchOptions& options) {
-  Check check;
-  check.Add(options.model, options.quiet);
-  for (const std::filesystem::path& loadCase : options.loadCases) {
-    check.Add(loadCase, options.quiet);
+  std::vector<std::filesystem::path> files = {options.model};
+  files.insert(files.end(), options.loadCases.begin(), options.loadCases.end());
+  std::optional<Model> first;
+  std::string text;
+  bool isWrong = false;
+  for (const std::filesystem::path& path : files) {
+    std::vector<Finding> findings;
+    EndRunOnError(path.string(), [&] { findings = FindingsOf(path, first); });
+    isWrong = isWrong || !findings.empty();
+    if (findings.empty() && !options.quiet) findings = {{0, "nothing looks wrong"}};
+    for (const Finding& finding : findings) {
+      text += fmt::format("{}: {}\n", Printable(path.string()), FindingText(finding));
+    }
   }
-  EndRunOnError("standard output", [&] { WriteNow(stdout, check.Text()); });
-  return check.IsWrong() ? kExitFindings : kExitDone;
+  EndRunOnError("standard output", [&] { WriteNow(stdout, text); });
+  return isWrong ? kExitFindings : kExitDone;
 }
 
 }  // namespace quillane

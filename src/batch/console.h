@@ -2,7 +2,6 @@
 // terminal. One source a platform.
 #pragma once
 
-#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
@@ -24,8 +23,8 @@ void PrepareToolkit();
 /// of the write.
 void CatchSignals();
 
-/// Number of the signal that was noted last; 0 before one was.
-const volatile std::sig_atomic_t& NotedSignal();
+/// Returns the number of the noted signal; 0 before there is one. Any thread may call it.
+int NotedSignal();
 
 /// Path that leads to what a standard stream leads to; empty where the system has none.
 std::filesystem::path StreamPath(std::FILE* stream);

@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <QByteArray>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <ctime>
 #include <string>
 
@@ -20,21 +22,20 @@ namespace fs = std::filesystem;
 constexpr int kLook = 100;       // ms between two looks at the noted signal
 constexpr int kPatience = 1000;  // ms for a reader, once a signal is noted
 
-volatile std::sig_atomic_t noted = 0;
-timespec notedAt{};
+std::atomic<int> noted = 0;
+std::atomic<double> notedAt = 0;  // s
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<double>::is_always_lock_free);
 
 /// Some programs send a request twice in a row, to the process and to its group: that is one.
 extern "C" void NoteSignal(int number) {
-  timespec now{};
-  clock_gettime(CLOCK_MONOTONIC, &now);
+  timespec clock{};
+  clock_gettime(CLOCK_MONOTONIC, &clock);
+  const double now = static_cast<double>(clock.tv_sec) + 1e-9 * static_cast<double>(clock.tv_nsec);
   if (noted == 0) {
     notedAt = now;
     noted = number;
-    return;
   }
-  const double since = static_cast<double>(now.tv_sec - notedAt.tv_sec) +
-                       1e-9 * static_cast<double>(now.tv_nsec - notedAt.tv_nsec);
-  if (since < 0.1) return;
+  if (now - notedAt < 0.1) return;
   std::signal(number, SIG_DFL);
   std::raise(number);
 }
@@ -77,7 +78,7 @@ void CatchSignals() {
   }
 }
 
-const volatile std::sig_atomic_t& NotedSignal() { return noted; }
+int NotedSignal() { return noted; }
 
 fs::path StreamPath(std::FILE* stream) { return "/dev/fd/" + std::to_string(fileno(stream)); }
 

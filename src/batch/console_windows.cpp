@@ -6,7 +6,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -18,7 +20,7 @@
 namespace quillane {
 namespace {
 
-volatile std::sig_atomic_t noted = 0;
+std::atomic<int> noted = 0;
 UINT codePageBefore = 0;
 
 HANDLE Handle(std::FILE* stream) {
@@ -67,7 +69,7 @@ void PrepareToolkit() {}
 
 void CatchSignals() { SetConsoleCtrlHandler(NoteEvent, TRUE); }
 
-const volatile std::sig_atomic_t& NotedSignal() { return noted; }
+int NotedSignal() { return noted; }
 
 std::filesystem::path StreamPath(std::FILE*) { return {}; }
 

@@ -1,7 +1,6 @@
 #include "batch/frames.h"
 
 #include "batch/outputs.h"
-#include "batch/picture_file.h"
 #include "export/vtu.h"
 #include "model/safe_file.h"
 

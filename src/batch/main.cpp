@@ -35,5 +35,5 @@ int main(int argc, char** argv) {
     toolkit.emplace(argc, argv);
   }
   quillane::CatchSignals();
-  return quillane::RunBatch(*options, quillane::NotedSignal());
+  return quillane::RunBatch(*options);
 }

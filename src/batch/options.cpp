@@ -29,31 +29,14 @@ constexpr const char* kDescription =
     "wish\n"
     "(--volume-fraction, --until-steady) was not reached, 129, 130 or 143 ended by a signal.";
 
-/// The value that a word stands for; wanted lists the words for a message.
+/// Returns a reader of options whose value is one of these words; wanted lists them for a message.
 template <class Value>
-Value Chosen(const std::map<std::string, Value>& values, const char* wanted,
-             const std::string& option, const std::string& word) {
-  const auto value = values.find(word);
-  if (value != values.end()) return value->second;
-  throw CLI::ValidationError(option, fmt::format("wants {}, not \"{}\"", wanted, word));
-}
-
-PictureKind Kind(const std::string& option, const std::string& text) {
-  return Chosen<PictureKind>({{"stress", PictureKind::kStress},
-                              {"potential", PictureKind::kPotential},
-                              {"model", PictureKind::kModel}},
-                             "stress, potential or model", option, text);
-}
-
-OutlineFormat Format(const std::string& option, const std::string& text) {
-  return Chosen<OutlineFormat>(
-      {{"svg", OutlineFormat::kSvg}, {"dxf", OutlineFormat::kDxf}, {"stl", OutlineFormat::kStl}},
-      "svg, dxf or stl", option, text);
-}
-
-SmoothEdges Edges(const std::string& option, const std::string& text) {
-  return Chosen<SmoothEdges>({{"design", SmoothEdges::kDesign}, {"all", SmoothEdges::kAll}},
-                             "design or all", option, text);
+auto OneOf(const char* wanted, std::map<std::string, Value> values) {
+  return [=](const std::string& option, const std::string& word) {
+    const auto value = values.find(word);
+    if (value != values.end()) return value->second;
+    throw CLI::ValidationError(option, fmt::format("wants {}, not \"{}\"", wanted, word));
+  };
 }
 
 /// The parser with its options, each of which writes into one BatchOptions.
@@ -101,8 +84,8 @@ class CommandLine {
     for (const OutputRow& row : OutputTable()) {
       std::filesystem::path& path = options_.outputs[row.output];
       if (NamesStream(path, stdout)) path = "-";
-      // Nobody finds a file named "-" again.
-      if (!row.mayBeStream && path == "-") {
+      const bool mayBeStream = row.writing == Writing::kAtEnd || row.writing == Writing::kSteps;
+      if (!mayBeStream && path == "-") {
         throw CLI::ValidationError(row.option, "cannot go to standard output");
       }
     }
@@ -250,7 +233,10 @@ class CommandLine {
 
   void AddPictureStyle() {
     Add("--map", "KIND", "what they show: stress (default), potential or model",
-        options_.picture.kind, Kind);
+        options_.picture.kind,
+        OneOf<PictureKind>("stress, potential or model", {{"stress", PictureKind::kStress},
+                                                          {"potential", PictureKind::kPotential},
+                                                          {"model", PictureKind::kModel}}));
     Add("--size", "WxH", "pixels (default 1200x800; with --fit, as much of it as is used)",
         options_.picture.size, PixelSize);
     Add("--range", "MIN,MAX", "the colours' range in place of the smallest and largest value",
@@ -265,12 +251,17 @@ class CommandLine {
   void AddOutlineStyle() {
     auto* outline = app_.get_option("--outline");
     Add("--outline-format", "FORMAT", "svg, dxf or stl, where FILE does not tell it",
-        outlineFormat_, Format)
+        outlineFormat_,
+        OneOf<OutlineFormat>("svg, dxf or stl", {{"svg", OutlineFormat::kSvg},
+                                                 {"dxf", OutlineFormat::kDxf},
+                                                 {"stl", OutlineFormat::kStl}}))
         ->needs(outline);
     AddFlag("--smooth", smooth_, "smooth that edge, but for what has to fit")->needs(outline);
     Add("--smooth-edges", "WHICH",
         "design: the same; all: cut-out and non-design cells, too, and round holes as circles",
-        options_.smooth, Edges)
+        options_.smooth,
+        OneOf<SmoothEdges>("design or all",
+                           {{"design", SmoothEdges::kDesign}, {"all", SmoothEdges::kAll}}))
         ->needs(outline);
   }
 

@@ -2,22 +2,67 @@
 
 #include <fmt/format.h>
 
+#include <QBuffer>
+#include <QImage>
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "batch/options.h"
-#include "batch/outline_notes.h"
-#include "batch/picture_file.h"
 #include "batch/run_summary.h"
 #include "batch/tables.h"
 #include "export/vtu.h"
 #include "model/model_file.h"
+#include "model/safe_file.h"
 
 namespace quillane {
 namespace {
 
 std::string Picture(const BatchOptions& options, const Model& model, RunSummary& summary) {
   return PictureFile(options, model, summary.figures.steps, summary.startVolume);
+}
+
+constexpr std::size_t kMostCircles = 12;  ///< told one by one
+
+std::string Count(int count, const char* what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+void AddCircles(const std::vector<Circle>& circles, const char* what,
+                std::vector<std::string>& notes) {
+  const std::size_t told = std::min(circles.size(), kMostCircles);
+  for (std::size_t k = 0; k < told; ++k) {
+    const auto& [centre, radius] = circles[k];
+    notes.push_back(fmt::format("{} of radius {:.4g} mm about ({:.4g}, {:.4g})", what, radius,
+                                centre.x, centre.y));
+  }
+  if (told < circles.size()) {
+    notes.push_back(fmt::format("and {} more; --json lists all", circles.size() - told));
+  }
+}
+
+/// Appends a line for each thing that a workshop should know of an outline.
+void AddOutlineNotes(const OutlineFigures& figures, std::vector<std::string>& notes) {
+  std::string text =
+      fmt::format("outline: {}, {}; shortest segment {:.4g} mm", Count(figures.pieces, "piece"),
+                  Count(figures.holes, "hole"), figures.shortestSegment);
+  if (const auto& neck = figures.neck) {
+    text += fmt::format(", narrowest neck {:.4g} mm at ({:.4g}, {:.4g})", neck->width,
+                        neck->middle.x, neck->middle.y);
+  }
+  notes.push_back(text);
+  if (figures.pieces > 1) {
+    notes.push_back(fmt::format(
+        "the outline has {} pieces, which come apart when it is cut; --drop-loose leaves "
+        "out those that carry nothing",
+        figures.pieces));
+  }
+  if (figures.contacts > 0) {
+    notes.push_back(fmt::format("cells touch in a corner only in {}; nothing holds there",
+                                Count(figures.contacts, "place")));
+  }
+  AddCircles(figures.circles, "circle", notes);
+  AddCircles(figures.arcs, "arc", notes);
 }
 
 std::string Outline(const BatchOptions& options, const Model& model, RunSummary& summary) {
@@ -41,69 +86,28 @@ std::string Of(const BatchOptions&, const Model& model, RunSummary&) {
   return Text(model);
 }
 
+using enum Writing;
+
 constexpr OutputRow kTable[] = {
-    {.output = Output::kSave,
-     .group = kFileGroup,
-     .option = "--save",
-     .type = "FILE",
-     .help = "the model as it stands at the end",
-     .content = Of<ModelFileText>},
-    {.output = Output::kJson,
-     .group = kFileGroup,
-     .option = "--json",
-     .type = "FILE",
-     .help = "the summary with all values used"},
-    {.output = Output::kCourse,
-     .group = kFileGroup,
-     .option = "--course",
-     .type = "FILE.csv",
-     .help = "a line a step: volume, stresses, solve",
-     .perStep = true},
-    {.output = Output::kHistory,
-     .group = kFileGroup,
-     .option = "--history",
-     .type = "FILE",
-     .help = "a line a step: max, mean and min stress",
-     .mayBeStream = false,
-     .perStep = true},
-    {.output = Output::kCells,
-     .group = kFileGroup,
-     .option = "--cells",
-     .type = "FILE.csv",
-     .help = "state, stresses and potential of every cell",
-     .content = Cells},
-    {.output = Output::kNodes,
-     .group = kFileGroup,
-     .option = "--nodes",
-     .type = "FILE.csv",
-     .help = "place and displacement of every node",
-     .content = Of<NodeTable>},
-    {.output = Output::kImage,
-     .group = kPictureGroup,
-     .option = "--image",
-     .type = "FILE.png",
-     .help = "the final picture with its legend, as PNG",
-     .content = Picture},
-    {.output = Output::kFrames,
-     .group = kPictureGroup,
-     .option = "--frames",
-     .type = "DIR",
-     .help = "a picture of the analysis and of every step",
-     .mayBeStream = false,
-     .isFolder = true,
-     .perStep = true},
-    {.output = Output::kOutline,
-     .group = kExportGroup,
-     .option = "--outline",
-     .type = "FILE",
-     .help = "the edge of the material in mm; the ending chooses SVG, DXF or STL",
-     .content = Outline},
-    {.output = Output::kVtu,
-     .group = kExportGroup,
-     .option = "--vtu",
-     .type = "FILE.vtu",
-     .help = "the plate and its fields; with --frames also those of every step",
-     .content = Of<VtuText>},
+    {Output::kSave, kFileGroup, "--save", "FILE", "the model as it stands at the end", kAtEnd,
+     Of<ModelFileText>},
+    {Output::kJson, kFileGroup, "--json", "FILE", "the summary with all values used", kAtEnd},
+    {Output::kCourse, kFileGroup, "--course", "FILE.csv", "a line a step: volume, stresses, solve",
+     kSteps},
+    {Output::kHistory, kFileGroup, "--history", "FILE", "a line a step: max, mean and min stress",
+     kStepFile},
+    {Output::kCells, kFileGroup, "--cells", "FILE.csv",
+     "state, stresses and potential of every cell", kAtEnd, Cells},
+    {Output::kNodes, kFileGroup, "--nodes", "FILE.csv", "place and displacement of every node",
+     kAtEnd, Of<NodeTable>},
+    {Output::kImage, kPictureGroup, "--image", "FILE.png",
+     "the final picture with its legend, as PNG", kAtEnd, Picture},
+    {Output::kFrames, kPictureGroup, "--frames", "DIR",
+     "a picture of the analysis and of every step", kStepFolder},
+    {Output::kOutline, kExportGroup, "--outline", "FILE",
+     "the edge of the material in mm; the ending chooses SVG, DXF or STL", kAtEnd, Outline},
+    {Output::kVtu, kExportGroup, "--vtu", "FILE.vtu",
+     "the plate and its fields; with --frames also those of every step", kAtEnd, Of<VtuText>},
 };
 
 }  // namespace
@@ -111,8 +115,24 @@ constexpr OutputRow kTable[] = {
 std::span<const OutputRow> OutputTable() { return kTable; }
 
 bool RecordsSteps(const OutputPaths& paths) {
-  return std::ranges::any_of(
-      kTable, [&paths](const OutputRow& row) { return row.perStep && paths.Wants(row.output); });
+  return std::ranges::any_of(kTable, [&paths](const OutputRow& row) {
+    return row.writing != kAtEnd && paths.Wants(row.output);
+  });
+}
+
+std::string PictureFile(const BatchOptions& options, const Model& model, int step,
+                        double startVolume) {
+  PictureOptions picture = options.picture;
+  if (options.label) {
+    picture.label = fmt::format("step {}   volume {:.1f} %", step,
+                                startVolume > 0 ? 100 * model.Volume / startVolume : 0);
+  }
+  const QImage image = RenderPicture(model, picture);
+  QBuffer png;
+  if (image.isNull() || !image.save(&png, "PNG")) {
+    throw FileWriteError("the picture cannot be encoded");
+  }
+  return png.data().toStdString();
 }
 
 }  // namespace quillane

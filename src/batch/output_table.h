@@ -29,7 +29,7 @@ enum class Output {
   kCount
 };
 
-/// The paths of all outputs: empty where not wanted, "-" for standard output.
+/// The paths of all outputs: empty if not wanted, "-" for standard output.
 class OutputPaths {
  public:
   std::filesystem::path& operator[](Output output) {
@@ -44,17 +44,23 @@ class OutputPaths {
   std::array<std::filesystem::path, static_cast<std::size_t>(Output::kCount)> paths_;
 };
 
+/// When an output is written, and to what.
+enum class Writing {
+  kAtEnd,       ///< once, to a file, a stream or a pipe
+  kSteps,       ///< something of every step, likewise
+  kStepFile,    ///< something of every step, to an ordinary file
+  kStepFolder,  ///< files for every step in a folder
+};
+
 struct OutputRow {
   Output output;
   const char* group;   ///< of options, as the help heads it
   const char* option;  ///< its name, with the dashes
   const char* type;    ///< of its value, as the help shows it
   const char* help;
-  bool mayBeStream = true;  ///< it can go to standard output and into pipes
-  bool isFolder = false;
-  bool perStep = false;  ///< something is written of every step
-  /// The content that is written from the final model; none for what is written during the run or
-  /// after everything else. What is worth telling of it becomes a note of the summary.
+  Writing writing;
+  /// Returns the content that is written from the final model; null for what is written during the
+  /// run or after everything else. What is worth telling of it becomes a note of the summary.
   std::string (*content)(const BatchOptions&, const Model&, RunSummary&) = nullptr;
 };
 
@@ -65,7 +71,13 @@ inline constexpr const char* kExportGroup = "For other programs";
 /// One row for every Output, in their order.
 std::span<const OutputRow> OutputTable();
 
-/// Whether something is written of every step, so that no step may be left out.
+/// Returns whether something is written of every step.
 bool RecordsSteps(const OutputPaths& paths);
+
+/// Returns the picture with its legend as PNG. Its label, if wanted, names the step and the volume
+/// as a share of startVolume (mm^3). Throws FileWriteError if it cannot be encoded, and as
+/// RenderPicture.
+std::string PictureFile(const BatchOptions& options, const Model& model, int step,
+                        double startVolume);
 
 }  // namespace quillane

@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 template <class Use>
 void ForEachFile(const OutputPaths& paths, const Use& use) {
   for (const OutputRow& row : OutputTable()) {
-    if (!row.isFolder && paths.Wants(row.output)) use(row, paths[row.output]);
+    if (row.writing != Writing::kStepFolder && paths.Wants(row.output)) use(row, paths[row.output]);
   }
 }
 
@@ -153,7 +153,7 @@ void TryOutputs(const BatchOptions& options, FreshFiles& fresh) {
     if (file == "-" || IsStream(file)) return;
     EndRunOnError(file.string(), [&] {
       TryReplaceFile(file);
-      if (!row.perStep) return;
+      if (row.writing == Writing::kAtEnd) return;
       const fs::path target = Whole(file);
       const bool isNew = !fs::exists(target);
       ClaimOrRefuse(target, false);

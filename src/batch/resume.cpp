@@ -2,13 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
-#include <cmath>
 #include <map>
 #include <string_view>
 #include <vector>
 
 #include "model/model_file.h"
+#include "model/number_text.h"
 
 namespace quillane {
 namespace {
@@ -34,7 +33,7 @@ std::vector<std::string_view> FieldsOf(std::string_view line) {
 
 class TableReader {
  public:
-  TableReader(const Model& model, std::string_view text) : model_(model), text_(text) {
+  explicit TableReader(std::string_view text) : text_(text) {
     if (text_.starts_with("\xEF\xBB\xBF")) text_.remove_prefix(3);  // a byte order mark
     const std::vector<std::string_view> names = FieldsOf(NextLine());
     for (std::size_t at = 0; at < names.size(); ++at) columns_.emplace(names[at], at);
@@ -67,50 +66,34 @@ class TableReader {
 
   void ReadCell(Model& model, int row, int column) {
     fields_ = FieldsOf(NextLine());
-    if (Whole("row") != row || Whole("column") != column) {
-      Fail(fmt::format("cell ({}, {}) of the model's grid is due here", row, column));
+    if (Value<Integer>("row") != row || Value<Integer>("column") != column) {
+      Fail(fmt::format("cell ({}, {}) of the model's grid is expected here", row, column));
     }
-    const int state = Whole("state");
+    const auto state = Value<Integer>("state");
     const bool known = state == kCellCutOut || (state >= kCellEmpty && state <= kCellNonDesign);
     if (!known) Fail(fmt::format("{} is no state of a cell", state));
-    if ((state == kCellCutOut) != (model_.CellState(row, column) == kCellCutOut)) {
+    if ((state == kCellCutOut) != (model.CellState(row, column) == kCellCutOut)) {
       Fail("the cell is cut out in the table or in the model, but not in both");
     }
-    const double potential = Number("potential");
-    const int step = Whole("step");
-    if (step < 0 || step > kIntegerMax) Fail("the step is not from 0 to 32767");
+    const auto step = Value<Integer>("step");
+    if (step < 0) Fail("the step is below 0");
     if (line_ > 2 && step != model.StepCount) Fail("the cells are not all of one step");
-    model.CellState(row, column) = static_cast<Integer>(state);
-    model.Potential(row, column) = potential;
-    model.StepCount = static_cast<Integer>(step);
-  }
-
-  std::string_view Field(const char* name) const {
-    const std::size_t at = columns_.find(name)->second;
-    if (at >= fields_.size()) Fail(fmt::format("the field of column {} is missing", name));
-    return fields_[at];
+    model.CellState(row, column) = state;
+    model.Potential(row, column) = Value<Double>("potential");
+    model.StepCount = step;
   }
 
   template <class T>
   T Value(const char* name) const {
-    const std::string_view text = Field(name);
+    const std::size_t at = columns_.find(name)->second;
+    if (at >= fields_.size()) Fail(fmt::format("the field of column {} is missing", name));
     T value{};
-    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || rest != text.data() + text.size()) {
-      Fail(fmt::format("the {} is not a number: \"{}\"", name, text));
+    if (ParseField(fields_[at], value) != FieldFault::kNone) {
+      Fail(fmt::format("the {} is not valid: \"{}\"", name, fields_[at]));
     }
     return value;
   }
 
-  int Whole(const char* name) const { return Value<int>(name); }
-
-  double Number(const char* name) const {
-    const double value = Value<double>(name);
-    if (!std::isfinite(value)) Fail(fmt::format("the {} is not finite", name));
-    return value;
-  }
-
-  const Model& model_;
   std::string_view text_;
   int line_ = 0;
   std::map<std::string_view, std::size_t> columns_;
@@ -121,7 +104,7 @@ class TableReader {
 
 void ResumeFrom(Model& model, const std::string& cellTable) {
   Model resumed = model;
-  TableReader(model, cellTable).ReadInto(resumed);
+  TableReader(cellTable).ReadInto(resumed);
   model = std::move(resumed);
 }
 

@@ -6,19 +6,17 @@
 #include <string>
 
 #include "batch/check_run.h"
+#include "batch/console.h"
 #include "batch/course_table.h"
 #include "batch/failure.h"
 #include "batch/frames.h"
 #include "batch/messages.h"
-#include "batch/model_check.h"
-#include "batch/model_input.h"
 #include "batch/outputs.h"
 #include "batch/progress_line.h"
-#include "batch/resume.h"
 #include "batch/run_summary.h"
 #include "batch/search_run.h"
-#include "export/outline_file.h"
-#include "fem/element_stiffness.h"
+#include "batch/start.h"
+#include "batch/verdict.h"
 #include "fem/mesh.h"
 #include "fem/pieces.h"
 #include "model/number_text.h"
@@ -33,16 +31,10 @@ int PlannedSteps(const BatchOptions& options) {
   return options.steps.value_or(0);
 }
 
-void TellRemarks(const BatchOptions& options) {
-  if (options.quiet) return;
-  for (const std::string& remark : options.remarks) Complain(remark);
-}
-
 class BatchRun {
  public:
-  BatchRun(const BatchOptions& options, const volatile std::sig_atomic_t& signal)
+  explicit BatchRun(const BatchOptions& options)
       : options_(options),
-        signal_(signal),
         progress_(stderr, !options.quiet, PlannedSteps(options)),
         table_(options.outputs[Output::kCourse]),
         frames_(options),
@@ -54,17 +46,11 @@ class BatchRun {
   int Run() {
     summary_.remarks = options_.remarks;
     TryOutputs(options_, fresh_);
-    Open();
-    ApplyOptions();
-    TryOutline();
-    TryPicture();
+    PrepareStart(options_, model_, cases_, summary_.notes);
+    course_.SetLoadCases(cases_);
     try {
       Analyse();
-      if (options_.volumeFraction) {
-        SearchForVolume();
-      } else {
-        Steps();
-      }
+      options_.volumeFraction ? SearchForVolume() : Steps();
       if (options_.dropLoose) DropLoose();
     } catch (const Failure& failure) {
       GiveUp(failure);
@@ -75,107 +61,14 @@ class BatchRun {
   }
 
  private:
-  void Open() {
-    model_ = InputModel(options_.model);
-    OpenLoadCases();
-  }
-
-  void ApplyOptions() {
-    if (options_.stressTarget) model_.StressTarget = *options_.stressTarget;
-    if (options_.epsilon) model_.Epsilon = *options_.epsilon;
-    if (options_.lambda) model_.Lambda = *options_.lambda;
-    if (!options_.resume.empty()) {
-      EndRunOnError(options_.resume.string(),
-                    [&] { ResumeFrom(model_, InputText(options_.resume)); });
-    }
-    if (options_.volumeFraction) PrepareSearch();
-    if (options_.untilSteady) CheckPace();
-  }
-
-  void PrepareSearch() {
-    CheckSearch(options_, model_);
-    if (!options_.lambda) model_.Lambda = 1;  // that of the model would be without effect
-    if (!options_.keepLoads) return;
-    int kept = 0;
-    EndRunOnError("search", [&] { kept = KeepLoadedCells(model_, cases_); });
-    if (kept > 0) Note(fmt::format("{} design cells at loads were made non-design cells", kept));
-  }
-
-  void CheckPace() const {
-    const bool paced = model_.Lambda > 0 && model_.Lambda <= 1;
-    if (paced && Course::RestSteps(model_.Lambda) <= kIntegerMax) return;
-    throw Failure{kExitUsageOrFile,
-                  fmt::format("--lambda: --until-steady wants a Lambda above 0 and up to 1 with at "
-                              "most {} steps of rest, not {}",
-                              kIntegerMax, GeneralText(model_.Lambda))};
-  }
-
-  /// Reports what looks wrong in the model, which ends a strict run.
-  void Doubt(const std::filesystem::path& path, const ModelFindings& findings) {
-    if (findings.count == 0) return;
-    const std::string text = path.string() + ": " + FindingsText(findings);
-    if (options_.strict) throw Failure{kExitFindings, text};
-    Complain(text);
-  }
-
-  Model InputModel(const std::filesystem::path& path) {
-    Model model;
-    EndRunOnError(path.string(), [&] {
-      ModelInput input = ModelFromText(InputText(path));
-      Doubt(path, CheckModel(input.model, input.notes));
-      model = std::move(input.model);
-      model.ModelFilePath = path.string();
-    });
-    return model;
-  }
-
-  void OpenLoadCases() {
-    for (const std::filesystem::path& path : options_.loadCases) {
-      Model loadCase = InputModel(path);
-      const std::string fault = LoadCaseFault(model_, loadCase);
-      if (!fault.empty()) {
-        throw Failure{kExitUsageOrFile, path.string() + ": " + NotACase(fault)};
-      }
-      cases_.Add(std::move(loadCase));
-    }
-    cases_.SetThreads(options_.jobs);
-    course_.SetLoadCases(cases_);
-  }
-
-  /// Fails now, not after the whole run, where the model has no outline.
-  void TryOutline() {
-    const std::filesystem::path& outline = options_.outputs[Output::kOutline];
-    if (outline.empty()) return;
-    EndRunOnError(outline.string(), [&] {
-      OutlineText(options_.outlineFormat, TraceShape(model_), model_.Thickness);
-    });
-  }
-
-  /// Likewise where the picture is too large, or its view cannot be drawn.
-  void TryPicture() {
-    if (!options_.outputs.Wants(Output::kImage)) return;
-    PictureOptions picture = options_.picture;
-    picture.kind = PictureKind::kModel;
-    EndRunOnError(options_.outputs[Output::kImage].string(),
-                  [&] { (void)RenderPicture(model_, picture); });
-  }
-
   void Analyse() {
     const bool resumes = !options_.resume.empty();
     EndRunOnError("stress analysis", [&] {
       MarkActiveNodes(model_);
-      if (resumes) {
-        course_.Resume();
-      } else {
-        course_.Analyse();
-      }
+      resumes ? course_.Resume() : course_.Analyse();
       const std::filesystem::path& history = options_.outputs[Output::kHistory];
       if (history.empty()) return;
-      if (resumes) {
-        history_.Resume(model_, history);
-      } else {
-        history_.Start(model_, history);
-      }
+      resumes ? history_.Resume(model_, history) : history_.Start(model_, history);
     });
     summary_.startVolume = resumes ? FullVolume(model_) : model_.Volume;
   }
@@ -186,7 +79,7 @@ class BatchRun {
                   [&] { course_.Step(); });
   }
 
-  bool GoesOn() const { return signal_ == 0; }
+  static bool GoesOn() { return NotedSignal() == 0; }
 
   void Steps() {
     const int most =
@@ -206,23 +99,26 @@ class BatchRun {
     }
   }
 
-  /// Searches on copies. The way that wins is done once more where something is recorded of every
-  /// step; the result is the same. After a signal the best layout so far is taken, unrecorded.
+  /// Searches on copies. If something is recorded of every step, runs the stages of the best
+  /// attempt once more, with the same result. After a signal adopts the best layout so far,
+  /// unrecorded.
   void SearchForVolume() {
     if (!course_.Figures().lastSolve.converged) {
       NoteWish(false, "no search: the analysis of the whole plate did not converge");
       return;
     }
-    if (NonDesignVolume() > (*options_.volumeFraction + kVolumeTolerance) * summary_.startVolume) {
+    const double wish = *options_.volumeFraction;
+    const double nonDesign =
+        VolumeOfCells(model_, std::ranges::count(model_.CellState.Raw(), kCellNonDesign));
+    if (nonDesign > (wish + kVolumeTolerance) * summary_.startVolume) {
       NoteWish(false, fmt::format("volume fraction {} not reached: the non-design cells alone take "
                                   "{:.4f}",
-                                  GeneralText(*options_.volumeFraction),
-                                  NonDesignVolume() / summary_.startVolume));
+                                  GeneralText(wish), nonDesign / summary_.startVolume));
       return;
     }
     EndRunOnError("search", [&] {
-      summary_.search = RunSearch(options_, model_, cases_, summary_.startVolume, progress_,
-                                  [this] { return GoesOn(); });
+      summary_.search =
+          RunSearch(options_, model_, cases_, summary_.startVolume, progress_, GoesOn);
     });
     const Attempt& best = summary_.search->Best();
     if (best.reached && best.worstLoss > 1.25) {
@@ -230,8 +126,7 @@ class BatchRun {
                        100 * (best.worstLoss - 1)));
     }
     if (GoesOn()) {
-      NoteWish(best.reached,
-               SearchNote(*summary_.search, *options_.volumeFraction, summary_.startVolume));
+      NoteWish(best.reached, SearchNote(*summary_.search, wish, summary_.startVolume));
     }
     summary_.stages = best.stages;
     if (RecordsSteps(options_.outputs) && GoesOn()) {
@@ -241,11 +136,7 @@ class BatchRun {
     }
   }
 
-  double NonDesignVolume() const {
-    return VolumeOfCells(model_, std::ranges::count(model_.CellState.Raw(), kCellNonDesign));
-  }
-
-  /// A signal does not end this: the same steps were done before, and there are few.
+  /// Runs one stage; not ended by a signal, since these steps are few.
   void Do(const Stage& stage) {
     Prescribe(stage, model_);
     EndRunOnError("stress analysis", [&] { course_.Analyse(); });
@@ -254,35 +145,31 @@ class BatchRun {
 
   void Note(const std::string& note) { summary_.notes.push_back(note); }
 
-  /// Notes what became of the wish; where it was not reached, --quiet does not hide it.
+  /// Notes what became of the wish. --quiet does not hide that it was not reached.
   void NoteWish(bool reached, const std::string& note) {
     wishReached_ = reached;
     Note(note);
     if (!reached && options_.quiet) Complain(note);
   }
 
-  /// Tells what ended the run early. After a failed step the files of the end are written from the
-  /// layout that stood before it; where not even that can be analysed again, the model alone.
+  /// Reports what ended the run early. After a failed step writes the final files from the layout
+  /// before it; if that cannot be analysed again, only the model.
   void GiveUp(const Failure& failure) {
     std::vector<Failure> faults;
     summary_.error = failure.message;
     if (course_.Figures().solves > 0) {
-      bool analysed = true;
-      try {
-        EndRunOnError("the last layout", [&] { course_.AnalyseAgain(); });
-      } catch (const Failure&) {
-        analysed = false;
-      }
-      summary_.error +=
-          fmt::format(" ({} the layout after step {})",
-                      analysed ? "the files hold" : "only --save holds", course_.Figures().steps);
-      WriteFinalFiles(faults, !analysed);
+      std::vector<Failure> again;
+      CollectError(again, "the last layout", [&] { course_.AnalyseAgain(); });
+      summary_.error += fmt::format(" ({} the layout after step {})",
+                                    again.empty() ? "the files hold" : "only --save holds",
+                                    course_.Figures().steps);
+      TakeStock();
+      WriteFinalFiles(faults, !again.empty());
     }
+    summary_.figures = course_.Figures();
     progress_.Clear();
     Complain(summary_.error);
-    CloseAll(faults);
-    ComplainOf(faults);
-    Judge(faults);
+    Close(faults);
     summary_.exitStatus = failure.exitStatus;
     faults.clear();
     WriteJson(faults);
@@ -291,11 +178,10 @@ class BatchRun {
 
   void Finish() {
     std::vector<Failure> faults;
+    TakeStock();
     WriteFinalFiles(faults, false);
-    CloseAll(faults);
-    ComplainOf(faults);
-    Judge(faults);
-    // The exit status is settled by now: only these two can still change it.
+    Close(faults);
+    // The exit status is settled; only these two can still change it.
     std::vector<Failure> last;
     WriteJson(last);
     PrintSummary(last);
@@ -312,7 +198,6 @@ class BatchRun {
 
   void TakeStock() {
     summary_.figures = course_.Figures();
-    if (summary_.figures.solves == 0) return;  // there may not even be a mesh
     summary_.compliance = course_.Compliance();
     summary_.cases = cases_.Results();
     summary_.lost = cases_.LostLoads(model_);
@@ -323,10 +208,8 @@ class BatchRun {
     }
   }
 
-  /// Writes every wanted file of the final model; one that fails does not keep the others from
-  /// being written.
+  /// Writes every wanted file of the final model, also after one of them has failed.
   void WriteFinalFiles(std::vector<Failure>& faults, bool modelOnly) {
-    TakeStock();
     for (const OutputRow& row : OutputTable()) {
       const std::filesystem::path& path = options_.outputs[row.output];
       if (path.empty() || row.content == nullptr) continue;
@@ -336,50 +219,18 @@ class BatchRun {
     }
   }
 
-  /// Completes what was written during the run.
-  void CloseAll(std::vector<Failure>& faults) {
+  /// Completes what was written during the run, reports what could not be written, and judges the
+  /// run.
+  void Close(std::vector<Failure>& faults) {
     progress_.Clear();
     CollectError(faults, options_.outputs[Output::kHistory].string(),
                  [&] { history_.Close(model_); });
     table_.Finish(faults);
     frames_.Finish(faults);
-  }
-
-  /// What is told of an analysed plate beside its numbers.
-  void JudgePlate() {
-    summary_.pieces = static_cast<int>(FindPieces(model_).pieces.size());
-    if (summary_.pieces > 1) Note(fmt::format("the plate has {} separate pieces", summary_.pieces));
-    if (!summary_.connected) Note("a load is not connected to adequate supports");
-  }
-
-  void Judge(const std::vector<Failure>& faults) {
-    TakeStock();
-    const CourseFigures& figures = summary_.figures;
-    if (figures.unconvergedSolves > 0) {
-      Note(fmt::format("the solver did not converge in {} of {} solves, first {}",
-                       figures.unconvergedSolves, figures.solves,
-                       figures.firstUnconverged == 0
-                           ? "in the stress analysis"
-                           : fmt::format("at step {}", figures.firstUnconverged)));
-    }
-    if (figures.solves > 0) JudgePlate();
-    if (signal_ != 0) Note(fmt::format("interrupted after step {}", figures.steps));
-    if (figures.solves > 0 && !figures.lastSolve.converged) {
-      Complain(fmt::format(
-          "the last solve did not converge: its displacements and stresses mean nothing; "
-          "the plate {}",
-          !summary_.connected                   ? "is not held, or has come apart"
-          : IsPoissonRatio(model_.PoissonRatio) ? "is held, but too slender for the solver"
-                                                : "is held, but Poisson's ratio is not between "
-                                                  "-1 and 0.5"));
-    }
-    const bool fileFailed = std::ranges::any_of(
+    ComplainOf(faults);
+    const bool written = std::ranges::none_of(
         faults, [](const Failure& fault) { return fault.exitStatus < kExitSignal; });
-    summary_.exitStatus = fileFailed                     ? kExitUsageOrFile
-                          : signal_ != 0                 ? kExitSignal + signal_
-                          : !figures.lastSolve.converged ? kExitNotConverged
-                          : !wishReached_                ? kExitWishNotReached
-                                                         : kExitDone;
+    Judge(summary_, model_, {written, wishReached_, NotedSignal()});
   }
 
   void WriteJson(std::vector<Failure>& faults) {
@@ -403,7 +254,6 @@ class BatchRun {
 
   FreshFiles fresh_;
   const BatchOptions& options_;
-  const volatile std::sig_atomic_t& signal_;
   Model model_;
   LoadCases cases_;
   RunSummary summary_;
@@ -417,10 +267,10 @@ class BatchRun {
 
 }  // namespace
 
-int RunBatch(const BatchOptions& options, const volatile std::sig_atomic_t& signal) {
+int RunBatch(const BatchOptions& options) {
   try {
-    TellRemarks(options);
-    return options.check ? RunCheck(options) : BatchRun(options, signal).Run();
+    if (!options.quiet) std::ranges::for_each(options.remarks, Complain);
+    return options.check ? RunCheck(options) : BatchRun(options).Run();
   } catch (const Failure& failure) {
     Complain(failure.message);
     return failure.exitStatus;

@@ -33,11 +33,13 @@ QJsonArray StageArray(const RunSummary& summary) {
 
 QString Text(const std::string& text) { return QString::fromStdString(Printable(text)); }
 
-/// The model's name. Where it is not UTF-8 it is percent-encoded, and a member says so.
-QJsonObject ModelObject(const std::string& name) {
-  if (QUtf8StringView(name).isValidUtf8()) return {{"model", QString::fromStdString(name)}};
-  const QByteArray encoded = QByteArray::fromStdString(name).toPercentEncoding("/ ");
-  return {{"model", QString::fromLatin1(encoded)}, {"modelEncoding", "percent"}};
+/// Adds the model's name; percent-encoded, which a member says, if it is not UTF-8.
+void AddModelName(QJsonObject& object, const std::string& name) {
+  const bool isUtf8 = QUtf8StringView(name).isValidUtf8();
+  object["model"] =
+      isUtf8 ? QString::fromStdString(name)
+             : QString::fromLatin1(QByteArray::fromStdString(name).toPercentEncoding("/ "));
+  if (!isUtf8) object["modelEncoding"] = "percent";
 }
 
 QJsonArray CircleArray(const std::vector<Circle>& circles) {
@@ -156,8 +158,7 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
 
 std::string SummaryJson(const std::string& modelName, const Model& model,
                         const RunSummary& summary) {
-  QJsonObject object = ModelObject(modelName);
-  const QJsonObject values{
+  QJsonObject object{
       {"version", QUILLANE_VERSION},
       {"exitStatus", summary.exitStatus},
       {"steps", summary.figures.steps},
@@ -187,9 +188,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"meanStress", model.AvgStress},
       {"minStress", model.MinStress},
   };
-  for (auto value = values.begin(); value != values.end(); ++value) {
-    object.insert(value.key(), value.value());
-  }
+  AddModelName(object, modelName);
   if (summary.figures.unconvergedSolves > 0)
     object["firstUnconvergedStep"] = summary.figures.firstUnconverged;
   if (summary.rest) {
