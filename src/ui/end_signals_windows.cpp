@@ -1,4 +1,5 @@
-// The window has no console that could send it any; the end of the session is the toolkit's to tell.
+// The window has no console that could send it any; the end of the session is the toolkit's to
+// tell.
 #include "ui/end_signals.h"
 
 namespace quillane {

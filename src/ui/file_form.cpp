@@ -77,8 +77,10 @@ QListWidget* MakeFileList(QWidget* parent) {
 
 }  // namespace
 
-FileForm::FileForm(frmMain& main, const FormNames& names)
+FileForm::FileForm(frmMain& main, const FormNames& names, const char* button, const char* caption,
+                   Action action)
     : Form(main, names),
+      action_(action),
       drives_(Drives()),
       Drive1(new QComboBox(this)),
       Dir1(MakeDirectoryList(this)),
@@ -97,25 +99,26 @@ FileForm::FileForm(frmMain& main, const FormNames& names)
   connect(Dir1, &QTreeWidget::itemDoubleClicked, this, &FileForm::OpenRow);
   connect(File1, &QListWidget::itemClicked, this, &FileForm::File1_Click);
   connect(File1, &QListWidget::itemSelectionChanged, this, &FileForm::File1_Click);
+  LayOut(Button(button, caption, &FileForm::RunOrStayOpen));
+  Form_Load();
 }
 
-void FileForm::Complete(QPushButton* action) {
-  connect(File1, &QListWidget::itemDoubleClicked, action, &QPushButton::click);
+void FileForm::LayOut(QPushButton* button) {
+  connect(File1, &QListWidget::itemDoubleClicked, button, &QPushButton::click);
   auto* grid = new QGridLayout(this);
   grid->addWidget(Drive1, 0, 0);
   grid->addWidget(Dir1, 1, 0);
   grid->addWidget(File1, 0, 1, 2, 1);
   grid->addWidget(txtFileName, 2, 0, 1, 2);
-  grid->addLayout(ButtonRow(action), 3, 0, 1, 2);
-  setTabOrder(txtFileName, action);
-  setTabOrder(action, Cancel());
+  grid->addLayout(ButtonRow(button), 3, 0, 1, 2);
+  setTabOrder(txtFileName, button);
+  setTabOrder(button, Cancel());
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(1, 1);
   setSizeGripEnabled(true);
   const QFontMetrics font = fontMetrics();
   resize(
       QSize(font.averageCharWidth() * 72, font.lineSpacing() * 24).boundedTo(RoomOnScreen(*this)));
-  Form_Load();
 }
 
 void FileForm::Form_Load() {
@@ -207,10 +210,10 @@ fs::path FileForm::FullPath() const {
   return folder_ / PathFromText(FileNameBytes(txtFileName->text()));
 }
 
-void FileForm::RunOrStayOpen(const std::function<void(const fs::path&)>& action) {
+void FileForm::RunOrStayOpen() {
   const fs::path path = FullPath();
   try {
-    action(path);
+    (Main().*action_)(path);
   } catch (const RunTimeError&) {
     throw;
   } catch (const std::exception& error) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <vector>
 
 #include "ui/form.h"
@@ -21,17 +20,18 @@ class FileForm : public Form {
   Q_OBJECT
 
  protected:
-  FileForm(frmMain& main, const FormNames& names);
+  using Action = void (frmMain::*)(const std::filesystem::path&);
 
-  /// Lays out the dialog; Enter and a double click on a file press the given button.
-  void Complete(QPushButton* action);
-
-  /// Runs the action on the chosen path and closes the dialog. If the file fails, reports the
-  /// reason and stays open. Throws RunTimeError as the action does.
-  void RunOrStayOpen(const std::function<void(const std::filesystem::path&)>& action);
+  /// Enter, a double click on a file and the button of this name and caption run the action.
+  FileForm(frmMain& main, const FormNames& names, const char* button, const char* caption,
+           Action action);
 
  private:
+  void LayOut(QPushButton* button);
   void Form_Load();
+  /// Runs the action on the chosen path and closes the dialog. If the file fails, reports the
+  /// reason and stays open. Throws RunTimeError as the action does.
+  void RunOrStayOpen();
   void Drive1_Change();
   void Dir1_Change();
   void File1_Click();
@@ -46,6 +46,7 @@ class FileForm : public Form {
   std::filesystem::path FullPath() const;
   void ReportFailure(const std::filesystem::path& path, const char* reason);
 
+  Action action_;
   std::vector<std::filesystem::path> drives_;
   std::filesystem::path folder_;  ///< the directory list's path
   QComboBox* Drive1;

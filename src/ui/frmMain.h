@@ -14,7 +14,7 @@
 #include "model/run_time_error.h"
 #include "optimize/course.h"
 #include "optimize/history.h"
-#include "ui/unsaved_work.h"
+#include "ui/rescue_file.h"
 
 class QTimer;
 

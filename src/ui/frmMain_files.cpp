@@ -8,7 +8,6 @@
 #include "ui/error_text.h"
 #include "ui/frmMain.h"
 #include "ui/message_box.h"
-#include "ui/rescue_file.h"
 
 namespace quillane {
 namespace {

@@ -7,15 +7,9 @@ namespace quillane {
 
 /// "Open Model": replaces the model, rebuilds the view and ends what belonged to the old one.
 class frmOpen : public FileForm {
-  Q_OBJECT
-
  public:
-  explicit frmOpen(frmMain& main);
-
- private:
-  void cmdOpen_Click();
-
-  QPushButton* cmdOpen = Button("cmdOpen", "Open", &frmOpen::cmdOpen_Click);
+  explicit frmOpen(frmMain& main)
+      : FileForm(main, {"frmOpen", "Open Model"}, "cmdOpen", "Open", &frmMain::OpenModel) {}
 };
 
 }  // namespace quillane

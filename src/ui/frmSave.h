@@ -7,15 +7,9 @@ namespace quillane {
 
 /// "Save Model": writes the whole model; an existing file is replaced without a question.
 class frmSave : public FileForm {
-  Q_OBJECT
-
  public:
-  explicit frmSave(frmMain& main);
-
- private:
-  void cmdSave_Click();
-
-  QPushButton* cmdSave = Button("cmdSave", "Save", &frmSave::cmdSave_Click);
+  explicit frmSave(frmMain& main)
+      : FileForm(main, {"frmSave", "Save Model"}, "cmdSave", "Save", &frmMain::SaveModel) {}
 };
 
 }  // namespace quillane
