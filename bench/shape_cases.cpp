@@ -9,7 +9,7 @@
 #include "density_method.h"
 #include "examples/recipes.h"
 #include "fem/analysis.h"
-#include "fem/load_paths.h"
+#include "fem/pieces.h"
 #include "fem/mesh.h"
 #include "fem/stress.h"
 #include "optimize/optimization_step.h"

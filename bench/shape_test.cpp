@@ -7,7 +7,7 @@
 #include "density_method.h"
 #include "examples/rectangular_plate.h"
 #include "fem/analysis.h"
-#include "fem/load_paths.h"
+#include "fem/pieces.h"
 #include "random_plates.h"
 
 namespace quillane {

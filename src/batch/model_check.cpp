@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "fem/element_stiffness.h"
-#include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/pieces.h"
 #include "model/number_text.h"
 #include "model/regular_grid.h"
 #include "model/run_time_error.h"
@@ -149,22 +149,11 @@ class ModelCheck {
 
   void CheckNodes() {
     const double left = double{model_.DomainX1}, lower = double{model_.DomainY1};
-    const double size = double{model_.ElementSize};
-    const GridSlack slack = SlackOfGrid(model_, left, lower);
-    const auto checkNode = [&](int k, double x, double y) {
-      if (std::fabs(model_.NodeXY(k, 1) - x) <= slack.x &&
-          std::fabs(model_.NodeXY(k, 2) - y) <= slack.y) {
-        return;
-      }
+    for (const auto& [k, x, y] : MisplacedNodes(model_, left, lower)) {
       Report(Record::kNode, k, "the coordinates disagree with the grid",
              fmt::format("node {} at ({}, {}) instead of ({}, {})", k,
                          GeneralText(model_.NodeXY(k, 1)), GeneralText(model_.NodeXY(k, 2)),
                          GeneralText(x), GeneralText(y)));
-    };
-    for (int i = 0; i <= model_.CellRowCount; ++i) {
-      for (int j = 0; j <= model_.CellColumnCount; ++j) {
-        checkNode(NodeOfCorner(model_, i + 1, j + 1), left + j * size, lower + i * size);
-      }
     }
   }
 

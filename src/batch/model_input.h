@@ -1,10 +1,13 @@
-// The model a batch run starts from.
+// The model that a batch run starts from.
 #pragma once
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "batch/options.h"
 #include "model/model_file.h"
+#include "optimize/load_cases.h"
 
 namespace quillane {
 
@@ -24,5 +27,12 @@ ModelInput ModelFromText(const std::string& text);
 inline std::string NotACase(const std::string& difference) {
   return "not a load case of this model: " + difference;
 }
+
+/// Opens the model and its load cases, applies the options to them, and tries what the end of the
+/// run would fail on otherwise: the parameters of the steps, the outline, the picture. Reports what
+/// looks wrong in a model; ends a strict run then. Appends what is worth telling to `notes`. Throws
+/// Failure.
+void PrepareStart(const BatchOptions& options, Model& model, LoadCases& cases,
+                  std::vector<std::string>& notes);
 
 }  // namespace quillane

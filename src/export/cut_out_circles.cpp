@@ -113,7 +113,7 @@ class Fit {
   }
 
  private:
-  Point At(int corner) const { return shape_.corners[static_cast<std::size_t>(corner)]; }
+  Point At(int corner) const { return shape_.At(corner); }
   Point Low() const { return shape_.corners[1]; }
   Point High() const { return shape_.corners.back(); }
   double FromCentre(Point p) const { return Length(p - circle_.centre); }

@@ -1,5 +1,4 @@
-#include "export/dxf.h"
-
+// A shape as a drawing for computer-aided design and laser cutters.
 #include <dxflib/dl_dxf.h>
 
 #include <QFile>
@@ -8,7 +7,7 @@
 #include <cmath>
 #include <memory>
 
-#include "export/outline.h"
+#include "export/outline_file.h"
 #include "model/safe_file.h"
 
 namespace quillane {
@@ -71,13 +70,10 @@ double Bulge(const Circle& circle, Point from, Point to) {
 void WriteContours(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
   constexpr int kClosed = 1;
   const DL_Attributes byLayer(kLayer, 256, -1, "BYLAYER", 1);
-  const auto circleOf = [&shape](const Vertex& vertex) {
-    return shape.circles[static_cast<std::size_t>(vertex.circle)];
-  };
   file.sectionEntities();
   for (const Contour& contour : Outline(shape)) {
     if (contour.size() == 1) {
-      const auto [centre, radius] = circleOf(contour.front());
+      const auto [centre, radius] = *contour.front().arc;
       dxf.writeCircle(file, DL_CircleData(centre.x, centre.y, 0, radius), byLayer);
       continue;
     }
@@ -86,8 +82,8 @@ void WriteContours(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
     Contour next = contour;
     std::ranges::rotate(next, next.begin() + 1);
     for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [p, circle] = contour[k];
-      const double bulge = circle == kStraight ? 0 : Bulge(circleOf(contour[k]), p, next[k].place);
+      const auto& [p, arc] = contour[k];
+      const double bulge = arc == nullptr ? 0 : Bulge(*arc, p, next[k].place);
       dxf.writeVertex(file, DL_VertexData(p.x, p.y, 0, bulge));
     }
     dxf.writePolylineEnd(file);

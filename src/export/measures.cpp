@@ -98,33 +98,24 @@ class Necks {
 
 }  // namespace
 
-double ShortestSegment(const Shape& shape, const std::vector<Contour>& outline) {
+double ShortestSegment(const std::vector<Contour>& outline) {
   double shortest = DBL_MAX;
   for (const Contour& contour : outline) {
     for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [here, index] = contour[k];
+      const auto& [here, arc] = contour[k];
       const Point next = contour[(k + 1) % contour.size()].place;
-      double length = Length(next - here);
-      if (index != kStraight) {
-        const Circle& circle = shape.circles[static_cast<std::size_t>(index)];
-        length = circle.radius * ClockwiseAngle(circle, here, next);
-      }
-      shortest = std::min(shortest, length);
+      shortest =
+          std::min(shortest, arc == nullptr ? Length(next - here)
+                                            : arc->radius * ClockwiseAngle(*arc, here, next));
     }
   }
   return shortest;
 }
 
-std::optional<Neck> NarrowestNeck(const Shape& shape, const std::vector<Contour>& outline) {
-  const auto polygons = Polygons(shape, outline, kDeviation * shape.cell);
-  Point low = polygons.front().front(), high = low;
-  for (const std::vector<Point>& polygon : polygons) {
-    for (const Point& p : polygon) {
-      low = {std::min(low.x, p.x), std::min(low.y, p.y)};
-      high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-    }
-  }
-  for (double reach = shape.cell / 4;; reach *= 2) {
+std::optional<Neck> NarrowestNeck(const std::vector<Contour>& outline, double cell) {
+  const auto polygons = Polygons(outline, kDeviation * cell);
+  const auto [low, high] = Bounds(outline);
+  for (double reach = cell / 4;; reach *= 2) {
     if (const std::optional<Neck> neck = Necks(polygons, reach).Narrowest()) return neck;
     if (reach > Length(high - low)) return std::nullopt;
   }

@@ -9,7 +9,7 @@
 namespace quillane {
 
 /// Returns the length (mm) of the shortest segment or arc of an outline.
-double ShortestSegment(const Shape& shape, const std::vector<Contour>& outline);
+double ShortestSegment(const std::vector<Contour>& outline);
 
 /// The narrowest place of the material.
 struct Neck {
@@ -20,6 +20,6 @@ struct Neck {
 /// Returns the smallest disc in the material that touches the edge at both ends of a diameter: its
 /// diameter is the width of the neck there. So a convex corner or a wedge is no neck. Nothing where
 /// there is no such disc, as in a triangle. Arcs count as chords within 0.002 of a cell's edge.
-std::optional<Neck> NarrowestNeck(const Shape& shape, const std::vector<Contour>& outline);
+std::optional<Neck> NarrowestNeck(const std::vector<Contour>& outline, double cell);
 
 }  // namespace quillane

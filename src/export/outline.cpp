@@ -1,6 +1,8 @@
 #include "export/outline.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace quillane {
@@ -12,10 +14,16 @@ bool IsStraight(Point a, Point b, Point c) {
   return std::abs(Cross(b - a, c - b)) <= 1E-9 * lengths && Dot(b - a, c - b) > 0;
 }
 
-void AppendArc(std::vector<Point>& polygon, const Circle& circle, Point from, Point to,
-               double deviation) {
-  const std::vector<Point> between = ArcPoints(circle, from, to, deviation);
-  polygon.insert(polygon.end(), between.begin(), between.end());
+std::vector<Point> Polygon(const Contour& contour, double deviation) {
+  std::vector<Point> polygon;
+  for (std::size_t k = 0; k < contour.size(); ++k) {
+    const auto& [place, arc] = contour[k];
+    polygon.push_back(place);
+    if (arc == nullptr) continue;
+    const Point next = contour[(k + 1) % contour.size()].place;
+    std::ranges::copy(ArcPoints(*arc, place, next, deviation), std::back_inserter(polygon));
+  }
+  return polygon;
 }
 
 }  // namespace
@@ -24,16 +32,14 @@ std::vector<Contour> Outline(const Shape& shape) {
   std::vector<Contour> outline;
   for (const std::vector<int>& loop : shape.loops) {
     const auto corner = [&loop](std::size_t k) { return loop[k % loop.size()]; };
-    const auto at = [&](std::size_t k) {
-      return shape.corners[static_cast<std::size_t>(corner(k))];
-    };
+    const auto at = [&](std::size_t k) { return shape.At(corner(k)); };
     Contour contour;
-    int before = CircleOfEdge(shape, loop.back(), loop.front());
+    const Circle* before = ArcOfEdge(shape, loop.back(), loop.front());
     for (std::size_t k = 0; k < loop.size(); ++k) {
-      const int after = CircleOfEdge(shape, corner(k), corner(k + 1));
+      const Circle* after = ArcOfEdge(shape, corner(k), corner(k + 1));
       const bool goesOn =
           before == after &&
-          (after != kStraight || IsStraight(at(k + loop.size() - 1), at(k), at(k + 1)));
+          (after != nullptr || IsStraight(at(k + loop.size() - 1), at(k), at(k + 1)));
       if (!goesOn) contour.push_back({at(k), after});
       before = after;
     }
@@ -43,36 +49,30 @@ std::vector<Contour> Outline(const Shape& shape) {
   return outline;
 }
 
-std::vector<std::vector<Point>> Polygons(const Shape& shape, const std::vector<Contour>& outline,
-                                         double deviation) {
+std::vector<std::vector<Point>> Polygons(const std::vector<Contour>& outline, double deviation) {
   std::vector<std::vector<Point>> polygons;
-  for (const Contour& contour : outline) {
-    std::vector<Point> polygon;
-    for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [place, circle] = contour[k];
-      polygon.push_back(place);
-      if (circle == kStraight) continue;
-      AppendArc(polygon, shape.circles[static_cast<std::size_t>(circle)], place,
-                contour[(k + 1) % contour.size()].place, deviation);
-    }
-    polygons.push_back(std::move(polygon));
-  }
+  for (const Contour& contour : outline) polygons.push_back(Polygon(contour, deviation));
   return polygons;
+}
+
+Box Bounds(const std::vector<Contour>& outline) {
+  Box box{outline.front().front().place, outline.front().front().place};
+  for (const Contour& contour : outline) {
+    for (const auto& [p, circle] : contour) {
+      box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y)};
+      box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y)};
+    }
+  }
+  return box;
 }
 
 std::vector<Point> CellPolygon(const Shape& shape, const std::array<int, 4>& cell,
                                double deviation) {
-  std::vector<Point> polygon;
+  Contour contour;
   for (std::size_t k = 0; k < 4; ++k) {
-    const int corner = cell[k], next = cell[(k + 1) % 4];
-    const Point here = shape.corners[static_cast<std::size_t>(corner)];
-    polygon.push_back(here);
-    const int circle = CircleOfEdge(shape, corner, next);
-    if (circle == kStraight) continue;
-    AppendArc(polygon, shape.circles[static_cast<std::size_t>(circle)], here,
-              shape.corners[static_cast<std::size_t>(next)], deviation);
+    contour.push_back({shape.At(cell[k]), ArcOfEdge(shape, cell[k], cell[(k + 1) % 4])});
   }
-  return polygon;
+  return Polygon(contour, deviation);
 }
 
 }  // namespace quillane

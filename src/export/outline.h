@@ -11,19 +11,26 @@ namespace quillane {
 /// A vertex of a contour and the way on to the next one.
 struct Vertex {
   Point place;
-  int circle = kStraight;  ///< index of the circle along which a clockwise arc leads on
+  const Circle* arc = nullptr;  ///< of the shape, along which the way is clockwise; null: straight
 };
 
 /// A closed loop. A single vertex stands for a full circle.
 using Contour = std::vector<Vertex>;
 
-/// Returns the contours of the shape's loops. A straight run is one segment, a run along one circle
-/// one arc.
+/// Returns the contours of the shape's loops, which are valid as long as the shape. A straight run
+/// is one segment, a run along one circle one arc.
 std::vector<Contour> Outline(const Shape& shape);
 
 /// Returns the contours as polygons whose chords lie within `deviation` (mm) of the arcs.
-std::vector<std::vector<Point>> Polygons(const Shape& shape, const std::vector<Contour>& outline,
-                                         double deviation);
+std::vector<std::vector<Point>> Polygons(const std::vector<Contour>& outline, double deviation);
+
+struct Box {
+  Point low, high;
+};
+
+/// Returns the bounding box of an outline. Its arcs bulge into the material, so the vertices
+/// suffice.
+Box Bounds(const std::vector<Contour>& outline);
 
 /// Returns what a cell covers as a polygon, counter-clockwise from its first corner, with chords
 /// within `deviation` (mm) of the arcs.

@@ -3,10 +3,7 @@
 #include <QByteArray>
 #include <cstddef>
 #include <map>
-
-#include "export/dxf.h"
-#include "export/stl.h"
-#include "export/svg.h"
+#include <set>
 
 namespace quillane {
 
@@ -41,14 +38,14 @@ OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model,
     ++(LoopArea(traced, loop) > 0 ? figures.pieces : figures.holes);
   }
   figures.contacts = static_cast<int>(CornerContacts(shape).size());
-  figures.shortestSegment = ShortestSegment(shape, outline);
-  figures.neck = NarrowestNeck(shape, outline);
-  std::vector<char> isWhole(shape.circles.size());
+  figures.shortestSegment = ShortestSegment(outline);
+  figures.neck = NarrowestNeck(outline, shape.cell);
+  std::set<const Circle*> whole;
   for (const Contour& contour : outline) {
-    if (contour.size() == 1) isWhole[static_cast<std::size_t>(contour.front().circle)] = 1;
+    if (contour.size() == 1) whole.insert(contour.front().arc);
   }
-  for (std::size_t k = 0; k < isWhole.size(); ++k) {
-    (isWhole[k] != 0 ? figures.circles : figures.arcs).push_back(shape.circles[k]);
+  for (const Circle& circle : shape.circles) {
+    (whole.contains(&circle) ? figures.circles : figures.arcs).push_back(circle);
   }
   return file;
 }

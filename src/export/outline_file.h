@@ -16,6 +16,21 @@ enum class OutlineFormat { kSvg, kDxf, kStl };
 /// Returns the format of a path's suffix, in small or capital letters.
 std::optional<OutlineFormat> OutlineFormatOf(const std::filesystem::path& path);
 
+/// Returns an SVG file with one filled path in mm, true to size, its y turned down as the format
+/// requires.
+std::string SvgText(const Shape& shape);
+
+/// Returns a DXF file (release 2000) with a circle or a closed polyline for each loop, in mm, on
+/// the layer "OUTLINE", at the place of the model. Throws FileWriteError if no file can be written
+/// in the temporary folder.
+std::string DxfText(const Shape& shape);
+
+/// Returns a binary STL file of the closed solid from z = 0 to z = thickness, in mm, its facets
+/// counter-clockwise as seen from outside. The lower left corner of the domain is the origin,
+/// because the format has only 7 digits. Throws FileWriteError if the thickness is not positive or
+/// a size is out of the format's range.
+std::string StlText(const Shape& shape, double thickness);
+
 /// Returns the content of the file; thickness (mm) is that of a solid. Throws FileWriteError as the
 /// writer of the format does.
 std::string OutlineText(OutlineFormat format, const Shape& shape, double thickness);

@@ -72,11 +72,10 @@ class Rounding {
 
   /// How far the arc on an edge bulges over its chord.
   double Bulge(int from, int to) {
-    const int circle = CircleOfEdge(shape_, from, to);
-    if (circle == kStraight) return 0;
+    const Circle* arc = ArcOfEdge(shape_, from, to);
+    if (arc == nullptr) return 0;
     const double half = Length(At(to) - At(from)) / 2;
-    const double radius = shape_.circles[static_cast<std::size_t>(circle)].radius;
-    return radius - std::sqrt(std::max(0.0, radius * radius - half * half));
+    return arc->radius - std::sqrt(std::max(0.0, arc->radius * arc->radius - half * half));
   }
 
   bool IsSound(int corner) {
@@ -113,7 +112,7 @@ std::vector<CutOutCircle> AddCircles(Shape& shape, const Model& model,
 
 std::vector<int> FaultyCircles(const Shape& shape) {
   std::set<int> faulty;
-  const SegmentGrid grid(Polygons(shape, Outline(shape), kDeviation * shape.cell), shape.cell);
+  const SegmentGrid grid(Polygons(Outline(shape), kDeviation * shape.cell), shape.cell);
   const auto addThoseAt = [&](Point p) {
     for (std::size_t k = 0; k < shape.circles.size(); ++k) {
       const auto& [centre, radius] = shape.circles[k];
@@ -156,8 +155,8 @@ std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model
 }
 
 double ThinCellWidth(const Shape& shape, const std::array<int, 4>& cell) {
-  const auto at = [&](std::size_t k) { return shape.corners[static_cast<std::size_t>(cell[k])]; };
-  const Point a = at(0), b = at(1), c = at(2), d = at(3);
+  const Point a = shape.At(cell[0]), b = shape.At(cell[1]), c = shape.At(cell[2]),
+              d = shape.At(cell[3]);
   return std::min({Distance(a, c, d), Distance(b, c, d), Distance(c, a, b), Distance(d, a, b)});
 }
 

@@ -43,14 +43,9 @@ void CheckNodes(const Model& model, const std::vector<Point>& corners) {
   if (!(far / double{model.ElementSize} < 1E9)) {
     ThrowNoGrid("it lies too far from the origin for the size of its cells");
   }
-  const GridSlack slack = SlackOfGrid(model, first.x, first.y);
-  for (int n = 1; n <= model.NodeCount; ++n) {
-    const Point& place = corners[static_cast<std::size_t>(n)];
-    if (!(std::abs(model.NodeXY(n, 1) - place.x) <= slack.x &&
-          std::abs(model.NodeXY(n, 2) - place.y) <= slack.y)) {
-      ThrowNoGrid("node " + std::to_string(n) + " lies elsewhere");
-    }
-  }
+  const auto misplaced = MisplacedNodes(model, first.x, first.y);
+  if (misplaced.empty()) return;
+  ThrowNoGrid("node " + std::to_string(misplaced.front().node) + " lies elsewhere");
 }
 
 /// The cells with material; their elements must have the corners of their cells as nodes.
@@ -157,9 +152,10 @@ Shape TraceShape(const Model& model) {
   return shape;
 }
 
-int CircleOfEdge(const Shape& shape, int from, int to) {
+const Circle* ArcOfEdge(const Shape& shape, int from, int to) {
   const auto arc = shape.arcs.find({from, to});
-  return arc == shape.arcs.end() ? kStraight : arc->second;
+  if (arc == shape.arcs.end()) return nullptr;
+  return &shape.circles[static_cast<std::size_t>(arc->second)];
 }
 
 std::vector<int> CornerContacts(const Shape& shape) {
@@ -175,17 +171,14 @@ std::vector<int> CornerContacts(const Shape& shape) {
 }
 
 double LoopArea(const Shape& shape, const std::vector<int>& loop) {
-  const auto from = [&](int corner) {  // the first corner, so that no digits are lost
-    return shape.corners[static_cast<std::size_t>(corner)] - shape.corners[1];
-  };
+  // From the first corner, so that no digits are lost.
+  const auto from = [&](int corner) { return shape.At(corner) - shape.At(1); };
   double twice = 0;
   for (int last = loop.back(); const int corner : loop) {
     twice += Cross(from(last), from(corner));
-    if (const int circle = CircleOfEdge(shape, last, corner); circle != kStraight) {
-      const Circle& round = shape.circles[static_cast<std::size_t>(circle)];
-      const auto& at = [&shape](int c) { return shape.corners[static_cast<std::size_t>(c)]; };
-      const double angle = ClockwiseAngle(round, at(last), at(corner));
-      twice -= round.radius * round.radius * (angle - std::sin(angle));
+    if (const Circle* arc = ArcOfEdge(shape, last, corner)) {
+      const double angle = ClockwiseAngle(*arc, shape.At(last), shape.At(corner));
+      twice -= arc->radius * arc->radius * (angle - std::sin(angle));
     }
     last = corner;
   }

@@ -21,13 +21,13 @@ struct Shape {
   std::vector<std::vector<int>> loops;      ///< all corners along each loop
   std::vector<Circle> circles;              ///< along which some edges run clockwise
   std::map<std::pair<int, int>, int> arcs;  ///< by corners of such an edge: index of its circle
+
+  Point At(int corner) const { return corners[static_cast<std::size_t>(corner)]; }
 };
 
-inline constexpr int kStraight = -1;
-
-/// Returns the index of the circle along which the edge between two corners of a loop runs, or
-/// kStraight.
-int CircleOfEdge(const Shape& shape, int from, int to);
+/// Returns the circle along which the edge between two corners of a loop runs; null if it is
+/// straight.
+const Circle* ArcOfEdge(const Shape& shape, int from, int to);
 
 /// Returns the shape of the cells with material. Its corners lie ElementSize apart, the first one
 /// at node 1. Throws FileWriteError if the plate has no material or the model is not a regular

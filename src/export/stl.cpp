@@ -1,5 +1,4 @@
-#include "export/stl.h"
-
+// A shape as a solid for printers and for programs that mill.
 #include <algorithm>
 #include <bit>
 #include <cfloat>
@@ -7,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "export/outline.h"
+#include "export/outline_file.h"
 #include "export/triangles.h"
 #include "model/safe_file.h"
 
@@ -69,8 +68,7 @@ class Solid {
   }
 
  private:
-  Point Origin() const { return shape_.corners[1]; }
-  Point At(int corner) const { return shape_.corners[static_cast<std::size_t>(corner)]; }
+  Point At(int corner) const { return shape_.At(corner); }
   static Point3 Low(Point p) { return {p.x, p.y, 0}; }
   Point3 High(Point p) const { return {p.x, p.y, thickness_}; }
 
@@ -78,7 +76,7 @@ class Solid {
   /// fatter triangles.
   void AddCell(const std::array<int, 4>& cell) {
     std::vector<Point> p = CellPolygon(shape_, cell, deviation_);
-    for (Point& place : p) place = place - Origin();
+    for (Point& place : p) place = place - At(1);
     if (p.size() > 4) {
       for (const std::array<Point, 3>& triangle : Triangles(p)) AddFaces(triangle);
       return;
@@ -99,13 +97,12 @@ class Solid {
   /// Adds the walls along an edge, which may be an arc.
   void AddWalls(int from, int to) {
     Point last = At(from);
-    if (const int circle = CircleOfEdge(shape_, from, to); circle != kStraight) {
-      for (const Point& p : ArcPoints(shape_.circles[static_cast<std::size_t>(circle)], At(from),
-                                      At(to), deviation_)) {
-        AddWall(std::exchange(last, p) - Origin(), p - Origin());
+    if (const Circle* arc = ArcOfEdge(shape_, from, to)) {
+      for (const Point& p : ArcPoints(*arc, At(from), At(to), deviation_)) {
+        AddWall(std::exchange(last, p) - At(1), p - At(1));
       }
     }
-    AddWall(last - Origin(), At(to) - Origin());
+    AddWall(last - At(1), At(to) - At(1));
   }
 
   void AddWall(Point from, Point to) {

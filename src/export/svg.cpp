@@ -1,48 +1,31 @@
-#include "export/svg.h"
-
+// A shape as a drawing for browsers and drawing programs.
 #include <QByteArray>
 #include <QString>
 #include <QXmlStreamWriter>
 #include <algorithm>
 #include <numbers>
 
-#include "export/outline.h"
+#include "export/outline_file.h"
 #include "model/number_text.h"
 
 namespace quillane {
 namespace {
-
-struct Box {
-  Point low, high;
-};
-
-/// The box of the outline. Its arcs bulge into the material, so the vertices suffice.
-Box Bounds(const std::vector<Contour>& outline) {
-  Box box{outline.front().front().place, outline.front().front().place};
-  for (const Contour& contour : outline) {
-    for (const auto& [p, circle] : contour) {
-      box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y)};
-      box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y)};
-    }
-  }
-  return box;
-}
 
 std::string Pair(double x, double y) { return GeneralText(x) + " " + GeneralText(y); }
 
 /// Writes the subpaths of an outline whose upper left corner is the origin.
 class PathData {
  public:
-  PathData(const Shape& shape, Point origin) : shape_(shape), origin_(origin) {}
+  explicit PathData(Point origin) : origin_(origin) {}
 
   std::string Of(const Contour& contour) const {
     std::string data = "M " + Place(contour.front().place) + " ";
     for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [here, circle] = contour[k];
+      const auto& [here, arc] = contour[k];
       const bool isLast = k + 1 == contour.size();
       const Point next = contour[isLast ? 0 : k + 1].place;
-      if (circle != kStraight) {
-        data += Arc(shape_.circles[static_cast<std::size_t>(circle)], here, next);
+      if (arc != nullptr) {
+        data += Arc(*arc, here, next);
       } else if (!isLast) {
         data += "L " + Place(next) + " ";
       }
@@ -64,7 +47,6 @@ class PathData {
            (angle > std::numbers::pi ? "1" : "0") + " 1 " + Place(to) + " ";
   }
 
-  const Shape& shape_;
   Point origin_;
 };
 
@@ -74,7 +56,7 @@ std::string SvgText(const Shape& shape) {
   const std::vector<Contour> outline = Outline(shape);
   const Box box = Bounds(outline);
   const Point size = box.high - box.low;
-  const PathData path(shape, {box.low.x, box.high.y});
+  const PathData path({box.low.x, box.high.y});
   std::string data;
   for (const Contour& contour : outline) data += path.Of(contour);
   data.pop_back();

@@ -9,6 +9,9 @@ namespace quillane {
 /// The solver's tolerance on the residual, and the smallest pivot of its factorization.
 inline constexpr double kSolverTolerance = 1.0e-6;
 
+/// A solve with a larger true residual is reported as not converged.
+inline constexpr double kTrueResidualBound = 1.0e-3;
+
 /// Runs the plain procedures up to the solver, for any mesh: element stiffness, numbering,
 /// stiffness and loads, compression into the row store. Throws as they do.
 void AssembleEquations(Model& model);

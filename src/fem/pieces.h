@@ -1,4 +1,4 @@
-// The separate pieces of a plate, and whether they are held.
+// The separate pieces of a plate, whether they are held, and the loads that they do not carry.
 #pragma once
 
 #include <span>
@@ -34,5 +34,11 @@ Pieces FindPieces(const Model& model, const Model& loadCase);
 /// Empties the design cells of pieces that neither carry a load nor hold anything, be it in the
 /// model itself or in a load case. Returns how many pieces were dropped.
 int DropLoosePieces(Model& model, std::span<const Model> loadCases = {});
+
+/// Returns the nodes, ascending, with a load that no held piece carries. A load against a support
+/// of its own node needs no piece. Throws as FindPieces.
+std::vector<int> LostLoads(const Model& model);
+/// Likewise with supports and loads of `loadCase`, as FindPieces.
+std::vector<int> LostLoads(const Model& model, const Model& loadCase);
 
 }  // namespace quillane

@@ -35,13 +35,25 @@ bool HasRegularElements(const Model& model) {
   return isRegular;
 }
 
-GridSlack SlackOfGrid(const Model& model, double left, double lower) {
+std::vector<MisplacedNode> MisplacedNodes(const Model& model, double left, double lower) {
   const double size = double{model.ElementSize};
   const auto slack = [size](int cells, double first) {
     const double farthest = std::max(std::fabs(first), std::fabs(first + cells * size)) / size;
     return size * std::min(0.5, 0.01 + cells * double{FLT_EPSILON} * farthest);
   };
-  return {slack(model.CellColumnCount, left), slack(model.CellRowCount, lower)};
+  const double slackX = slack(model.CellColumnCount, left),
+               slackY = slack(model.CellRowCount, lower);
+  std::vector<MisplacedNode> misplaced;
+  for (int i = 0; i <= model.CellRowCount; ++i) {
+    for (int j = 0; j <= model.CellColumnCount; ++j) {
+      const int node = NodeOfCorner(model, i + 1, j + 1);
+      const double x = left + j * size, y = lower + i * size;
+      const bool isNear = std::fabs(model.NodeXY(node, 1) - x) <= slackX &&
+                          std::fabs(model.NodeXY(node, 2) - y) <= slackY;
+      if (!isNear) misplaced.push_back({node, x, y});
+    }
+  }
+  return misplaced;
 }
 
 }  // namespace quillane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "model/model.h"
 
@@ -25,13 +26,15 @@ std::array<int, 4> NodesOfCell(const Model& model, int row, int column);
 /// Returns whether counts and ElementNodes are those that BuildMesh makes of the cells.
 bool HasRegularElements(const Model& model);
 
-/// The tolerance for x and y of a node of a regular grid, mm: a hundredth of a cell and the
-/// rounding errors of the sums that BuildMesh takes in single precision.
-struct GridSlack {
-  double x, y;
+/// A node that does not lie where the grid has it.
+struct MisplacedNode {
+  int node;
+  double x, y;  ///< where it should lie, mm
 };
 
-/// Returns the tolerance for a grid whose lower left corner is (left, lower), mm.
-GridSlack SlackOfGrid(const Model& model, double left, double lower);
+/// Returns the misplaced nodes, ascending, of a grid whose lower left corner is (left, lower), mm.
+/// Tolerates a hundredth of a cell and the rounding errors of the sums that BuildMesh takes in
+/// single precision. Requires CountsMatchGrid.
+std::vector<MisplacedNode> MisplacedNodes(const Model& model, double left, double lower);
 
 }  // namespace quillane

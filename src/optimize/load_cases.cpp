@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "fem/analysis.h"
-#include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/pieces.h"
 #include "fem/stress.h"
 #include "model/number_text.h"
 #include "model/run_time_error.h"

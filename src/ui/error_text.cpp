@@ -4,7 +4,7 @@
 #include <QDir>
 
 #include "fem/element_stiffness.h"
-#include "fem/load_paths.h"
+#include "fem/pieces.h"
 #include "model/number_text.h"
 
 namespace quillane {
@@ -16,50 +16,48 @@ QString Advice(const RunTimeError& error) {
     case ErrorCause::kNone:
       break;
     case ErrorCause::kNoMaterial:
-      return QStringLiteral("No cell holds material: add design or non-design cells (Shape).");
+      return "No cell holds material: add design or non-design cells (Shape).";
     case ErrorCause::kAllHeld:
-      return QStringLiteral(
-          "Every node of the material is held: free some nodes (Freedom Conditions, \"Nothing\").");
+      return "Every node of the material is held: free some nodes (Freedom Conditions, "
+             "\"Nothing\").";
     case ErrorCause::kNoLoad:
     case ErrorCause::kIdleLoads:
-      return QStringLiteral(
-          "No load reaches the structure: apply a force at a free node of a cell that holds "
-          "material.");
+      return "No load reaches the structure: apply a force at a free node of a cell that holds "
+             "material.";
     case ErrorCause::kNoStiffness:
-      return QStringLiteral("Modulus or thickness is 0: see Design Property.");
+      return "Modulus or thickness is 0: see Design Property.";
     case ErrorCause::kPoissonRatio:
-      return QStringLiteral("Poisson's ratio must not be 1 or -1: see Design Property.");
+      return "Poisson's ratio must not be 1 or -1: see Design Property.";
     case ErrorCause::kNotHeld:
-      return QStringLiteral(
-          "A load is not connected to supports that hold the plate against moving and turning "
-          "(Freedom Conditions).");
+      return "A load is not connected to supports that hold the plate against moving and turning "
+             "(Freedom Conditions).";
     case ErrorCause::kUnsolvable:
-      return QStringLiteral(
-          "The system cannot be solved: modulus, thickness or forces are too large or too small.");
+      return "The system cannot be solved: modulus, thickness or forces are too large or too "
+             "small.";
     case ErrorCause::kLambdaZero:
-      return QStringLiteral("Lambda must not be 0: see Optimizaion Parameter.");
+      return "Lambda must not be 0: see Optimizaion Parameter.";
     case ErrorCause::kGridTooLarge:
-      return QStringLiteral("The grid is too large: use larger elements or a smaller domain.");
+      return "The grid is too large: use larger elements or a smaller domain.";
     case ErrorCause::kFileUnwritable:
-      return QStringLiteral("Check that its folder is writable and that the disk has room.");
+      return "Check that its folder is writable and that the disk has room.";
     case ErrorCause::kNotAFile:
-      return QStringLiteral("Move away what bears its name.");
+      return "Move away what bears its name.";
   }
   if (error.Kind() != ErrorKind::kOutOfMemory) return {};
-  return QStringLiteral("Close other programs, or use fewer and larger elements.");
+  return "Close other programs, or use fewer and larger elements.";
 }
 
 QString Details(const RunTimeError& error) {
   const QString text = QString::fromUtf8(error.what()), advice = Advice(error);
-  return advice.isEmpty() ? text : text + QLatin1Char('\n') + advice;
+  return advice.isEmpty() ? text : text + u'\n' + advice;
 }
 
 QString RescueLine(const RescueReport& rescue) {
   if (rescue.path.empty()) {
-    return QStringLiteral("モデルを保存できませんでした。\nThe model could not be saved: %1")
+    return QString("モデルを保存できませんでした。\nThe model could not be saved: %1")
         .arg(QString::fromStdString(rescue.failure));
   }
-  return QStringLiteral(
+  return QString(
              "モデルを次のファイルに保存しました。\n"
              "再起動して開いてください。\n"
              "The model was saved. Start the program again and open:\n%1")
@@ -73,17 +71,17 @@ struct Doubt {
 /// Returns what keeps an analysis of the model from converging.
 Doubt DoubtOf(const Model& model) {
   if (!LoadsAreCarried(model)) {
-    return {QStringLiteral("拘束条件を確認してください。"),
-            QStringLiteral("Check that the plate is held against moving and turning.")};
+    return {"拘束条件を確認してください。",
+            "Check that the plate is held against moving and turning."};
   }
   if (!IsPoissonRatio(model.PoissonRatio)) {
-    return {QStringLiteral("ポアソン比が適切ではありません。"),
-            QStringLiteral("Poisson's ratio is not between -1 and 0.5: see Design Property.")};
+    return {"ポアソン比が適切ではありません。",
+            "Poisson's ratio is not between -1 and 0.5: see Design Property."};
   }
-  return {QStringLiteral("部材が細長すぎます。"),
-          QStringLiteral("The loads are connected to supports that hold the plate, but\n"
-                         "it is too slender for the solver: use more cells across its\n"
-                         "members.")};
+  return {"部材が細長すぎます。",
+          "The loads are connected to supports that hold the plate, but\n"
+          "it is too slender for the solver: use more cells across its\n"
+          "members."};
 }
 
 }  // namespace
@@ -98,7 +96,7 @@ bool LoadsAreCarried(const Model& model) {
 
 QString NotConvergedText(const SolveReport& report, const Model& model) {
   const Doubt doubt = DoubtOf(model);
-  return QStringLiteral(
+  return QString(
              "応力解析が収束しませんでした。\n"
              "表示された結果は正しくない可能性があります。\n"
              "%3\n\n"
@@ -112,39 +110,37 @@ QString NotConvergedText(const SolveReport& report, const Model& model) {
 }
 
 QString StoppedText(const RunTimeError& error) {
-  return QStringLiteral("この操作を実行できませんでした。\n\n") + Details(error);
+  return "この操作を実行できませんでした。\n\n" + Details(error);
 }
 
 QString UndrawableText(const QString& reason) {
-  return QStringLiteral(
-             "このモデルを描くことができません。\n"
-             "表示幅と要素サイズ、または開いたファイルを確認してください。\n\n"
-             "The model cannot be drawn.\n") +
+  return "このモデルを描くことができません。\n"
+         "表示幅と要素サイズ、または開いたファイルを確認してください。\n\n"
+         "The model cannot be drawn.\n" +
          reason;
 }
 
 QString RefusalText(PressResult refusal) {
   switch (refusal) {
     case PressResult::kElementOutside:
-      return QStringLiteral("選ばれた要素は設計領域にありません。");
+      return "選ばれた要素は設計領域にありません。";
     case PressResult::kNodeOutside:
-      return QStringLiteral("選ばれた節点は設計領域にありません。");
+      return "選ばれた節点は設計領域にありません。";
     default:
-      return QStringLiteral(
-          "設計領域には縦横に1つ以上の要素が必要です。\n"
-          "節点と要素の数はそれぞれ32767以下にしてください。");
+      return "設計領域には縦横に1つ以上の要素が必要です。\n"
+             "節点と要素の数はそれぞれ32767以下にしてください。";
   }
 }
 
 QString MissingResultsText() {
-  return QStringLiteral("応力解析の前の結果はすべて0です。\nBefore FEA all results are 0.");
+  return "応力解析の前の結果はすべて0です。\nBefore FEA all results are 0.";
 }
 
-QString TooLargeText() { return QStringLiteral("数値が大きすぎます。\n値を変えてください。"); }
+QString TooLargeText() { return "数値が大きすぎます。\n値を変えてください。"; }
 
 QString FatalText(const RunTimeError& error, const RescueReport& rescue) {
-  return QStringLiteral("実行時エラーのためプログラムを終了します。\n\n") + Details(error) +
-         QStringLiteral("\n\n") + RescueLine(rescue);
+  return "実行時エラーのためプログラムを終了します。\n\n" + Details(error) + "\n\n" +
+         RescueLine(rescue);
 }
 
 std::string ReplacedModelText(const RescueReport& rescue) {

@@ -112,8 +112,8 @@ TEST(CutOutCircles, BecomeArcsWhereTheEdgeOfTheDomainCutsThem) {
     const std::vector<Contour> outline = Outline(shape);
     ASSERT_EQ(outline.size(), 1U);
     int arcs = 0;
-    for (const auto& [place, circle] : outline[0]) {
-      arcs += circle == kStraight ? 0 : 1;
+    for (const auto& [place, arc] : outline[0]) {
+      arcs += arc == nullptr ? 0 : 1;
       EXPECT_TRUE(place.x >= -1E-9 && place.x <= 240 + 1E-9);
       EXPECT_TRUE(place.y >= -1E-9 && place.y <= 240 + 1E-9);
     }
@@ -187,10 +187,10 @@ TEST(Measures, FindTheNarrowestNeck) {
   for (const auto& [what, rows, width, shortest] : kCases) {
     const Shape shape = TraceShape(test::Layout(rows));
     const auto outline = Outline(shape);
-    const auto neck = NarrowestNeck(shape, outline);
+    const auto neck = NarrowestNeck(outline, shape.cell);
     ASSERT_TRUE(neck) << what;
     EXPECT_NEAR(neck->width, 10 * width, 1E-6) << what;
-    EXPECT_NEAR(ShortestSegment(shape, outline), 10 * shortest, 1E-6) << what;
+    EXPECT_NEAR(ShortestSegment(outline), 10 * shortest, 1E-6) << what;
   }
 }
 

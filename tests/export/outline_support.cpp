@@ -89,7 +89,7 @@ std::vector<double> Numbers(const std::string& text, const std::string& after, c
 
 std::vector<Segment> Segments(const Shape& shape) {
   std::vector<Segment> segments;
-  for (const auto& polygon : Polygons(shape, Outline(shape), 0.01 * shape.cell)) {
+  for (const auto& polygon : Polygons(Outline(shape), 0.01 * shape.cell)) {
     for (Point last = polygon.back(); const Point& p : polygon)
       segments.emplace_back(std::exchange(last, p), p);
   }

@@ -5,7 +5,6 @@
 
 #include "fem/analysis.h"
 #include "fem/element_stiffness.h"
-#include "fem/load_paths.h"
 #include "fem/mesh.h"
 #include "fem/pieces.h"
 #include "fem/stress.h"

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "examples/recipes.h"
-#include "fem/load_paths.h"
 #include "fem/mesh.h"
+#include "fem/pieces.h"
 #include "fem/stress.h"
 #include "model/model_file.h"
 #include "optimize/optimization_step.h"
