@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <span>
+#include <tuple>
 
 #include "fem/mesh.h"
 #include "optimize/optimization_step.h"
@@ -11,7 +12,7 @@
 namespace quillane {
 namespace {
 
-/// Counts over the cells that both layouts have: the grid may have changed by hand.
+/// Compares the cells that both layouts have: the grid may have changed by hand.
 int CellsThatDiffer(std::span<const Integer> one, std::span<const Integer> other) {
   int differing = 0;
   for (std::size_t cell = 0; cell < std::min(one.size(), other.size()); ++cell) {
@@ -59,9 +60,11 @@ void Course::Adopt(const Model& model, const LoadCases& cases, const CourseFigur
 }
 
 void Course::Step() {
-  const Array2<Integer> layout = model_.CellState;
-  const Array2<Double> potential = model_.Potential;
-  const CourseFigures figures = figures_;
+  const auto state = [this] {
+    return std::tie(model_.CellState, model_.Potential, figures_, layouts_, repeated_);
+  };
+  const std::tuple<Array2<Integer>, Array2<Double>, CourseFigures, Layouts, Repeated> before =
+      state();
   try {
     const auto stands = [this](const SolveReport& report) {
       Add(report);
@@ -69,9 +72,7 @@ void Course::Step() {
     };
     Optimization(model_, stands, cases_->AsAnalysis());
   } catch (...) {
-    model_.CellState = layout;
-    model_.Potential = potential;
-    figures_ = figures;
+    state() = before;
     throw;
   }
 }

@@ -14,32 +14,33 @@ namespace quillane {
 
 class Course;
 
-/// Is told what happens in a course. An exception that a listener throws is handled as a failure of
-/// the analysis or step it was told of.
+/// Is notified of what happens in a course. An exception thrown by a listener counts as a failure
+/// of that analysis or step.
 class CourseListener {
  public:
   virtual ~CourseListener() = default;
 
-  /// A stress analysis stands; a new series of steps begins with it.
+  /// A stress analysis has succeeded; a new series of steps begins with it.
   virtual void Analysed(const Course& course) = 0;
 
-  /// A step stands, with its stresses and volume. StepCount is still the number of this step.
+  /// A step has succeeded, with its stresses and volume. StepCount is still the number of this
+  /// step.
   virtual void Stepped(const Course& course) = 0;
 };
 
-/// What a course has done so far.
+/// What a course has done so far. A series is an analysis and the steps after it.
 struct CourseFigures {
-  int steps = 0;              ///< optimization steps, of all series
-  int solves = 0;             ///< analyses and steps
-  int unconvergedSolves = 0;  ///< of these
-  int firstUnconverged = 0;   ///< the first one's step, 0 for the analysis
-  int unconvergedInARow = 0;  ///< up to the last solve, in this series
+  int steps = 0;              ///< optimization steps in all series
+  int solves = 0;             ///< analyses and steps in all series
+  int unconvergedSolves = 0;  ///< solves that did not converge
+  int firstUnconverged = 0;   ///< step of the first such solve; 0: an analysis before any step
+  int unconvergedInARow = 0;  ///< such solves at the end of the present series
   int cellsChanged = 0;       ///< cells whose state the last step changed
-  double startVolume = 0;     ///< of the layout that the last analysis took, mm^3
-  SolveReport lastSolve;
+  double startVolume = 0;     ///< volume at the last analysis, mm^3
+  SolveReport lastSolve;      ///< of the last analysis or step
 };
 
-/// The figures of a course that went on as another one.
+/// Returns the figures of the course `first` continued by the course `then`.
 CourseFigures Joined(const CourseFigures& first, CourseFigures then);
 
 /// Layouts that repeat.
@@ -48,19 +49,19 @@ struct Repetition {
   int steps = 0;  ///< how many steps in a row, up to the last, gave the layout `cycle` steps before
 };
 
-/// Analyses and optimizes a model step by step, follows how the steps go, and tells listeners.
-/// Whatever runs steps runs them through this class: the window, the command line, the search.
+/// Analyses and optimizes a model step by step, keeps figures of the steps, and notifies listeners.
+/// The window, the command line and the search all run their steps through this class.
 class Course {
  public:
   /// The longest cycle of layouts that is looked for, in steps.
   static constexpr int kLongestCycle = 8;
 
-  /// The listeners are told in this order. Model, listeners and load cases must outlive the course.
+  /// Listeners are notified in this order. Model, listeners and load cases must outlive the course.
   explicit Course(Model& model, std::initializer_list<CourseListener*> listeners = {});
   Course(const Course&) = delete;
   Course& operator=(const Course&) = delete;
 
-  /// Takes the load cases beside the model's own into every analysis and step from now on.
+  /// Includes these load cases, beside the model's own, in all later analyses and steps.
   void SetLoadCases(LoadCases& cases) { cases_ = &cases; }
 
   void AddListener(CourseListener& listener) { listeners_.push_back(&listener); }
@@ -69,42 +70,46 @@ class Course {
   /// left as the failed procedure left it; or what a listener throws.
   void Analyse();
 
-  /// Runs one optimization step. Where it fails, layout and potentials are put back as they stood
-  /// before, and the exception goes on.
+  /// Runs one optimization step. If it fails, restores layout, potentials, figures and what Repeats
+  /// compares, and rethrows.
   void Step();
 
-  /// Begins a series with layout, potentials and StepCount as they stand, as an earlier course left
-  /// them; counts the steps on from StepCount. Throws as Analyse.
+  /// Begins a series from the present layout, potentials and StepCount, which an earlier course
+  /// left; counts the steps from StepCount. Throws as Analyse.
   void Resume();
 
-  /// Takes over what another course did to copies of this model and its cases; no listener is told.
+  /// Adopts the result of another course on copies of this model and its cases; notifies no
+  /// listener.
   void Adopt(const Model& model, const LoadCases& cases, const CourseFigures& figures);
 
-  /// Analyses the present layout for its results alone, as after a failed step: potentials, figures
-  /// and StepCount stay. Throws RunTimeError.
+  /// Recomputes the results of the present layout, as after a failed step; potentials, figures and
+  /// StepCount stay. Throws RunTimeError.
   void AnalyseAgain();
 
   const Model& State() const { return model_; }
   const LoadCases& Cases() const { return *cases_; }
   const CourseFigures& Figures() const { return figures_; }
 
-  /// Whether every load, of every case, is connected to adequate supports.
+  /// Returns whether every load of every case is connected to adequate supports.
   bool Connected() const { return cases_->Connected(model_); }
 
-  /// The work of the loads (N mm), of all cases together.
+  /// Returns the work of the loads of all cases together, N mm.
   double Compliance() const { return cases_->Compliance(model_); }
 
-  /// The shortest cycle that has repeated for at least `least` steps, and for its own length.
+  /// Returns the shortest cycle that has repeated for at least `least` steps and its own length.
   std::optional<Repetition> Repeats(int least = 1) const;
 
-  /// Repeats for RestSteps of the model's Lambda: what is called rest everywhere.
+  /// Returns Repeats for RestSteps of the model's Lambda, the one definition of rest.
   std::optional<Repetition> Rest() const { return Repeats(RestSteps(model_.Lambda)); }
 
-  /// 7 / lambda steps, at most the largest int: by then a potential has forgotten where it began.
-  /// lambda: above 0.
+  /// Returns 7 / lambda, at most the largest int: after so many steps a potential has forgotten its
+  /// start. lambda: above 0.
   static int RestSteps(Single lambda);
 
  private:
+  using Layouts = std::deque<Array2<Integer>>;
+  using Repeated = std::array<int, kLongestCycle>;
+
   void Forget();
   void Begin(const SolveReport& report);
   void Add(const SolveReport& report);
@@ -115,8 +120,8 @@ class Course {
   LoadCases* cases_ = &noOthers_;
   std::vector<CourseListener*> listeners_;
   CourseFigures figures_;
-  std::deque<Array2<Integer>> layouts_;           ///< the last ones, the present one first
-  std::array<int, kLongestCycle> repeated_ = {};  ///< [cycle - 1], steps
+  Layouts layouts_;         ///< the last ones, the present one first
+  Repeated repeated_ = {};  ///< [cycle - 1], steps
 };
 
 }  // namespace quillane

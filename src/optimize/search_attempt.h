@@ -29,11 +29,11 @@ struct KeptStage {
 /// Why an attempt ended.
 enum class SearchEnd {
   kReached,       ///< the wished volume
-  kLoadsLost,     ///< every stage tried would cut a load off its supports
-  kWorthLess,     ///< ... or cost more stiffness than the material is worth
-  kNotConverged,  ///< ... or end in a layout for which the solver does not converge
-  kTooLight,      ///< ... or fall below the wish
-  kNothingLeft,   ///< ... or take nothing
+  kLoadsLost,     ///< the last stage tried would disconnect a load from its supports
+  kWorthLess,     ///< it would cost more stiffness than the material is worth
+  kNotConverged,  ///< the solver does not converge for its layout
+  kTooLight,      ///< its layout is lighter than the wish
+  kNothingLeft,   ///< it takes no material
   kTriedEnough,   ///< kMostVotes votes were tried
   kStopped,       ///< by the caller
 };
