@@ -35,8 +35,8 @@ Single PositiveLength(std::string_view text);
 /// What a typed number is expected to be.
 enum class NumberRule { kAny, kWhole, kAboveZero };
 
-/// Returns "read as 12" for a text such as "12,5", whose number is not what it shows, or for a number
-/// that is not above 0 but should be; empty for a plain number.
+/// Returns "read as 12" for a text such as "12,5", whose number is not what it shows, or for a
+/// number that is not above 0 but should be; empty for a plain number.
 std::string ReadOtherwise(std::string_view text, NumberRule rule);
 
 }  // namespace quillane

@@ -25,8 +25,8 @@ CanvasView::CanvasView(QWidget* parent, Model& model, const EditState& edits)
     : model_(model),
       edits_(edits),
       colorTable_(MakeColorTable()),
-      picColorBar(new PictureWidget(QStringLiteral("picColorBar"), parent)),
-      picCanvas(new PictureWidget(QStringLiteral("picCanvas"), parent)) {}
+      picColorBar(new PictureWidget("picColorBar", parent)),
+      picCanvas(new PictureWidget("picCanvas", parent)) {}
 
 void CanvasView::PlaceAndShowModel(const CanvasLayout& layout) {
   shown_ = [this] { DrawModel(); };

@@ -14,8 +14,8 @@ QString VolumeCaption(const Model& model) {
 }
 
 QString StepCaption(const Model& model) {
-  return VolumeCaption(model) + QStringLiteral("     ") +
-         QString::fromStdString(GeneralText(int{model.StepCount})) + QStringLiteral("step");
+  return VolumeCaption(model) + "     " +
+         QString::fromStdString(GeneralText(int{model.StepCount})) + "step";
 }
 
 QString MouseCaption(Single x, Single y) {

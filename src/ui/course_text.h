@@ -14,7 +14,6 @@ namespace quillane {
 QString CourseText(const EditState& edits, const Course& course);
 
 inline constexpr int kCourseLines = 7;
-inline const QString kLongestCourseLine =
-    QStringLiteral("Open the last saved model, lower the target. ");
+inline const QString kLongestCourseLine = "Open the last saved model, lower the target. ";
 
 }  // namespace quillane

@@ -25,7 +25,7 @@ void ElidedLabel::Tell(const QString& caption, const QString& note) {
 
 QString ElidedLabel::ToolTipText() const {
   const QString whole = ShownText() == text() ? QString() : text().trimmed();
-  return whole.isEmpty() || note_.isEmpty() ? whole + note_ : whole + QLatin1Char('\n') + note_;
+  return whole.isEmpty() || note_.isEmpty() ? whole + note_ : whole + u'\n' + note_;
 }
 
 bool ElidedLabel::event(QEvent* event) {

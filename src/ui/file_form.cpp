@@ -54,7 +54,7 @@ fs::path StartFolder(const std::string& lastFile) {
 
 QTreeWidget* MakeDirectoryList(QWidget* parent) {
   auto* list = new DirectoryList(parent);
-  list->setObjectName(QStringLiteral("Dir1"));
+  list->setObjectName("Dir1");
   list->setHeaderHidden(true);
   list->header()->setStretchLastSection(false);
   list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -63,15 +63,15 @@ QTreeWidget* MakeDirectoryList(QWidget* parent) {
   list->setExpandsOnDoubleClick(false);
   list->setUniformRowHeights(true);
   list->setIndentation(list->fontMetrics().averageCharWidth() * 2);
-  list->setAccessibleName(QStringLiteral("Folders"));
+  list->setAccessibleName("Folders");
   return list;
 }
 
 QListWidget* MakeFileList(QWidget* parent) {
   auto* list = new QListWidget(parent);
-  list->setObjectName(QStringLiteral("File1"));
+  list->setObjectName("File1");
   list->setUniformItemSizes(true);
-  list->setAccessibleName(QStringLiteral("Model files"));
+  list->setAccessibleName("Model files");
   return list;
 }
 
@@ -86,14 +86,14 @@ FileForm::FileForm(frmMain& main, const FormNames& names, const char* button, co
       Dir1(MakeDirectoryList(this)),
       File1(MakeFileList(this)),
       txtFileName(new QLineEdit(this)) {
-  Drive1->setObjectName(QStringLiteral("Drive1"));
-  Drive1->setAccessibleName(QStringLiteral("Drives"));
+  Drive1->setObjectName("Drive1");
+  Drive1->setAccessibleName("Drives");
   Drive1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   for (const fs::path& drive : drives_) {
     Drive1->addItem(style()->standardIcon(QStyle::SP_DriveHDIcon), FileNameText(drive.string()));
   }
-  txtFileName->setObjectName(QStringLiteral("txtFileName"));
-  txtFileName->setAccessibleName(QStringLiteral("File name"));
+  txtFileName->setObjectName("txtFileName");
+  txtFileName->setAccessibleName("File name");
   Dir1->installEventFilter(this);
   connect(Drive1, &QComboBox::activated, this, &FileForm::Drive1_Change);
   connect(Dir1, &QTreeWidget::itemDoubleClicked, this, &FileForm::OpenRow);
@@ -169,8 +169,7 @@ void FileForm::OpenFolder(const fs::path& folder) {
     return;
   }
   Drive1->setCurrentIndex(DriveOf(drives_, folder_));
-  Warn(this, QStringLiteral("このフォルダを開くことができません。\n") +
-                 QString::fromStdString(error.message()));
+  Warn(this, "このフォルダを開くことができません。\n" + QString::fromStdString(error.message()));
 }
 
 void FileForm::EnterFolder(const fs::path& folder) {
@@ -193,7 +192,7 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
   }
   QList<QTreeWidgetItem*> rows;
   if (folder_.has_relative_path()) {
-    rows += FolderRow(QStringLiteral(".."), style()->standardIcon(QStyle::SP_FileDialogToParent),
+    rows += FolderRow("..", style()->standardIcon(QStyle::SP_FileDialogToParent),
                       folder_.parent_path());
   }
   const QIcon closed = style()->standardIcon(QStyle::SP_DirIcon);
@@ -224,10 +223,9 @@ void FileForm::RunOrStayOpen() {
 
 void FileForm::ReportFailure(const fs::path& path, const char* reason) {
   Warn(this,
-       QStringLiteral("ファイルを開くときにエラーが発生しました。\r\n"
-                      "ファイルを選んでください。"),
-       QStringLiteral("データ読込"),
-       FileNameText(path.string()) + QStringLiteral(":\n") + QString::fromUtf8(reason));
+       "ファイルを開くときにエラーが発生しました。\r\n"
+       "ファイルを選んでください。",
+       "データ読込", FileNameText(path.string()) + ":\n" + QString::fromUtf8(reason));
   FocusText(txtFileName);
 }
 

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/error_text.h"
 #include "ui/message_box.h"
 
 namespace quillane {
@@ -41,20 +42,20 @@ Form::Form(frmMain& main, const FormNames& names)
       main_(main),
       cancel_(Button(names.cancel, "Cancel")) {
   connect(cancel_, &QPushButton::clicked, this, &Form::reject);
-  setObjectName(QString::fromLatin1(names.name));
-  setWindowTitle(QString::fromUtf8(names.caption));
+  setObjectName(names.name);
+  setWindowTitle(names.caption);
   setWindowModality(Qt::ApplicationModal);
 }
 
 QLabel* Form::Label(const char* caption) {
-  auto* label = new QLabel(QString::fromUtf8(caption), this);
+  auto* label = new QLabel(caption, this);
   label->setTextFormat(Qt::PlainText);
   return label;
 }
 
 QLineEdit* Form::NumberBox(const char* name, const std::string& text, NumberRule rule) {
   auto* box = new QLineEdit(QString::fromStdString(text), this);
-  box->setObjectName(QString::fromLatin1(name));
+  box->setObjectName(name);
   box->setAlignment(Qt::AlignRight);
   connect(box, &QLineEdit::textChanged, box, [box, rule] { TellReading(box, rule); });
   TellReading(box, rule);
@@ -62,14 +63,14 @@ QLineEdit* Form::NumberBox(const char* name, const std::string& text, NumberRule
 }
 
 QRadioButton* Form::Option(const char* name, const char* caption) {
-  auto* option = new QRadioButton(QString::fromUtf8(caption), this);
-  option->setObjectName(QString::fromLatin1(name));
+  auto* option = new QRadioButton(caption, this);
+  option->setObjectName(name);
   return option;
 }
 
 QPushButton* Form::Button(const char* name, const char* caption) {
-  auto* button = new QPushButton(QString::fromUtf8(caption), this);
-  button->setObjectName(QString::fromLatin1(name));
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(name);
   button->setAutoDefault(false);
   return button;
 }
@@ -141,6 +142,49 @@ void FocusText(QLineEdit* box) {
 void Form::Refuse(QLineEdit* box, const QString& why) {
   Warn(this, why);
   FocusText(box);
+}
+
+ModeForm::ModeForm(frmMain& main, const FormNames& names, const char* question,
+                   const std::vector<ModeOption>& options)
+    : Form(main, names) {
+  QList<QRadioButton*> buttons;
+  for (const ModeOption& option : options) {
+    buttons += Option(option.name, option.caption);
+    options_.emplace_back(buttons.back(), option.mode);
+  }
+  LayOutChoice(question, buttons, Button("cmdOK", "OK", &ModeForm::cmdOK_Click));
+  buttons.back()->setChecked(true);
+  buttons.back()->setFocus();
+}
+
+void ModeForm::cmdOK_Click() {
+  for (const auto& [button, mode] : options_) {
+    if (button->isChecked() && mode) Main().SetEditMode(*this, *mode);
+  }
+  Unload();
+}
+
+NumberForm::NumberForm(frmMain& main, const FormNames& names) : Form(main, names) {
+  main.SetEditMode(*this, kModeNothing);
+}
+
+void NumberForm::LayOut(QWidget* above, const std::vector<Field>& fields) {
+  QVBoxLayout* rows = Rows();
+  if (above != nullptr) rows->addWidget(above);
+  rows->addLayout(FieldGrid(fields));
+  rows->addLayout(ButtonRow(Button("cmdOK", "OK", &NumberForm::cmdOK_Click)));
+  for (const Field& field : fields) boxes_.push_back(field.box);
+  FocusText(boxes_.front());
+}
+
+void NumberForm::cmdOK_Click() {
+  Texts texts;
+  for (const QLineEdit* box : boxes_) texts.push_back(TextOf(box));
+  if (const RefusedIndex refused = Store(texts)) {
+    return Refuse(boxes_[static_cast<std::size_t>(*refused)], TooLargeText());
+  }
+  Main().SetUpDateCaption(QString::fromStdString(Caption()));
+  Unload();
 }
 
 }  // namespace quillane

@@ -1,9 +1,11 @@
-// The base of all dialogs: construction, names and look of controls, closing.
+// The bases of the dialogs: construction, names and look of controls, closing.
 #pragma once
 
 #include <QDialog>
 #include <QPushButton>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "edit/settings.h"
@@ -89,5 +91,46 @@ std::string TextOf(const QLineEdit* box);
 
 /// Focuses a box and selects its text.
 void FocusText(QLineEdit* box);
+
+/// Asks a question with options, of which the last one is checked at first. OK begins the edit mode
+/// of the checked one.
+class ModeForm : public Form {
+ protected:
+  struct ModeOption {
+    const char* name;
+    const char* caption;
+    std::optional<Integer> mode;  ///< none: the mode stays
+  };
+
+  ModeForm(frmMain& main, const FormNames& names, const char* question,
+           const std::vector<ModeOption>& options);
+
+ private:
+  void cmdOK_Click();
+
+  std::vector<std::pair<QRadioButton*, std::optional<Integer>>> options_;
+};
+
+/// Ends the edit mode when loaded. OK stores the numbers and shows them in lblUpDate; a number too
+/// large for its type is refused.
+class NumberForm : public Form {
+ protected:
+  using Texts = std::vector<std::string>;
+
+  NumberForm(frmMain& main, const FormNames& names);
+
+  /// Lays out the fields below the widget `above`, which may be null.
+  void LayOut(QWidget* above, const std::vector<Field>& fields);
+
+  /// Stores the texts of the boxes, in the order of the fields.
+  virtual RefusedIndex Store(const Texts& texts) = 0;
+  /// Returns the caption of lblUpDate after OK.
+  virtual std::string Caption() const = 0;
+
+ private:
+  void cmdOK_Click();
+
+  std::vector<QLineEdit*> boxes_;
+};
 
 }  // namespace quillane

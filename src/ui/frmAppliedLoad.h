@@ -5,7 +5,7 @@
 #include <QRadioButton>
 
 #include "model/number_text.h"
-#include "ui/number_form.h"
+#include "ui/form.h"
 
 namespace quillane {
 

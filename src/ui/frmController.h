@@ -2,7 +2,7 @@
 #pragma once
 
 #include "model/number_text.h"
-#include "ui/number_form.h"
+#include "ui/form.h"
 
 namespace quillane {
 

@@ -1,7 +1,7 @@
 // The dialog that picks which support presses on nodes set.
 #pragma once
 
-#include "ui/mode_form.h"
+#include "ui/form.h"
 
 namespace quillane {
 

@@ -17,7 +17,7 @@ namespace quillane {
 namespace {
 
 const QString kTitle =
-    QStringLiteral("Quillane Optimization for Shape and Topology      HARROW Lab., Calder univ.");
+    "Quillane Optimization for Shape and Topology      HARROW Lab., Calder univ.";
 
 // Client area in layout units: at start, and the smallest one with room for both labels.
 constexpr double kStartWidth = 8085;
@@ -36,10 +36,10 @@ frmMain::frmMain()
     : tmrOpt(new QTimer(this)),
       client_(new QWidget),
       view_(std::make_unique<CanvasView>(client_, model_, edits_)),
-      lblUpDate(new ElidedLabel(QStringLiteral("lblUpDate"), client_)),
-      lblMouseXY(new ElidedLabel(QStringLiteral("lblMouseXY"), client_)) {
-  setObjectName(QStringLiteral("frmMain"));
-  tmrOpt->setObjectName(QStringLiteral("tmrOpt"));
+      lblUpDate(new ElidedLabel("lblUpDate", client_)),
+      lblMouseXY(new ElidedLabel("lblMouseXY", client_)) {
+  setObjectName("frmMain");
+  tmrOpt->setObjectName("tmrOpt");
   tmrOpt->setTimerType(Qt::PreciseTimer);
   setCentralWidget(client_);
   ConnectMenus();
@@ -79,7 +79,7 @@ void frmMain::Form_Load() {
 
 void frmMain::Form_Resize() {
   if (isMinimized()) {
-    setWindowTitle(QStringLiteral("POST"));
+    setWindowTitle("POST");
     return;
   }
   setWindowTitle(kTitle);

@@ -87,7 +87,7 @@ void frmMain::mnuClear_Click() {
 
 void frmMain::SetEditMode(QWidget& dialog, Integer mode) {
   if (!BeginMode(model_, mode)) {
-    Warn(&dialog, QStringLiteral("\r\n設計領域をはじめに入力してください。"));
+    Warn(&dialog, "\r\n設計領域をはじめに入力してください。");
   }
   view_->UnmarkCorner();
 }

@@ -12,8 +12,8 @@
 namespace quillane {
 namespace {
 
-const QString kTitleAfterOpening = QStringLiteral(
-    "Quillane Optimization for Shape and Topology      by HARROW Lab., Calder univ.");
+const QString kTitleAfterOpening =
+    "Quillane Optimization for Shape and Topology      by HARROW Lab., Calder univ.";
 
 constexpr const char* kHistoryFile = "History.tmp";
 
@@ -63,7 +63,7 @@ void frmMain::mnuImageCopy_Click() {
 
 void frmMain::mnuHistory_Click() {
   if (model_.HistoryRecording != 0) {
-    Warn(this, QStringLiteral("すでに履歴を記録しています。"));
+    Warn(this, "すでに履歴を記録しています。");
     return;
   }
   KeepEarlierHistory(kHistoryFile);

@@ -4,7 +4,7 @@
 #include <QLabel>
 
 #include "model/number_text.h"
-#include "ui/number_form.h"
+#include "ui/form.h"
 
 namespace quillane {
 

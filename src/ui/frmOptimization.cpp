@@ -36,7 +36,7 @@ frmOptimization::frmOptimization(frmMain& main)
     rows->addWidget(button);
   }
   setTabOrder(cmdManual, Cancel());
-  lblCourse->setObjectName(QStringLiteral("lblCourse"));
+  lblCourse->setObjectName("lblCourse");
   lblCourse->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   lblCourse->setMinimumSize(lblCourse->fontMetrics().horizontalAdvance(kLongestCourseLine),
                             lblCourse->fontMetrics().lineSpacing() * kCourseLines);

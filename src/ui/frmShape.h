@@ -1,7 +1,7 @@
 // The dialog that picks what presses on the canvas draw.
 #pragma once
 
-#include "ui/mode_form.h"
+#include "ui/form.h"
 
 namespace quillane {
 

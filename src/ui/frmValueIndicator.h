@@ -1,7 +1,7 @@
 // The dialog that picks which value presses on the canvas read out.
 #pragma once
 
-#include "ui/mode_form.h"
+#include "ui/form.h"
 
 namespace quillane {
 

@@ -50,15 +50,15 @@ void frmWidth::cmdOK_Click() {
   const Single width = PositiveLength(TextOf(txtWidth));
   const Single elementSize = PositiveLength(TextOf(txtUnitGrid));
   if (width == 0) {
-    return Refuse(txtWidth, QStringLiteral("表示幅には0より大きい数値を入力してください。"));
+    return Refuse(txtWidth, "表示幅には0より大きい数値を入力してください。");
   }
   if (elementSize == 0) {
-    return Refuse(txtUnitGrid, QStringLiteral("要素サイズには0より大きい数値を入力してください。"));
+    return Refuse(txtUnitGrid, "要素サイズには0より大きい数値を入力してください。");
   }
   if (!CanBeShown(model, Main().View().Canvas()->size(), width, elementSize)) {
     return Refuse(txtUnitGrid,
-                  QStringLiteral("この表示幅と要素サイズでは格子を描くことができません。\n"
-                                 "値を変えてください。"));
+                  "この表示幅と要素サイズでは格子を描くことができません。\n"
+                  "値を変えてください。");
   }
   SetGrid(model, Main().Edits(), width, elementSize);
   Main().WriteSummary();

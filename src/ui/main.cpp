@@ -28,11 +28,11 @@ int main(int, char** argv) {
   int onlyTheName = 1;  // no arguments are accepted, not even the toolkit's
   QApplication application(onlyTheName, argv);
   QApplication::setApplicationDisplayName(QString());
-  QApplication::setDesktopFileName(QStringLiteral("quillane"));
+  QApplication::setDesktopFileName("quillane");
   QApplication::setQuitOnLastWindowClosed(false);
 
   QIcon icon;
-  for (const int size : {32, 64, 256}) icon.addFile(QStringLiteral(":/quillane-%1.png").arg(size));
+  for (const int size : {32, 64, 256}) icon.addFile(QString(":/quillane-%1.png").arg(size));
   QApplication::setWindowIcon(icon);
 
   quillane::frmMain window;

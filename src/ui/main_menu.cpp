@@ -25,20 +25,20 @@ class MenuBarStyle : public QProxyStyle {
 };
 
 void AddItem(QWidget* parent, const char* name, const char* caption) {
-  auto* item = new QAction(QLatin1String(caption), parent);
-  item->setObjectName(QLatin1String(name));
+  auto* item = new QAction(caption, parent);
+  item->setObjectName(name);
   item->setMenuRole(QAction::NoRole);
   parent->addAction(item);
 }
 
 void AddSeparator(QMenu* menu, const char* name) {
-  menu->addSeparator()->setObjectName(QLatin1String(name));
+  menu->addSeparator()->setObjectName(name);
 }
 
 QMenu* AddMenu(QMenuBar* bar, const char* name, const char* caption) {
-  QMenu* menu = bar->addMenu(QLatin1String(caption));
-  menu->setObjectName(QLatin1String(name));
-  menu->menuAction()->setObjectName(QLatin1String(name));
+  QMenu* menu = bar->addMenu(caption);
+  menu->setObjectName(name);
+  menu->menuAction()->setObjectName(name);
   return menu;
 }
 

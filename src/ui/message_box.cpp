@@ -22,7 +22,7 @@ void Warn(QWidget* parent, const QString& text, const QString& title, const QStr
 }
 
 void ShowError(QWidget* parent, const QString& text) {
-  ShowBox(parent, QMessageBox::Critical, QStringLiteral("エラー"), text, {});
+  ShowBox(parent, QMessageBox::Critical, "エラー", text, {});
 }
 
 }  // namespace quillane

@@ -9,7 +9,7 @@ namespace quillane {
 
 /// Shows a warning with the exclamation icon and an OK button, modal to the application. The
 /// details stand below the text.
-void Warn(QWidget* parent, const QString& text, const QString& title = QStringLiteral("警告"),
+void Warn(QWidget* parent, const QString& text, const QString& title = "警告",
           const QString& details = {});
 
 /// Shows an error that ends the program.
