@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Measures which lines of src/ the tests run; the core must reach 95 %. Names what no test runs.
+# Measures which lines of src/ the tests run; the core must reach 95 %. Lists the lines that no test runs.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/install_dependencies.sh develop

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Saves under bad conditions: no space, a file or folder that is read-only, a kill in the middle. The file
-# must afterwards be the old one or the new one, whole.
+# Saves under bad conditions: no space, a read-only file or folder, a kill in the middle. Afterwards the file
+# must be the old one or the new one, whole.
 # Usage: damage_tests.sh [path/to/quillane-batch, default the release build]
 #        [kills at random moments, default 0]
 set -euo pipefail
@@ -22,7 +22,7 @@ fail() { echo "FAILED: $*" >&2; failures=$((failures + 1)); }
 
 save_new() { "$batch" "$example" --quiet --steps 15 --save "$1" 2>&1; }
 
-# After a failed save into a folder: this status and message, the old file, nothing beside it.
+# Checks that a failed save into a folder gave this status and message and left only the old file.
 expect_refused() {
   local what=$1 folder=$2 status=$3 message=$4
   [ "$status" -eq 2 ] || fail "$what: exit status $status, not 2"
@@ -48,7 +48,7 @@ no_space() {
     fail "history without space: the message is: $message"
 }
 
-# The same on a real disk that is full: a file system in memory that only this shell sees.
+# Does the same on a disk that is really full: a file system in memory that only this shell sees.
 full_disk() {
   mkdir disk
   unshare -rm true 2>/dev/null || { echo "full disk not tried: namespaces are off"; return 0; }
@@ -89,7 +89,7 @@ read_only_file_and_folder() {
   done
 }
 
-# The file must be the old or the new one; counts which.
+# Checks that the file is the old or the new one and counts which.
 expect_whole() {
   if cmp -s "$2" old.model; then old=$((old + 1))
   elif cmp -s "$2" new.model; then new=$((new + 1))

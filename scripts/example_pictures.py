@@ -1,43 +1,26 @@
 #!/usr/bin/python3
-"""Makes the pictures and tables of docs/examples.md from runs of quillane-batch.
-
-The program is taken from QUILLANE_BATCH, or from the release build, whose quillane-make-examples
-makes the models.
-"""
+"""Makes the pictures and tables of docs/examples.md from runs of quillane-batch."""
 
 import csv
-import json
 import math
 import os
-import subprocess
 import tempfile
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
+from lib import examples
+from lib.examples import IMAGES, LOOK, ROOT, make
 from lib.markdown_table import insert, table
 from lib.plate import read_plate
 
-ROOT = Path(__file__).resolve().parent.parent
-PROGRAM = os.environ.get("QUILLANE_BATCH", ROOT / "build/release/src/batch/quillane-batch")
-MAKE_EXAMPLES = ROOT / "build/release/examples/quillane-make-examples"
-IMAGES = ROOT / "docs/images"
 EXAMPLES = ("cantilever", "half-mbb-beam", "bridge", "l-bracket", "two-bar-truss", "bolted-lever")
-LOOK = ("--fit", "--no-grid", "--size", "900x600")
 AWAY = 2.5  # cells from the next loaded or held node
 
 
-def make(folder, start, refinement, *name):
-    folder.mkdir()
-    subprocess.run([MAKE_EXAMPLES, folder, start, str(refinement), *name], check=True)
-    return folder
-
-
 def run(model, *options):
-    """The summary of a run, with the largest stress away from loads and supports added."""
+    """Returns the summary of a run with the largest stress away from loads and supports added."""
     cells = model.with_suffix(".csv")
-    output = subprocess.run([PROGRAM, model, "--quiet", "--json", "-", "--cells", cells, *options],
-                            check=True, capture_output=True, text=True).stdout
-    summary = json.loads(output)
+    summary = examples.run([model], "--cells", cells, *options)
     plate = read_plate(model)
     points = [at for at, held in plate.held.items() if any(held)]
     points += [at for at, load in plate.loads.items() if any(load)]

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the coverage-guided fuzzer of the model reader (clang++) and runs it.
-# Usage: fuzz.sh [seconds, default 1800]   What it finds is left in build/fuzz/findings.
+# Usage: fuzz.sh [seconds, default 1800]   Leaves its findings in build/fuzz/findings.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 seconds=${1:-1800}

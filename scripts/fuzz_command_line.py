@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs quillane-batch with random command lines: options in pairs and more, odd values, odd files.
 
-A finding is an end by a signal, a sanitizer's report, an exit status of no meaning, a run that takes too
+A finding is an end by a signal, a sanitizer's report, an undocumented exit status, a run that takes too
 long, a leftover .part file, or an error without a message.
 Usage: fuzz_command_line.py PROGRAM [SECONDS, default 600] [SEED]
 """
@@ -44,7 +44,7 @@ FLAGS = ["--check", "--quiet", "--strict", "--until-steady", "--fit", "--label",
 
 
 def command(chance):
-    """A random command line after the program's name."""
+    """Returns the arguments of a random command line."""
     line = [chance.choice(MODELS)] if chance.random() < 0.95 else []
     for _ in range(chance.choice([0, 1, 2, 2, 2, 3, 5, 9])):
         option = chance.choice(list(VALUES) + 2 * FILES + FLAGS)
@@ -58,7 +58,7 @@ def command(chance):
 
 
 def prepare(folder, plate):
-    """Fills the folder with what the names mean."""
+    """Creates the files and folders that the names refer to."""
     (folder / "plate.model").write_bytes(plate)
     (folder / "cut.model").write_bytes(plate[:len(plate) // 2])
     (folder / "empty.model").write_bytes(b"")
@@ -72,7 +72,7 @@ def prepare(folder, plate):
 
 
 def fault(run, folder, line):
-    """What is wrong with the run of a command line that has ended; empty where nothing is."""
+    """Returns what is wrong with the run of a command line that has ended, or an empty text."""
     told = run.stderr.decode(errors="replace")
     if run.returncode not in STATUSES:
         return f"exit status {run.returncode}"

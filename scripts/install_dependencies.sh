@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs from Debian's packages whatever the named purposes need and is missing.
+# Installs the missing Debian packages that the named purposes need.
 # Usage: install_dependencies.sh build|test|bench|arm64|windows|windows-test|develop|exports ...
 # (quick when nothing is missing)
 set -euo pipefail
@@ -9,13 +9,13 @@ build=(g++ cmake ninja-build qt6-base-dev libfmt-dev libcli11-dev libhwy-dev lib
 test=("${build[@]}" libgtest-dev)
 bench=("${test[@]}" libbenchmark-dev libeigen3-dev libsuitesparse-dev python3)
 arm64=(g++-aarch64-linux-gnu qemu-user-static googletest)
-# The first compiles for Windows and packs, the second runs there what can be run here.
+# windows: compiles for Windows and packs; windows-test: runs what can be run under wine.
 windows=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev dpkg-dev pandoc zip)
 windows_test=("${test[@]}" "${windows[@]}" wine wine64 unzip xvfb openbox xdotool x11-utils xclip imagemagick)
 develop=("${test[@]}" "${bench[@]}" git clang-format clang-tidy cppcheck gcovr xvfb openbox xdotool imagemagick
          x11-utils x11-apps xclip gnuplot-nox parallel desktop-file-utils appstream lintian file man-db
          clang libclang-rt-dev strace librsvg2-bin icoutils)
-# Programs that judge what is written for them: 1.5 GB, so not among the tools for every day.
+# Programs that read the exported files: 1.5 GB, so not among the everyday tools.
 exports=("${build[@]}" python3-ezdxf librecad admesh librsvg2-bin imagemagick meshio-tools gmsh calculix-ccx
          python3-paraview python3-meshio python3-numpy xvfb openbox xdotool)
 
@@ -51,6 +51,6 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 echo "Installing: ${missing[*]}"
 "${sudo[@]}" apt-get update -q
-# Behind sudo, which does not hand the caller's environment on.
+# Set after sudo, which does not pass on the caller's environment.
 "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
   apt-get install -y -q --no-install-recommends "${missing[@]}"

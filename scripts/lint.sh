@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Format (clang-format) of all sources, static analysis (clang-tidy, cppcheck) of src/ and examples/.
+# Checks the format of all sources (clang-format) and analyses src/ and examples/ (clang-tidy, cppcheck).
 # Silent when clean; takes about ten minutes on two cores.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -9,10 +9,10 @@ mapfile -t sources < <(git ls-files 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*
   'bench/*.cpp' 'bench/*.h' 'examples/*.cpp' 'fuzz/*.cpp')
 clang-format --dry-run --Werror "${sources[@]}"
 
-# The analyser reads the compile commands of the files as they are now.
+# The analyser needs the present compile commands.
 cmake --preset dev >/dev/null
 sed -i 's/ -fno-code-hoisting//' build/dev/compile_commands.json  # unknown to Clang
-# Clang warns of double{x} too, which is how a promotion that is meant is written here.
+# Clang also warns about double{x}, which marks an intended promotion here.
 run-clang-tidy -quiet -p build/dev -j "$(nproc)" -extra-arg=-Wno-double-promotion \
   "$PWD/(src|examples)/" >build/dev/clang-tidy.log 2>&1 ||
   { grep -A8 -E 'warning:|error:' build/dev/clang-tidy.log; exit 1; }

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Writes the measured tables of docs/choosing-parameters.md and draws its figure (gnuplot): a study
-# of 60 stress targets and 3 wished volumes, and searches with one Lambda or Epsilon. With a file's
-# name as argument, the whole study goes there as CSV.
-# The program is taken from QUILLANE_BATCH, or from the release build.
+# of 60 stress targets and 3 wished volumes, and searches with one Lambda or Epsilon. With a file name
+# as argument, writes the whole study to it as CSV.
+# Takes the program from QUILLANE_BATCH or from the release build.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export batch=${QUILLANE_BATCH:-build/release/src/batch/quillane-batch}
@@ -11,7 +11,7 @@ scratch=$(mktemp -d)
 export scratch
 trap 'rm -rf "$scratch"' EXIT
 
-# A run whose summary becomes NAME.json; what did not converge or was not reached has one, too.
+# Runs and writes the summary to NAME.json, also if the run did not converge or reach its wish.
 run() { "$batch" "$model" --quiet --json "$scratch/$1.json" "${@:2}" 2>/dev/null || [ $? -ge 3 ]; }
 export -f run
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Works the whole program by mouse and keyboard on a screen of its own and keeps a picture of each
-# station in docs/images. Needs Xvfb, openbox, xdotool, xprop, xwininfo, xclip and ImageMagick.
+# Operates the whole program by mouse and keyboard on a virtual screen and keeps a picture of each
+# stage in docs/images. Needs Xvfb, openbox, xdotool, xprop, xwininfo, xclip and ImageMagick.
 # Usage: scripts/screenshots.sh [program] [folder for the pictures]
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Watches the resident memory of one long optimization; it must not grow once all arrays stand.
+# Watches the resident memory of one long optimization; it must not grow once all arrays are allocated.
 # Usage: steady_memory.sh [path/to/quillane-batch, default the release build] [steps, default 10000]
 #        [model]
 set -euo pipefail

@@ -28,7 +28,7 @@ def percent(value):
 
 
 def sketch(runner, name):
-    """An example's hand-drawn first layout."""
+    """Returns the hand-drawn first layout of an example."""
     subprocess.run([MAKE_EXAMPLES, runner.folder, "sketch"], check=True)
     return read_plate(runner.folder / f"{name}.model")
 
@@ -173,7 +173,7 @@ def truss(runner):
 
 
 def mirror(runner):
-    """Each example and its mirror image, optimized alike."""
+    """Optimizes each example and its mirror image."""
     rows = []
     for name in ("l-bracket", "half-mbb-beam", "bolted-lever"):
         plate = sketch(runner, name)
@@ -188,7 +188,7 @@ def mirror(runner):
 
 
 def scaling(runner):
-    """Loads and target times k, and the modulus times k, against the plate as it is."""
+    """Compares loads and target times k, and the modulus times k, with the plate as it is."""
     plate = sketch(runner, "cantilever")
     base = runner.run(plate, STEPS)
     tip = (11, plate.columns + 1)

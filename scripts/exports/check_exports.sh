@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs programs that are not ours and lets them judge what quillane-batch writes for them: the
-# optimized examples as outlines, plain, smoothed and with circles, and as fields. Ends at the first finding.
+# Installs other programs and has them check what quillane-batch exports: the optimized examples as
+# outlines (plain, smoothed, with circles) and as fields. Ends at the first finding.
 # Usage: check_exports.sh [FOLDER]   (out/exports by default; pictures to look at stay there)
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -42,7 +42,7 @@ name=${names[0]}
 scripts/exports/check_outlines.py "$folder" "${names[@]}"
 pvpython scripts/exports/check_fields.py "$folder" "${names[@]}"
 
-# What meshio makes of the fields for another solver has as many elements.
+# meshio converts the fields for another solver: as many elements.
 for name in "${names[@]}"; do
   meshio convert --float-format .12e "$folder/$name.vtu" "$folder/$name.inp" >/dev/null
   elements=$(meshio info "$folder/$name.inp" | sed -n 's/.*quad: *\([0-9]*\).*/\1/p')

@@ -48,7 +48,7 @@ def check(path, cells, nodes):
 
 
 def check_series(folder, last):
-    """Opens a series as ParaView does; its steps are whole, its last one is the file `last`."""
+    """Opens a series as ParaView does; checks that its steps are complete and the last is the file `last`."""
     series = OpenDataFile(f"{folder}/frames.pvd")
     times = list(series.TimestepValues)
     assert times == list(range(len(times))), times

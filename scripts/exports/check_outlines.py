@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Judges the outlines of check_exports.sh by programs that are not ours.
+"""Judges the outlines of check_exports.sh by other programs.
 
 Usage: check_outlines.py FOLDER NAME...   with NAME.json, NAME-plain.dxf, NAME-smooth.svg, NAME-round.json and so on
 in FOLDER. The areas of all files of a shape must agree with each other, and those of the plain one
@@ -19,7 +19,7 @@ def run(*command):
 
 
 def dxf_area(path):
-    """The area of a drawing that ezdxf finds nothing to complain about, in mm^2."""
+    """Returns the area of a drawing (mm^2) in which ezdxf finds no fault."""
     drawing = ezdxf.readfile(path)
     audit = drawing.audit()
     assert not audit.errors and not audit.fixes, f"{path}: {audit.errors + audit.fixes}"
@@ -42,7 +42,7 @@ def dxf_area(path):
 
 
 def svg_area(path):
-    """The area that is filled in a picture of the drawing, in mm^2."""
+    """Returns the area filled in a picture of the drawing, mm^2."""
     width, height = (float(re.search(rf'{name}="([\d.]+)mm"', open(path).read())[1])
                      for name in ("width", "height"))
     picture = path + ".png"
@@ -52,7 +52,7 @@ def svg_area(path):
 
 
 def stl_volume(path):
-    """The volume of a solid that admesh finds nothing to repair in, in mm^3."""
+    """Returns the volume of a solid (mm^3) in which admesh finds nothing to repair."""
     report = run("admesh", path)
     for what in ("Total disconnected facets", "Degenerate facets", "Edges fixed", "Facets removed",
                  "Facets added", "Facets reversed", "Backwards edges", "Normals fixed"):
@@ -75,7 +75,7 @@ for name in names:
         stl = stl_volume(shape + ".stl") / summary["thickness"]
         print(f"{name + ' ' + kind:24}{expected:14.3f}{dxf:14.3f}{svg:14.3f}{stl:14.3f}")
         assert not differs(dxf, expected, 1e-9 if kind == "plain" else 0.01)
-        # Facets in place of arcs leave a little away.
+        # Facets in place of arcs cut off a little.
         assert not differs(stl, dxf, 1e-3 if kind == "round" else 1e-5)
         assert not differs(svg, dxf, 1e-3)
     outline = json.load(open(f"{folder}/{name}-round.json"))["outline"]

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the pictures of docs/export.md and prints the numbers of its re-analysis. Needs what
-# check_exports.sh installs; the display is one of its own.
+# check_exports.sh installs; runs on a virtual screen.
 # Usage: export_pictures.sh [FOLDER for the pictures]   (docs/images by default)
 set -euo pipefail
 cd "$(dirname "$0")/../.."

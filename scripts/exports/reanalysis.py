@@ -25,7 +25,7 @@ AWAY = 3               # cells from what is left out
 
 
 class PlateArrays:
-    """A model file's plate as a re-analysis needs it: a row a node, columns x and y."""
+    """The plate of a model file as the re-analysis needs it: one row per node, columns x and y."""
 
     def __init__(self, path):
         plate = read_plate(path)
@@ -82,8 +82,8 @@ def triangles(loops, size, folder):
 
 
 def conditions(plate, places):
-    """Which components of the mesh's nodes are held, and the forces on them: held is what lies on a
-    held node, or between two neighbours that are both held."""
+    """Returns which components of the mesh's nodes are held, and the forces on them. A node is held
+    if it lies on a held node or between two held neighbours."""
     held, force = np.zeros(places.shape, bool), np.zeros(places.shape)
     for d in range(2):
         nodes = plate.place[plate.held[:, d]]

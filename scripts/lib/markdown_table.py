@@ -13,7 +13,7 @@ def table(titles, rows):
 
 
 def insert(page, tables):
-    """Replaces what stands between the marks of each table (name: content) in a page (a Path)."""
+    """Replaces the text between the marks of each table (name: content) in a page (a Path)."""
     text = page.read_text(encoding="utf-8")
     for name, content in tables.items():
         print(f"{name}\n{content}\n")

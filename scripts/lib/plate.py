@@ -50,7 +50,7 @@ class Plate:
         return (row - 1) * (self.columns + 1) + column
 
     def place(self, row, column):
-        """Where a node lies, (x, y) in mm."""
+        """Returns the place of a node, (x, y) in mm."""
         return self.left + (column - 1) * self.size, self.lower + (row - 1) * self.size
 
     def nodes(self):
@@ -92,7 +92,7 @@ class Plate:
 
 
 def read_plate(path):
-    """The plate of a model file whose records stand in lines, as the programs write them."""
+    """Returns the plate of a model file with one record per line, as the programs write it."""
     fields = [[float(value) for value in line.split(",")]
               for line in Path(path).read_text().split("\n") if line.strip()]
     rows, columns = (int(value) for value in fields[1])

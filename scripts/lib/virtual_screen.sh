@@ -1,5 +1,5 @@
-# To be sourced: virtual_screen SIZE starts a screen of its own, such as 1200x800, for the programs that
-# the script starts. At the script's end it stops, and the folder $scratch, made for the script, goes.
+# To be sourced: virtual_screen SIZE starts a virtual screen, such as 1200x800, for the programs that the
+# script starts. At the script's end it stops the screen and removes the folder $scratch, made for the script.
 virtual_screen() {
   scratch=$(mktemp -d)
   exec 3<>"$scratch/display"

@@ -1,6 +1,6 @@
-# To be sourced after virtual_screen.sh: the window program worked by mouse and keyboard as a person would.
-# The script's variables: $main, number of the main window; $images, folder for the pictures; $messages,
-# file of what the program writes to standard error.
+# To be sourced after virtual_screen.sh: operates the window program by mouse and keyboard as a person would.
+# Variables of the script: $main, number of the main window; $images, folder for the pictures; $messages,
+# file with the program's standard error.
 pause() { sleep "${1:-0.25}"; }
 
 fail() {
@@ -36,7 +36,7 @@ repeat() { for ((n = 0; n < $2; ++n)); do key "$1"; done; }
 entry() { printf %s "$1" | xdotool type --delay 20 --file -; }
 press_at() { xdotool mousemove "$1" "$2" click 1; pause 0.15; }
 
-# shoot NAME [WINDOW]: what is seen where the window with its frame is, the main window by default.
+# shoot NAME [WINDOW]: takes a picture of the window with its frame; by default the main window.
 shoot() {
   pause
   locate "${2:-$main}"
@@ -61,7 +61,7 @@ menu() {
   pause
 }
 
-# dialog TITLE NAME: shoots the dialog that is to be seen now.
+# dialog TITLE NAME: takes a picture of the dialog that is shown now.
 dialog() {
   await "$1"
   shoot "dialog-$2" "$id"
@@ -88,7 +88,7 @@ menu_parameter() { menu 3 3; }
 menu_fea() { menu 4 0; }
 menu_optimization() { menu 5 0; }
 
-# Where the canvas is on the screen: all that is light yellow before there is a domain.
+# Finds the canvas on the screen: the light yellow area before there is a domain.
 find_canvas() {
   locate "$main"
   import -window "$main" "$scratch/start.png"
@@ -105,7 +105,7 @@ optimization() {
   await '^Optimization$'
 }
 
-# point X Y: a press at millimetres on the canvas, the view as it starts.
+# point X Y: presses at a place on the canvas, in mm, in the view at the start.
 point() {
   press_at $((canvas_x + canvas_width / 2 + $1 * canvas_width / 2000)) \
     $((canvas_y + canvas_height / 2 - $2 * canvas_width / 2000))
@@ -124,7 +124,7 @@ manage_windows() {
   until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do sleep 0.1; done
 }
 
-# Gives the main window, once it is there, a place and size of its own; it shows nothing but the canvas.
+# Waits for the main window and gives it a fixed place and size.
 place_main() {
   await 'Quillane Optimization'
   main=$id

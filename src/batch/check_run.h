@@ -1,11 +1,11 @@
-// The run that only tells what looks wrong in the models.
+// The run of --check.
 #pragma once
 
 #include "batch/options.h"
 
 namespace quillane {
 
-/// Prints a line a finding, of the model and of every load case. Returns the exit status. Throws
+/// Prints one line per finding in the model and every load case. Returns the exit status. Throws
 /// Failure.
 int RunCheck(const BatchOptions& options);
 

@@ -26,7 +26,7 @@ std::atomic<int> noted = 0;
 std::atomic<double> notedAt = 0;  // s
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<double>::is_always_lock_free);
 
-/// Some programs send a request twice in a row, to the process and to its group: that is one.
+/// Some programs send a signal twice in a row, to the process and to its group; that counts as one.
 extern "C" void NoteSignal(int number) {
   timespec clock{};
   clock_gettime(CLOCK_MONOTONIC, &clock);

@@ -10,7 +10,7 @@
 namespace quillane {
 namespace {
 
-/// Columns of each load case, where there is more than one: ",name_1" and so on.
+/// Returns the titles of the columns of each load case, ",name_1" and so on, if there are several.
 std::string CaseTitles(const Course& course) {
   std::string text;
   for (std::size_t k = 1; k <= course.Cases().Results().size(); ++k) {

@@ -1,4 +1,4 @@
-// The table of a course: a line for the first analysis and for every step.
+// The table of a course: one line for the first analysis and one for every step.
 #pragma once
 
 #include <filesystem>
@@ -11,8 +11,8 @@
 
 namespace quillane {
 
-/// Writes the table of --course. Every line is in the file when its step stands. A table that
-/// cannot be written any more does not end the run.
+/// Writes the table of --course, each line as soon as its step has succeeded. A table that can no
+/// longer be written does not end the run.
 class CourseTable : public CourseListener {
  public:
   /// path: "-" for standard output. The file is opened at the first analysis.
@@ -21,7 +21,7 @@ class CourseTable : public CourseListener {
   void Analysed(const Course& course) override;
   void Stepped(const Course& course) override;
 
-  /// Closes the table and adds what could not be written to `faults`.
+  /// Closes the table and adds errors to `faults`.
   void Finish(std::vector<Failure>& faults);
 
  private:

@@ -10,8 +10,8 @@
 
 namespace quillane {
 
-/// Writes the frames of --frames: the first analysis is number 0, the first step 1. A frame that
-/// cannot be written fails its step.
+/// Writes the frames of --frames, number 0 for the first analysis. A frame that cannot be written
+/// fails its step.
 class Frames : public CourseListener {
  public:
   explicit Frames(const BatchOptions& options) : options_(options) {}
@@ -19,8 +19,8 @@ class Frames : public CourseListener {
   void Analysed(const Course& course) override;
   void Stepped(const Course& course) override { Write(course); }
 
-  /// Writes the file that lists the fields of every step, where there are some; adds what went
-  /// wrong to `faults`.
+  /// Writes the file that lists the fields of every step, if there are any; adds errors to
+  /// `faults`.
   void Finish(std::vector<Failure>& faults);
 
  private:

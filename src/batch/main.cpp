@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The toolkit's remarks on a machine without a desktop are no business of a batch run.
+/// Drops what the toolkit remarks on a machine without a desktop.
 void PassErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (type == QtCriticalMsg || type == QtFatalMsg) {
     std::fprintf(stderr, "quillane-batch: %s\n", qPrintable(message));

@@ -11,7 +11,7 @@
 namespace quillane {
 namespace {
 
-/// Bytes of the character that the text begins with; 0 where they are not UTF-8.
+/// Returns the number of bytes of the first character; 0 if it is not UTF-8.
 std::size_t LengthOfFirst(std::string_view text) {
   for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
     if (QUtf8StringView(text.substr(0, length)).isValidUtf8()) return length;

@@ -1,4 +1,4 @@
-// What quillane-batch tells on standard error.
+// Messages on standard error.
 #pragma once
 
 #include <string>

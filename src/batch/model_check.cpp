@@ -60,14 +60,14 @@ class ModelCheck {
   }
 
  private:
-  /// kind: what many findings have in common; detail: what this one adds.
+  /// kind: common to many findings; detail: of this one.
   void Report(int line, const std::string& kind, const std::string& detail = {}) {
     if (++counts_[kind] > kShownOfAKind) return;
     lastLine_[kind] = line;
     findings_.push_back({line, detail.empty() ? kind : detail + ": " + kind});
   }
 
-  /// In the line of the k-th record of its group, from 1.
+  /// Reports in the line of the k-th record of its group, from 1.
   void Report(Record record, int k, const std::string& kind, const std::string& detail = {}) {
     const auto& places = notes_.Places(record);
     const auto index = static_cast<std::size_t>(k) - 1;
@@ -120,7 +120,7 @@ class ModelCheck {
                        model_.ElementCount));
   }
 
-  /// The running numbers are read and dropped, so a record at another place is a wrong record.
+  /// Running numbers are not used, so a record in another place is a wrong record.
   void CheckNumbers() {
     const auto check = [this](Record record, const char* what) {
       int due = 0;
@@ -157,7 +157,7 @@ class ModelCheck {
     }
   }
 
-  /// False where an element names a node that is not there.
+  /// Returns false if an element names a node that does not exist.
   bool CheckElements() {
     bool usable = true;
     for (int i = 1; i <= model_.CellRowCount; ++i) {

@@ -1,4 +1,4 @@
-// What looks wrong in a model, be it written by hand or by a script.
+// Finds what looks wrong in a model, as after writing it by hand or by a script.
 #pragma once
 
 #include <string>
@@ -9,17 +9,16 @@
 namespace quillane {
 
 struct Finding {
-  int line = 0;  ///< from 1; 0 where it is in no one line
+  int line = 0;  ///< from 1; 0 if it is not in one line
   std::string reason;
 };
 
 struct ModelFindings {
-  std::vector<Finding> shown;  ///< by line; of each kind the first few and then how many more
+  std::vector<Finding> shown;  ///< by line; of each kind the first few and the number of the others
   int count = 0;               ///< of all
 };
 
-/// Returns everything in a model that the program reads but that is probably unintended. notes:
-/// those of its reading.
+/// Returns everything in a readable model that is probably unintended. notes: those of its reading.
 ModelFindings CheckModel(const Model& model, const ReadingNotes& notes);
 
 /// Returns "line 5: the thickness is not above 0".

@@ -83,7 +83,7 @@ void CheckPace(Single lambda) {
   const bool paced = lambda > 0 && lambda <= 1;
   if (paced && Course::RestSteps(lambda) <= kIntegerMax) return;
   throw Failure{kExitUsageOrFile,
-                fmt::format("--lambda: --until-steady wants a Lambda above 0 and up to 1 with at "
+                fmt::format("--lambda: --until-steady expects a Lambda above 0 and up to 1 with at "
                             "most {} steps of rest, not {}",
                             kIntegerMax, GeneralText(lambda))};
 }

@@ -11,8 +11,8 @@
 
 namespace quillane {
 
-/// The text of a file or pipe, or of standard input where path is "-". Throws ModelFileError where
-/// it cannot be read or is longer than any model, Interrupted where a signal ends the wait for it.
+/// Returns the text of a file or pipe, or of standard input if path is "-". Throws ModelFileError
+/// if it cannot be read or is longer than any model, Interrupted if a signal ends the wait for it.
 std::string InputText(const std::filesystem::path& path);
 
 struct ModelInput {
@@ -28,10 +28,10 @@ inline std::string NotACase(const std::string& difference) {
   return "not a load case of this model: " + difference;
 }
 
-/// Opens the model and its load cases, applies the options to them, and tries what the end of the
-/// run would fail on otherwise: the parameters of the steps, the outline, the picture. Reports what
-/// looks wrong in a model; ends a strict run then. Appends what is worth telling to `notes`. Throws
-/// Failure.
+/// Opens the model and its load cases, applies the options to them, and checks what would fail only
+/// at the end of the run: the parameters of the steps, the outline, the picture. Complains of what
+/// looks wrong in a model, which ends a strict run. Appends to `notes` what the summary should say.
+/// Throws Failure.
 void PrepareStart(const BatchOptions& options, Model& model, LoadCases& cases,
                   std::vector<std::string>& notes);
 

@@ -19,10 +19,10 @@ constexpr int kLargestPicture = 16384;
 
 [[noreturn]] void Refuse(const std::string& option, std::string_view wanted,
                          std::string_view text) {
-  throw CLI::ValidationError(option, fmt::format("wants {}, not \"{}\"", wanted, text));
+  throw CLI::ValidationError(option, fmt::format("expects {}, not \"{}\"", wanted, text));
 }
 
-/// The whole text as a number; a sign may stand before it, nothing after it.
+/// Returns the whole text, which may begin with a sign, as a number.
 template <class T>
 std::optional<T> Whole(std::string_view text) {
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
@@ -38,7 +38,7 @@ std::optional<double> Finite(std::string_view text) {
   return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
-/// The two parts of a text around a separator; the second is empty where there is none.
+/// Returns the two parts of a text around a separator; the second is empty if there is none.
 std::pair<std::string_view, std::string_view> Halves(std::string_view text, char separator) {
   const std::size_t at = text.find(separator);
   if (at == std::string_view::npos) return {text, {}};

@@ -1,4 +1,4 @@
-// Values of options: read as a whole, decimal, and refused with the option's name.
+// Values of options, read as a whole and in decimal.
 #pragma once
 
 #include <string>
@@ -10,24 +10,25 @@
 
 namespace quillane {
 
-/// A decimal number such as 24.5 or 2.1e-3. All functions here throw CLI::ValidationError, with the
-/// option's name, for anything else than the whole text being such a value.
+/// Returns a decimal number such as 24.5 or 2.1e-3. All functions here throw CLI::ValidationError,
+/// with the option's name, unless the whole text is such a value.
 Single SingleNumber(const std::string& option, std::string_view text);
 
-/// A whole number in decimal digits: any Integer, or one from 0 on.
+/// Return a whole number in decimal digits (010 is 10): any Integer, or one from 0 on.
 Integer IntegerNumber(const std::string& option, std::string_view text);
 Integer StepCount(const std::string& option, std::string_view text);
 
-/// A number of threads, from 1 to 256.
+/// Returns a number of threads, from 1 to 256.
 int Jobs(const std::string& option, std::string_view text);
 
-/// A number above 0 and up to kLargestWish.
+/// Returns a number above 0 and up to kLargestWish.
 double Share(const std::string& option, std::string_view text);
 
-/// "1200x800": width and height in pixels.
+/// Returns width and height in pixels from "1200x800".
 PictureSize PixelSize(const std::string& option, std::string_view text);
 
-/// "0,120": two numbers, the first below the second and not too far for single precision.
+/// Returns two numbers from "0,120", the first below the second, with a difference of single
+/// precision.
 ValueRange NumberRange(const std::string& option, std::string_view text);
 
 }  // namespace quillane

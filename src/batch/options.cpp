@@ -35,7 +35,7 @@ auto OneOf(const char* wanted, std::map<std::string, Value> values) {
   return [=](const std::string& option, const std::string& word) {
     const auto value = values.find(word);
     if (value != values.end()) return value->second;
-    throw CLI::ValidationError(option, fmt::format("wants {}, not \"{}\"", wanted, word));
+    throw CLI::ValidationError(option, fmt::format("expects {}, not \"{}\"", wanted, word));
   };
 }
 
@@ -55,7 +55,7 @@ class CommandLine {
         ->check(NameFault)
         ->type_name("FILE")
         ->allow_extra_args(false);
-    app_.add_flag("--check", options.check, "only tell what looks wrong in MODEL and load cases");
+    app_.add_flag("--check", options.check, "only report what looks wrong in MODEL and load cases");
     app_.add_flag("--strict", options.strict, "do not run a MODEL that looks wrong: status 1");
     app_.add_flag("--quiet", options.quiet, "print nothing but errors");
     AddCourse();
@@ -114,8 +114,7 @@ class CommandLine {
   }
 
  private:
-  /// An option that read(name, text) turns into its value. Given without a text, it gets the empty
-  /// one.
+  /// Adds an option whose value is read(name, text); text is empty if none is given.
   template <class Value, class Read>
   CLI::Option* Add(const std::string& name, const char* type, const char* help, Value& value,
                    const Read& read) {
@@ -142,21 +141,21 @@ class CommandLine {
     }
   }
 
-  /// What is wrong with the path of a file; empty where nothing is.
+  /// Returns what is wrong with the path of a file; empty if nothing is.
   static std::string NameFault(const std::string& path) {
-    return path.empty() ? "wants a name" : "";
+    return path.empty() ? "expects a name" : "";
   }
 
-  /// A viewer tells the format by the name.
+  /// Viewers recognize the format by the name.
   void RefuseOtherFormats() const {
     const std::filesystem::path& fields = options_.outputs[Output::kVtu];
     const std::string ending = fields.extension().string();
     if (ending.empty() || QByteArray::fromStdString(ending).toLower() == ".vtu") return;
     if (IsStream(fields)) return;
-    throw CLI::ValidationError("--vtu", "wants .vtu, not " + fields.string());
+    throw CLI::ValidationError("--vtu", "expects .vtu, not " + fields.string());
   }
 
-  /// Remarks the options given whose name is accepted by `isIdle`.
+  /// Adds a remark on the given options that `isIdle` accepts.
   template <class IsIdle>
   void RemarkIdle(const std::string& why, const IsIdle& isIdle) {
     std::string names;
@@ -201,27 +200,27 @@ class CommandLine {
     auto* steps = Add("--steps", "N", "optimization steps after the analysis (default 0)",
                       options_.steps, StepCount);
     auto* steady = AddFlag("--until-steady", options_.untilSteady,
-                           "step until the layout rests; --steps N: at most N");
+                           "step until the layout is at rest; with --steps N, at most N");
     auto* fraction =
         Add("--volume-fraction", "F",
-            "look for the stiffest plate of this share of the volume, for example "
-            "0.5, in at most 6 attempts of 400 stages; --lambda and --epsilon narrow the "
-            "ways that are tried",
+            "search for the stiffest plate of this share of the volume, for example "
+            "0.5, in at most 6 attempts of 400 stages; --lambda and --epsilon restrict the "
+            "search",
             options_.volumeFraction, Share);
     app_.add_flag_callback(
             "--no-keep", [this] { options_.keepLoads = false; },
-            "let --volume-fraction take cells at loads, too")
+            "let --volume-fraction remove cells at loads, too")
         ->group(group_)
         ->needs(fraction);
     Add("--jobs", "N",
-        "threads of a search and of load cases (default: all cores); the result is the same",
+        "threads of a search and of load cases (default: all cores); they do not change the result",
         options_.jobs, Jobs);
     AddFile("--resume", options_.resume,
-            "go on from a table that --cells wrote of an earlier run of MODEL")
+            "continue from a table that --cells wrote in an earlier run of MODEL")
         ->type_name("CELLS.csv")
         ->group(group_);
     AddFlag("--drop-loose", options_.dropLoose,
-            "leave pieces out that neither carry a load nor are held");
+            "leave out pieces that neither carry a load nor are held");
     auto* target = Add("--stress-target", "S", "in place of the model's, MPa",
                        options_.stressTarget, SingleNumber);
     Add("--epsilon", "E", "threshold in place of the model's, a whole number", options_.epsilon,
@@ -237,7 +236,7 @@ class CommandLine {
         OneOf<PictureKind>("stress, potential or model", {{"stress", PictureKind::kStress},
                                                           {"potential", PictureKind::kPotential},
                                                           {"model", PictureKind::kModel}}));
-    Add("--size", "WxH", "pixels (default 1200x800; with --fit, as much of it as is used)",
+    Add("--size", "WxH", "pixels (default 1200x800; with --fit, as much of it as needed)",
         options_.picture.size, PixelSize);
     Add("--range", "MIN,MAX", "the colours' range in place of the smallest and largest value",
         options_.picture.style.range, NumberRange);
@@ -250,13 +249,14 @@ class CommandLine {
 
   void AddOutlineStyle() {
     auto* outline = app_.get_option("--outline");
-    Add("--outline-format", "FORMAT", "svg, dxf or stl, where FILE does not tell it",
+    Add("--outline-format", "FORMAT", "svg, dxf or stl, if the ending of FILE is none of them",
         outlineFormat_,
         OneOf<OutlineFormat>("svg, dxf or stl", {{"svg", OutlineFormat::kSvg},
                                                  {"dxf", OutlineFormat::kDxf},
                                                  {"stl", OutlineFormat::kStl}}))
         ->needs(outline);
-    AddFlag("--smooth", smooth_, "smooth that edge, but for what has to fit")->needs(outline);
+    AddFlag("--smooth", smooth_, "smooth that edge, except where it has to fit other parts")
+        ->needs(outline);
     Add("--smooth-edges", "WHICH",
         "design: the same; all: cut-out and non-design cells, too, and round holes as circles",
         options_.smooth,
@@ -265,16 +265,17 @@ class CommandLine {
         ->needs(outline);
   }
 
-  /// Completes what --outline asks for.
+  /// Completes the options of --outline.
   void SettleOutline() {
     const std::filesystem::path& outline = options_.outputs[Output::kOutline];
     if (outline.empty()) return;
     if (!outlineFormat_) outlineFormat_ = OutlineFormatOf(outline);
     if (!outlineFormat_ && outline == "-") {
-      throw CLI::ValidationError("--outline", "wants --outline-format with standard output");
+      throw CLI::ValidationError("--outline", "expects --outline-format with standard output");
     }
     if (!outlineFormat_) {
-      throw CLI::ValidationError("--outline", "wants .svg, .dxf or .stl, not " + outline.string());
+      throw CLI::ValidationError("--outline",
+                                 "expects .svg, .dxf or .stl, not " + outline.string());
     }
     options_.outlineFormat = *outlineFormat_;
     if (smooth_ && !options_.smooth) options_.smooth = SmoothEdges::kDesign;

@@ -19,15 +19,15 @@ struct BatchOptions {
   std::filesystem::path model;                   ///< "-" for standard input
   std::vector<std::filesystem::path> loadCases;  ///< beside the model's own; "-" likewise
   bool check = false;
-  bool strict = false;  ///< a model that looks wrong is not run
+  bool strict = false;  ///< do not run a model that looks wrong
 
   std::optional<int> steps;
   bool untilSteady = false;
   std::optional<double> volumeFraction;
-  bool keepLoads = true;               ///< a search leaves the cells at the loads
+  bool keepLoads = true;               ///< a search keeps the cells at loads
   int jobs = AllCores();               ///< threads
-  std::filesystem::path resume;        ///< a table of cells to go on from
-  bool dropLoose = false;              ///< leave out pieces that neither carry nor hold anything
+  std::filesystem::path resume;        ///< a table of cells to continue from
+  bool dropLoose = false;              ///< leave out pieces that neither carry a load nor are held
   std::optional<Single> stressTarget;  ///< MPa
   std::optional<Integer> epsilon;
   std::optional<Single> lambda;
@@ -38,11 +38,11 @@ struct BatchOptions {
   PictureOptions picture;
   bool label = false;  ///< write step and volume into the pictures
   bool quiet = false;
-  std::vector<std::string> remarks;  ///< what in the command line has no effect or is unusual
+  std::vector<std::string> remarks;  ///< options without effect or with unusual values
 };
 
-/// Reads the command line. Prints help, version or what is wrong with it; then `exitStatus` (0 or
-/// 2) is the program's answer and nothing is returned.
+/// Reads the command line. If it asks for help or the version or is wrong, prints the answer, sets
+/// `exitStatus` (0 or 2) and returns nothing.
 std::optional<BatchOptions> ParseOptions(int argc, const char* const* argv, int& exitStatus);
 
 }  // namespace quillane

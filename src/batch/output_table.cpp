@@ -22,7 +22,7 @@ std::string Picture(const BatchOptions& options, const Model& model, RunSummary&
   return PictureFile(options, model, summary.figures.steps, summary.startVolume);
 }
 
-constexpr std::size_t kMostCircles = 12;  ///< told one by one
+constexpr std::size_t kMostCircles = 12;  ///< listed one by one
 
 std::string Count(int count, const char* what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
@@ -41,7 +41,7 @@ void AddCircles(const std::vector<Circle>& circles, const char* what,
   }
 }
 
-/// Appends a line for each thing that a workshop should know of an outline.
+/// Appends notes on an outline that matter to a workshop.
 void AddOutlineNotes(const OutlineFigures& figures, std::vector<std::string>& notes) {
   std::string text =
       fmt::format("outline: {}, {}; shortest segment {:.4g} mm", Count(figures.pieces, "piece"),
@@ -80,7 +80,7 @@ std::string Cells(const BatchOptions&, const Model& model, RunSummary& summary) 
   return CellTable(model, summary.cases);
 }
 
-/// The content that needs the model alone.
+/// The content for outputs that need only the model.
 template <std::string (*Text)(const Model&)>
 std::string Of(const BatchOptions&, const Model& model, RunSummary&) {
   return Text(model);
@@ -89,12 +89,12 @@ std::string Of(const BatchOptions&, const Model& model, RunSummary&) {
 using enum Writing;
 
 constexpr OutputRow kTable[] = {
-    {Output::kSave, kFileGroup, "--save", "FILE", "the model as it stands at the end", kAtEnd,
+    {Output::kSave, kFileGroup, "--save", "FILE", "the model at the end", kAtEnd,
      Of<ModelFileText>},
     {Output::kJson, kFileGroup, "--json", "FILE", "the summary with all values used", kAtEnd},
-    {Output::kCourse, kFileGroup, "--course", "FILE.csv", "a line a step: volume, stresses, solve",
-     kSteps},
-    {Output::kHistory, kFileGroup, "--history", "FILE", "a line a step: max, mean and min stress",
+    {Output::kCourse, kFileGroup, "--course", "FILE.csv",
+     "a line per step: volume, stresses, solve", kSteps},
+    {Output::kHistory, kFileGroup, "--history", "FILE", "a line per step: max, mean and min stress",
      kStepFile},
     {Output::kCells, kFileGroup, "--cells", "FILE.csv",
      "state, stresses and potential of every cell", kAtEnd, Cells},

@@ -1,4 +1,4 @@
-// Everything a batch run can write, a row each.
+// Everything that a batch run can write, one row each.
 #pragma once
 
 #include <array>

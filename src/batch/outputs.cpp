@@ -26,7 +26,7 @@ void ForEachFile(const OutputPaths& paths, const Use& use) {
   }
 }
 
-/// What a path leads to, with links followed also where nothing stands at their end yet.
+/// Returns the absolute target of a path; follows links even if their target does not exist.
 fs::path Whole(const fs::path& path) {
   std::error_code error;
   return fs::weakly_canonical(fs::absolute(LinkTarget(path), error), error);
@@ -43,13 +43,13 @@ bool IsFrameName(const fs::path& name) {
          (text.starts_with("frame-") && (text.ends_with(".png") || text.ends_with(".vtu")));
 }
 
-/// What is in use already, and how messages call it.
+/// A file in use, and its name in messages.
 struct InUse {
   fs::path path;
   std::string name;
 };
 
-/// The model, and the files that the standard streams lead to.
+/// Returns the models and the files behind the standard streams.
 std::vector<InUse> InUseBefore(const BatchOptions& options) {
   std::vector<InUse> inUse = {
       {options.model == "-" ? StreamPath(stdin) : options.model, "the model"}};
@@ -70,8 +70,8 @@ std::vector<InUse> InUseBefore(const BatchOptions& options) {
   throw Failure{kExitUsageOrFile, path.string() + ": " + why};
 }
 
-/// Only --save may replace the model, and no output another. A device such as /dev/null takes any
-/// number of them.
+/// Only --save may replace the model, and no output another one. A device such as /dev/null takes
+/// any number of outputs.
 void RefuseOutputsThatAreOne(const BatchOptions& options) {
   std::vector<InUse> inUse = InUseBefore(options);
   const fs::path& frames = options.outputs[Output::kFrames];
@@ -99,12 +99,12 @@ void RefuseOutputsThatAreOne(const BatchOptions& options) {
   });
 }
 
-/// Two runs that write their steps to one place would mix them.
+/// Two runs that wrote their steps to one place would mix them.
 void ClaimOrRefuse(const fs::path& path, bool isFolder) {
   if (!Claim(path, isFolder)) Refuse(path, "another run is writing to it");
 }
 
-/// Frames of another, longer run would become the end of this one's film.
+/// Frames of another, longer run would end the film of this one.
 void PrepareFrames(const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);

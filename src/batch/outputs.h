@@ -12,16 +12,16 @@
 
 namespace quillane {
 
-/// Whether the path names a file that is replaced as a whole: no "-", pipe or device.
+/// Returns whether the path names a file that is replaced as a whole: no "-", pipe or device.
 bool IsFile(const std::filesystem::path& path);
 
-/// Whether some output goes to standard output.
+/// Returns whether some output goes to standard output.
 bool WritesToStandardOutput(const OutputPaths& paths);
 
-/// A pipe or a device: it is written into, never replaced.
+/// Returns whether the path is a pipe or device, which is written to and never replaced.
 bool IsStream(const std::filesystem::path& path);
 
-/// Files created ahead of the run. Those that are still empty in the end are removed.
+/// Files created before the run. Removes those that are still empty at the end.
 class FreshFiles {
  public:
   FreshFiles() = default;
@@ -35,32 +35,31 @@ class FreshFiles {
   std::vector<std::filesystem::path> files_;
 };
 
-/// Tries every output before the run: name, folder, permission; makes the folder of the frames.
-/// Keeps other runs from the outputs that grow with the steps until the program ends, and adds
-/// those it creates to `fresh`. Throws Failure where one cannot be written, where two lead to one
-/// file, where one that is not --save leads to the model, where another run writes to it, or where
-/// the folder holds frames already.
+/// Checks name, folder and permission of every output before the run; creates the folder of the
+/// frames. Locks the outputs that grow with the steps, and adds those it creates to `fresh`. Throws
+/// Failure if one cannot be written, two name one file, one other than --save names the model,
+/// another run writes to one, or the folder already holds frames.
 void TryOutputs(const BatchOptions& options, FreshFiles& fresh);
 
-/// The file of a step, from 0; suffix: ".png" for its picture, ".vtu" for its fields.
+/// Returns the file of a step, from 0; suffix: ".png" for its picture, ".vtu" for its fields.
 std::filesystem::path FramePath(const std::filesystem::path& folder, int step, const char* suffix);
 
-/// The file that lists the fields of every step.
+/// Returns the file that lists the fields of every step.
 std::filesystem::path SeriesPath(const std::filesystem::path& folder);
 
-/// Replaces the file of this name by one with this content; writes into a pipe or device; "-" is
-/// standard output. Throws FileWriteError; Interrupted as OpenStream and WriteNow.
+/// Replaces the file by one with this content, or writes to the pipe or device; "-" is standard
+/// output. Throws FileWriteError, and Interrupted as OpenStream and WriteNow.
 void WriteOutput(const std::filesystem::path& path, std::string_view content);
 
 /// An open stream, closed at its end unless it is standard output.
 using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-/// Empties the file of this name, or opens the pipe or device; "-" is standard output. Throws
-/// FileWriteError; Interrupted where a signal ends the wait for a reader.
+/// Creates or empties the file, or opens the pipe or device; "-" is standard output. Throws
+/// FileWriteError, and Interrupted if a signal ends the wait for a reader.
 Stream OpenStream(const std::filesystem::path& path);
 
-/// Writes to an open stream and flushes it. Throws FileWriteError; Interrupted where nobody reads
-/// and a signal is noted.
+/// Writes to an open stream and flushes it. Throws FileWriteError, and Interrupted if nobody reads
+/// it and a signal is noted.
 void WriteNow(std::FILE* stream, std::string_view content);
 
 }  // namespace quillane

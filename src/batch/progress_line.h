@@ -12,8 +12,7 @@ namespace quillane {
 /// Draws step, volume, a progress bar and the time left over one terminal line.
 class ProgressLine : public CourseListener {
  public:
-  /// shown: whether to print at all. steps: how many will follow the analysis, -1 where nobody
-  /// knows.
+  /// shown: whether to print at all. steps: how many will follow the analysis; -1 if unknown.
   ProgressLine(std::FILE* terminal, bool shown, int steps);
   ~ProgressLine() { Clear(); }
   ProgressLine(const ProgressLine&) = delete;
@@ -24,10 +23,10 @@ class ProgressLine : public CourseListener {
     Show(course.State(), course.Figures().steps - first_);
   }
 
-  /// Shows the state after `done` steps. prefix: what comes before, such as a stage.
+  /// Shows the state after `done` steps. prefix: text before it, such as a stage.
   void Show(const Model& model, int done, const std::string& prefix = {});
 
-  /// Wipes the line, so that other output starts on a clean one.
+  /// Clears the line, so that other output starts on an empty one.
   void Clear();
 
  private:
@@ -35,7 +34,7 @@ class ProgressLine : public CourseListener {
   bool shown_;
   bool lineDrawn_ = false;
   int steps_;
-  int first_ = 0;  ///< steps of the run that this one goes on from
+  int first_ = 0;  ///< steps of the run that this one continues
   double startVolume_ = 0;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
   std::chrono::steady_clock::time_point lastDrawn_{};

@@ -12,7 +12,7 @@
 namespace quillane {
 namespace {
 
-/// The next line of a text, without its end; removes it from the text.
+/// Removes the next line from a text and returns it without its end.
 std::string_view TakeLine(std::string_view& text) {
   const std::size_t end = text.find('\n');
   std::string_view line = text.substr(0, end);

@@ -1,4 +1,4 @@
-// Going on from where an earlier run stood.
+// Continues an earlier run.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace quillane {
 
-/// Takes the states, potentials and StepCount of a table that CellTable wrote of this model, whole
-/// or up to any later column. Throws ModelFileError, with the model unchanged, where the text is no
-/// such table, or one of another grid or with other cells cut out.
+/// Sets states, potentials and StepCount from a table that CellTable wrote of this model; further
+/// columns are ignored. Throws ModelFileError and leaves the model unchanged if the text is no such
+/// table, or one of another grid or with other cells cut out.
 void ResumeFrom(Model& model, const std::string& cellTable);
 
 }  // namespace quillane

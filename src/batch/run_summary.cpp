@@ -15,7 +15,7 @@
 namespace quillane {
 namespace {
 
-/// A Single as a person would write it: 0.05, not 0.0500000007.
+/// Returns a Single as written: 0.05, not 0.0500000007.
 double Plain(Single value) { return QString::fromStdString(GeneralText(value)).toDouble(); }
 
 QJsonArray StageArray(const RunSummary& summary) {
@@ -80,7 +80,7 @@ QJsonArray CaseArray(const RunSummary& summary) {
   return cases;
 }
 
-/// A line a case, where there is more than one.
+/// Returns one line per load case; empty if there is only one.
 std::string CaseTable(const RunSummary& summary) {
   if (summary.cases.empty()) return "";
   std::string text = "\nload case  compliance  mean (MPa)  max (MPa)  file\n";

@@ -1,4 +1,4 @@
-// What a batch run tells at its end.
+// The summary of a batch run.
 #pragma once
 
 #include <string>
@@ -15,28 +15,29 @@ struct RunSummary {
   CourseFigures figures;
   double startVolume = 0;          ///< of the first analysis, mm^3
   bool connected = true;           ///< every load of every case is connected to adequate supports
-  std::optional<Repetition> rest;  ///< where rest was looked for and found
+  std::optional<Repetition> rest;  ///< if --until-steady found it
   int pieces = 1;                  ///< separate ones
-  std::optional<SearchResult> search;     ///< where a wished volume was searched for
-  std::vector<LoadCaseResult> cases;      ///< at the end; none where there is but one
+  std::optional<SearchResult> search;     ///< of --volume-fraction
+  std::vector<LoadCaseResult> cases;      ///< at the end; none if there is only one
   std::vector<std::string> caseFiles;     ///< of these
   std::vector<std::vector<int>> lost;     ///< nodes with a lost load, of each case
   double compliance = 0;                  ///< at the end, N mm; of all cases together
-  std::vector<KeptStage> stages;          ///< of the search, as they were done
-  std::optional<OutlineFigures> outline;  ///< where one was written
-  std::vector<std::string> remarks;       ///< on the command line, told before the run
-  std::vector<std::string> notes;         ///< how it ended, a line each
+  std::vector<KeptStage> stages;          ///< of the search, in their order
+  std::optional<OutlineFigures> outline;  ///< if one was written
+  std::vector<std::string> remarks;       ///< on the command line
+  std::vector<std::string> notes;         ///< one line each
   std::string error;                      ///< what ended the run early
   int exitStatus = 0;
 };
 
-/// The volume as a share of that at the start.
+/// Returns the volume as a share of that at the start.
 double VolumeFraction(const Model& model, const RunSummary& summary);
 
-/// The lines for standard output.
+/// Returns the lines for standard output.
 std::string SummaryText(const Model& model, const RunSummary& summary);
 
-/// The same and all values used, as one JSON object. modelName: as given on the command line.
+/// Returns the same and all values used as one JSON object. modelName: as given on the command
+/// line.
 std::string SummaryJson(const std::string& modelName, const Model& model,
                         const RunSummary& summary);
 

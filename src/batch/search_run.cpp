@@ -54,12 +54,12 @@ void CheckSearch(const BatchOptions& options, const Model& model) {
   positive("Young's modulus", model.YoungModulus);
   positive("size of the cells", double{model.ElementSize});
   if (options.epsilon && (*options.epsilon < 1 || *options.epsilon > 10)) {
-    refuse(fmt::format("--epsilon: --volume-fraction wants an Epsilon from 1 to 10, not {}",
+    refuse(fmt::format("--epsilon: --volume-fraction expects an Epsilon from 1 to 10, not {}",
                        *options.epsilon));
   }
   if (!options.lambda) return;
   if (*options.lambda <= 0 || *options.lambda > 1) {
-    refuse(fmt::format("--lambda: --volume-fraction wants a Lambda above 0 and up to 1, not {}",
+    refuse(fmt::format("--lambda: --volume-fraction expects a Lambda above 0 and up to 1, not {}",
                        GeneralText(*options.lambda)));
   }
   for (const Integer epsilon : options.epsilon ? std::vector{*options.epsilon} : kSearchEpsilons) {

@@ -206,8 +206,8 @@ TEST_F(Ending, WhatHasNoEffectOrIsUnusualIsTold) {
       {"plate.model --stress-target -4", 0, "--stress-target -4: not above 0"},
       {"plate.model --lambda 2", 0, "--lambda 2: not above 0 and up to 1"},
       {"plate.model --until-steady --steps 2 --quiet", 4, "not at rest after 2 steps"},
-      {"plate.model --range -3e38,3e38", 2, "--range: wants a range of single precision"},
-      {"plate.model --vtu x.vtk", 2, "--vtu: wants .vtu, not x.vtk"},
+      {"plate.model --range -3e38,3e38", 2, "--range: expects a range of single precision"},
+      {"plate.model --vtu x.vtk", 2, "--vtu: expects .vtu, not x.vtk"},
       {"'no\033[31m\nne'", 2, "no\\x1b[31m\\x0ane: no such file\n"},
   };
   for (const auto& c : cases) {

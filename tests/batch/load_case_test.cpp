@@ -149,7 +149,7 @@ TEST_F(LoadCaseRun, WhatIsNoLoadCaseIsRefusedWithTheReason) {
        2},
       {"bad.model", "bad.model: line ", 2},
       {"none.model", "none.model: no such file", 2},
-      {"", "--load-case: wants a name", 2},
+      {"", "--load-case: expects a name", 2},
       {"- --load-case -", "only one input can come from standard input", 2},
       {"low.model --save low.model", "low.model: --save names the same file as a load case", 2},
       {"low.model --load-case empty.model",
