@@ -1,4 +1,5 @@
-// The folders of the sources know only the folders below them, and the toolkit only where allowed.
+// Checks that a folder of the sources includes only folders below it, and the toolkit only where
+// allowed.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -31,9 +31,7 @@ void AddItem(QWidget* parent, const char* name, const char* caption) {
   parent->addAction(item);
 }
 
-void AddSeparator(QMenu* menu, const char* name) {
-  menu->addSeparator()->setObjectName(name);
-}
+void AddSeparator(QMenu* menu, const char* name) { menu->addSeparator()->setObjectName(name); }
 
 QMenu* AddMenu(QMenuBar* bar, const char* name, const char* caption) {
   QMenu* menu = bar->addMenu(caption);

@@ -1,5 +1,5 @@
-// How a run ends when something goes wrong late, when it is asked to end while it waits, and when
-// its outputs meet those of others.
+// How a run ends on a late failure, on a signal while it waits, and if its outputs collide with
+// those of other runs.
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -38,7 +38,7 @@ class Ending : public Batch {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
   }
 
-  /// Whether the system counts the signal among those of the child that `set` names.
+  /// Returns whether a set of the child's signals, such as "SigCgt:", contains the signal.
   static bool IsIn(const std::string& set, pid_t child, int signal) {
     const std::string status = ReadFile("/proc/" + std::to_string(child) + "/status");
     const std::size_t at = status.find(set);
@@ -46,10 +46,10 @@ class Ending : public Batch {
            (std::stoull(status.substr(at + set.size()), nullptr, 16) >> (signal - 1) & 1) != 0;
   }
 
-  /// Whether the program has come so far that it catches the signal.
+  /// Returns whether the program already catches the signal.
   static bool Catches(pid_t child, int signal) { return IsIn("SigCgt:", child, signal); }
 
-  /// Waits until `reached` holds, for a minute at most.
+  /// Waits until `reached` holds, at most a minute.
   template <class Reached>
   static bool Wait(const Reached& reached) {
     for (int i = 0; i < 6000 && !reached(); ++i) usleep(10000);

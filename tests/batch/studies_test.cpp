@@ -1,4 +1,4 @@
-// Runs of a study: to a volume, to rest, into tables, through pipes, ended by signals.
+// Longer runs: to a volume, to rest, with tables and pipes, ended by signals.
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -18,7 +18,7 @@
 namespace quillane {
 namespace {
 
-/// An output of this name is neither replaced, as it is no file, nor opened.
+/// An output of this name is no file: it is neither replaced nor opened.
 void MakeSocket(const std::filesystem::path& path) {
   sockaddr_un name{.sun_family = AF_UNIX, .sun_path = {}};
   path.string().copy(name.sun_path, sizeof name.sun_path - 1);

@@ -1,4 +1,4 @@
-// How the client area is shared out, what canvas and maps show, where and in what order.
+// The layout of the client area; what canvas and maps show, where and in what order.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,7 +29,7 @@ struct DrawCall {
   std::string text = {};
 };
 
-/// A drawing area that keeps the list of what was drawn since it was cleared.
+/// A drawing area that records what was drawn since it was cleared.
 class RecordingArea : public DrawingArea {
  public:
   void SetScale(const UserScale& scale) override { scale_ = scale; }
@@ -54,7 +54,7 @@ class RecordingArea : public DrawingArea {
         calls, [&](const DrawCall& call) { return call.shape == shape && call.color == color; }));
   }
 
-  /// Whether a line was drawn from one point to the other, in this direction.
+  /// Returns whether a line was drawn from the first point to the second.
   bool HasLine(Color color, int width, double x1, double y1, double x2, double y2) const {
     return std::ranges::any_of(calls, [&](const DrawCall& call) {
       const auto near = [](double a, double b) { return std::fabs(a - b) < 1e-4; };
@@ -78,7 +78,7 @@ class RecordingArea : public DrawingArea {
     return {};
   }
 
-  /// The colours in the order of their first use, of boxes filled only or of all.
+  /// Returns the colours in the order of their first use, of filled boxes only or of everything.
   std::vector<Color> Colors(bool filledOnly) const {
     std::vector<Color> colors;
     for (const DrawCall& call : calls) {
@@ -292,7 +292,7 @@ TEST(View, FramesTheDomainWhereverItLies) {
 TEST(ResultMaps, ColoursLieOverTheGridAndUnderTheSymbols) {
   Model model = test::Cantilever(2, 2);
   model.MaxStress = model.CellStress(1, 1) = model.CellStress(2, 1) = 15;
-  model.CellState(2, 1) = kCellEmpty;  // lost its material, keeps its stress
+  model.CellState(2, 1) = kCellEmpty;  // emptied, but keeps its stress
   model.CellState(1, 2) = kCellCutOut;
   const Map map(model);
   EXPECT_EQ(map.canvas.Colors(false),

@@ -1,4 +1,4 @@
-// Round holes: what is taken for a circle, how it is written, and what the workshop is told.
+// Round holes: what counts as a circle, how it is written, and the measures for a workshop.
 #include <gtest/gtest.h>
 
 #include <cmath>

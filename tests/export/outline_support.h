@@ -1,4 +1,4 @@
-// Layouts to draw outlines of, and what is expected of every outline.
+// Layouts for outlines, and what every outline must satisfy.
 #pragma once
 
 #include <string>
@@ -21,7 +21,7 @@ Model RandomLayout(unsigned seed);
 /// height.
 void CutDisc(Model& model, double x, double y, double radius, double aspect = 1);
 
-/// The numbers that stand in a text after one mark, up to another.
+/// Returns the numbers in a text between two marks.
 std::vector<double> Numbers(const std::string& text, const std::string& after, char end);
 
 using Segment = std::pair<Point, Point>;
@@ -34,11 +34,11 @@ bool Same(Point a, Point b);
 /// Whether p lies in the material, by the crossings of a ray to the right.
 bool IsInside(Point p, const std::vector<Segment>& outline);
 
-/// Fails where two segments have more in common than one end.
+/// Fails if two segments have more in common than one end.
 void ExpectNoneMeet(const std::vector<Segment>& outline);
 
-/// Fails where the facets of a binary STL file leave an edge open, or enclose another volume;
-/// error: as a part of it.
+/// Fails if the facets of a binary STL file leave an edge open or enclose another volume; error: as
+/// a share of it.
 void ExpectClosedSolid(const std::string& stl, double volume, double error);
 
 }  // namespace quillane::test

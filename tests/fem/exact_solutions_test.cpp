@@ -1,4 +1,4 @@
-// Known solutions that the elements must reproduce, the mesh below them, and the ways of the loads.
+// Known solutions that the elements must reproduce, the mesh, and the load paths.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -173,8 +173,8 @@ TEST(LostLoads, AWayLeadsOverEdgesAndNotOverCorners) {
 
 TEST(Pieces, AreEdgeConnectedAndTheLooseOnesCanBeDropped) {
   Model model = test::Cantilever(3, 9);
-  for (int i = 1; i <= 3; ++i) model.CellState(i, 7) = kCellEmpty;   // the tip comes off
-  for (int i = 1; i <= 3; ++i) model.CellState(i, 3) = kCellCutOut;  // and so does the middle
+  for (int i = 1; i <= 3; ++i) model.CellState(i, 7) = kCellEmpty;   // disconnects the tip
+  for (int i = 1; i <= 3; ++i) model.CellState(i, 3) = kCellCutOut;  // and the middle
   model.CellState(2, 5) = kCellEmpty;
   model.CellState(1, 5) = model.CellState(3, 4) = kCellNonDesign;
   Pieces found = FindPieces(model);

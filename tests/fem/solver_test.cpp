@@ -32,7 +32,7 @@ Square DenseStiffness(const Model& model) {
 }
 
 /// Solves by Gaussian elimination without pivoting, which a positive definite matrix allows; f
-/// becomes the solution. False where a pivot vanishes: something can move freely.
+/// becomes the solution. Returns false if a pivot vanishes: something can move freely.
 bool DenseSolve(Square& k, Array1<Double>& f) {
   const int n = f.Range().upper;
   for (int i = 1; i <= n; ++i) {

@@ -107,7 +107,7 @@ TEST(WaveSolver, ProductFactorizationAndSweepsAreThoseOfThePlainProcedures) {
   }
 }
 
-/// What a solve leaves behind.
+/// The results of a solve.
 struct Outcome {
   std::vector<double> solution;
   SolveReport report;
@@ -133,12 +133,12 @@ Outcome SolvePlain(Model m) {
   });
 }
 
-/// The chain as the program runs it, the stresses left out.
+/// The analysis as the program runs it, without the stresses.
 Outcome SolveChosen(Model m) {
   return Record(m, [&m] { return SolveStructure(m); });
 }
 
-/// True if the fast form leaves the model to the plain procedures.
+/// Returns whether the fast form declines the model.
 bool IsLeftToPlain(Model m) {
   CalcElementStiffness(m);
   NumberComponents(m);

@@ -60,6 +60,32 @@ TEST(ImageArea, AnEdgeInTheMiddleOfAPixelFallsOnItsUpperEnd) {
   EXPECT_EQ(area.Image(), expected);
 }
 
+TEST(ImageArea, LinesOfAnySlopeLieInTheMiddle) {
+  const double lines[][4] = {
+      {10, 10, 40, 20}, {12, 30, 20, 5}, {10, 35, 35, 10}, {10, 10, 10, 25}, {5, 8, 30, 8}};
+  for (const auto& [x1, y1, x2, y2] : lines) {
+    for (const int width : {2, 3}) {
+      ImageArea area;
+      area.Resize(50, 40, 1);
+      area.SetScale({0, 0, 50, 40});  // pixels
+      area.SetColor(kBlue);
+      area.SetLineWidth(width);
+      area.DrawLine(x1, y1, x2, y2);
+      const QImage image = area.Image();
+      double ink = 0, x = 0, y = 0;
+      for (int row = 0; row < 40; ++row) {
+        for (int column = 0; column < 50; ++column) {
+          const int dark = 255 - qRed(image.pixel(column, row));
+          ink += dark, x += dark * (column + 0.5), y += dark * (row + 0.5);
+        }
+      }
+      const double inPixel = width % 2 == 0 ? 0 : 0.5;  // an odd width has a pixel in its middle
+      EXPECT_NEAR(x / ink, (x1 + x2) / 2 + inPixel, 0.05) << x1 << " " << y1 << " " << width;
+      EXPECT_NEAR(y / ink, (y1 + y2) / 2 + inPixel, 0.05) << x1 << " " << y1 << " " << width;
+    }
+  }
+}
+
 TEST(ImageArea, AFillCoversWhatWasDrawnSinceTheSameFill) {
   const std::function<void(ImageArea&)> draw[] = {
       [](ImageArea& area) { area.DrawLine(20, 20, 33, 27); },

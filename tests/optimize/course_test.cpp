@@ -1,4 +1,4 @@
-// The rule case by case; courses of steps: their invariances, what is told of them, their history.
+// The rule case by case; courses of steps: their invariances, figures and history.
 #include "optimize/course.h"
 
 #include <gtest/gtest.h>
@@ -130,7 +130,7 @@ TEST(Course, AMirroredModelGivesTheMirroredLayout) {
   }
 }
 
-/// Counts what it is told; a step can be made to fail in it.
+/// Counts notifications; can make a step fail.
 struct Witness : CourseListener {
   void Analysed(const Course&) override { ++analyses; }
   void Stepped(const Course& course) override {
@@ -193,7 +193,7 @@ TEST(Course, TellsRestCyclesAndConvergence) {
   course.Analyse();
   EXPECT_EQ(course.Figures().startVolume, model.Volume);
   EXPECT_FALSE(course.Repeats());
-  // Turns the layout by hand behind the rule's back: a non-design cell comes and goes.
+  // Changes the layout by hand between steps: a non-design cell comes and goes.
   const auto step = [&](Integer state) {
     model.CellState(1, 1) = state;
     course.Step();

@@ -1,4 +1,4 @@
-// Several load cases on one layout: the envelope, what a course makes of it, what is refused.
+// Several load cases on one layout: the envelope, a course with it, and what is refused.
 #include "optimize/load_cases.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ TEST(LoadCases, OneCaseGivenTwiceGivesTheCourseOfOne) {
   EXPECT_EQ(twice.Compliance(), plain.Compliance() + plain.Compliance() + plain.Compliance());
 }
 
-/// What single analyses of the cases on the layout of `model` give; `solve` is the worst.
+/// The results of single analyses of the cases on the layout of `model`; `solve` is the worst.
 struct Envelope {
   Array2<Double> stress{"stress"};
   double compliance = 0;

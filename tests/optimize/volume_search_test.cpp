@@ -1,4 +1,4 @@
-// The way from a full rectangle to a wished volume, of a plate and of the shipped examples.
+// The search for a wished volume, from a full rectangle and from the examples.
 #include "optimize/volume_search.h"
 
 #include <gtest/gtest.h>
@@ -60,7 +60,7 @@ bool SameLayout(const Model& one, const Model& other) {
          std::ranges::equal(one.Potential.Raw(), other.Potential.Raw());
 }
 
-/// Does the stages as a person would in the window.
+/// Runs the stages as a user would in the window.
 Model ByHand(Model model, const std::vector<KeptStage>& stages) {
   for (const KeptStage& kept : stages) {
     const Array2<Integer> before = model.CellState;

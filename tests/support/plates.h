@@ -19,7 +19,7 @@ int Node(const Model& model, int row, int column);
 Model Cantilever(int rows, int columns, double force = 1000);
 
 /// A plate of random holes, islands, supports in x, y or both, and loads; its lower left corner is
-/// always held and its first row always filled, so that the rest has something to hang on.
+/// always held and its first row always filled, so that something is held.
 Model RandomPlate(unsigned seed);
 
 /// A model file's text with one to four random faults; never empty.

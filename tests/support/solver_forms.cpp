@@ -1,4 +1,4 @@
-// Product and preconditioner on a vector of the caller's.
+// Product and preconditioner applied to a given vector.
 #include "support/solver_forms.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The pieces of an iteration by both forms of the solver.
+// The parts of an iteration by both forms of the solver.
 #pragma once
 
 #include <optional>
@@ -18,7 +18,7 @@ struct SolverPieces {
 /// By the plain procedures. The model's active nodes must be marked. Throws as they do.
 SolverPieces PlainPieces(Model model, const Vector& x);
 
-/// By the fast form; empty where it leaves the model to the plain procedures.
+/// By the fast form; nothing if it declines the model.
 std::optional<SolverPieces> WavePieces(Model model, const Vector& x);
 
 }  // namespace quillane::test

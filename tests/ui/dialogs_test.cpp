@@ -1,4 +1,4 @@
-// The dialogs as a user works them: what they store, refuse and leave behind; files.
+// The dialogs as a user operates them: what they store and refuse; files.
 #include <QListWidget>
 #include <QRadioButton>
 #include <QRegularExpression>

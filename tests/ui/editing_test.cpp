@@ -9,7 +9,7 @@ namespace {
 const std::string kOutsideElement = "警告: 選ばれた要素は設計領域にありません。";
 const std::string kOutsideNode = "警告: 選ばれた節点は設計領域にありません。";
 
-/// A 5 x 7 domain, lower left corner at (-400, -300), set up through the window's own means.
+/// A 5 x 7 domain, lower left corner at (-400, -300), set up by presses in the window.
 class Editing : public Window {
  protected:
   Editing() {

@@ -133,7 +133,7 @@ class Window : public testing::Test {
   void Menu(const char* name) { Find<QAction>(name)->trigger(); }
   bool IsEnabled(const char* menu) { return Find<QAction>(menu)->isEnabled(); }
 
-  /// Opens a dialog by its menu item and works it. Returns whether it closed.
+  /// Opens a dialog by its menu item and operates it. Returns whether it closed.
   bool In(const char* menu, const Robot::Answer& work) {
     bool closed = false;
     robot.Next([&](QDialog& dialog) {
