@@ -23,8 +23,9 @@ struct UserScale {
   friend bool operator==(const UserScale&, const UserScale&) = default;
 };
 
-/// A persistent picture with user coordinates. Any coordinates are allowed, also far outside the
-/// area or beyond any number of pixels; what lies outside is clipped.
+/// A persistent picture. All coordinates and lengths are in user units of the present scale. Any
+/// coordinates are allowed, also far outside the area or beyond any number of pixels; what lies
+/// outside is clipped.
 class DrawingArea {
  public:
   virtual ~DrawingArea() = default;
@@ -32,7 +33,7 @@ class DrawingArea {
   virtual void SetScale(const UserScale& scale) = 0;
   virtual UserScale Scale() const = 0;
 
-  /// Sets the colour that Clear fills with.
+  /// Sets the colour that Clear fills the picture with.
   virtual void SetBackground(Color color) = 0;
   virtual void Clear() = 0;
 
@@ -40,13 +41,14 @@ class DrawingArea {
   virtual void SetColor(Color color) = 0;
   virtual void SetLineWidth(int pixels) = 0;
 
+  /// Draw between two points or opposite corners, or around a centre.
   virtual void DrawLine(double x1, double y1, double x2, double y2) = 0;
   virtual void DrawBox(double x1, double y1, double x2, double y2) = 0;  ///< outline
   virtual void FillBox(double x1, double y1, double x2, double y2) = 0;  ///< in the drawing colour
   virtual void DrawCircle(double x, double y, double radius) = 0;        ///< radius in x units
 
   /// Sets the size of the text that follows: the system's size, reduced until `sample` fits into a
-  /// box of width x height user units of the present scale.
+  /// box of width x height.
   virtual void SetTextSize(double width, double height, std::string_view sample) = 0;
 
   /// Draws text (UTF-8) with its upper left corner at (x, y).

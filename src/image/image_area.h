@@ -59,12 +59,17 @@ class ImageArea final : public DrawingArea {
   void Finish() const;
   QPainter& Painter();
   void FillPixels(PixelBox box, QRgb color);
+  /// Returns the place of user coordinates in device pixels.
   QPointF DevicePoint(double x, double y) const;
+  /// Returns the pixel corner nearest to a place in device pixels.
   QPoint OnPixel(QPointF point) const;
+  /// Returns whether a place lies in the picture or its margin.
   bool IsNear(QPointF point) const;
   static PixelBox Between(QPoint a, QPoint b);
   void FillStroke(PixelBox box);
+  /// Draws a slanted line, in device pixels, of which an end lies far outside the picture.
   void DrawClippedLine(QPointF from, QPointF to);
+  /// Draws a slanted line between pixel corners in or near the picture.
   void DrawSlantedLine(QPoint begin, QPoint end);
 
   QImage image_;
