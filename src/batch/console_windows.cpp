@@ -21,6 +21,8 @@ namespace quillane {
 namespace {
 
 std::atomic<int> noted = 0;
+std::atomic<bool> reading = false;
+HANDLE mainThread = nullptr;
 UINT codePageBefore = 0;
 
 HANDLE Handle(std::FILE* stream) {
@@ -32,6 +34,7 @@ BOOL WINAPI NoteEvent(DWORD event) {
   if (noted != 0) return FALSE;
   const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
   noted = isKey ? SIGINT : SIGTERM;
+  for (; reading; Sleep(50)) CancelSynchronousIo(mainThread);
   // Where the console closes or the user leaves, the system ends the program as soon as this
   // returns, or some seconds later: time for the step and the files.
   if (!isKey) Sleep(INFINITE);
@@ -67,7 +70,10 @@ void PrepareStreams() {
 
 void PrepareToolkit() {}
 
-void CatchSignals() { SetConsoleCtrlHandler(NoteEvent, TRUE); }
+void CatchSignals() {
+  mainThread = OpenThread(THREAD_TERMINATE, FALSE, GetCurrentThreadId());  // to cancel its reads
+  SetConsoleCtrlHandler(NoteEvent, TRUE);
+}
 
 int NotedSignal() { return noted; }
 
@@ -80,9 +86,11 @@ std::FILE* OpenToRead(const std::filesystem::path& path) { return OpenFile(path,
 std::FILE* OpenToWrite(const std::filesystem::path& path) { return OpenFile(path, "wb"); }
 
 std::ptrdiff_t ReadSome(std::FILE* stream, char* bytes, std::size_t size) {
-  const int count = _read(_fileno(stream), bytes, static_cast<unsigned>(size));
+  reading = true;
+  const int count = noted == 0 ? _read(_fileno(stream), bytes, static_cast<unsigned>(size)) : 0;
+  reading = false;
   if (noted == 0) return count;
-  errno = EINTR;  // a key ends the wait on a console
+  errno = EINTR;
   return -1;
 }
 
