@@ -161,8 +161,10 @@ TEST(CanvasDrawing, ArrowsFollowTheForceAndSupportsStandLeftAndBelow) {
     double x1, y1, x2, y2;
   } lines[] = {{kMagenta, 100, 0, 0, 0},
                {kMagenta, 0, 0, 100.0 / 3, 20},
+               {kMagenta, 0, 0, 100.0 / 3, -20},
                {kMagenta, 100, 0, 100, 0},  // a dot for the missing component
                {kMagenta, 100, 200, 80, 200 - 100.0 / 3},
+               {kMagenta, 100, 200, 120, 200 - 100.0 / 3},
                {kBlue, 70, 115, 70, 85},
                {kBlue, 60, 85, 60, 115},
                {kBlue, 85, 70, 115, 70},
