@@ -1,12 +1,13 @@
 #include "optimize/search_attempt.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <span>
 
 #include "optimize/potential.h"
+#include "optimize/search_moves.h"
 #include "optimize/vote.h"
 
 namespace quillane {
@@ -14,32 +15,6 @@ namespace {
 
 constexpr double kFreeLoss = 1.003;  ///< nothing else is tried for less
 constexpr double kUsualLoss = 1.04;  ///< of compliance times volume, accepted at any pace
-
-struct Vote {
-  Integer epsilon;
-  double room = 0;     ///< cells it may leave beyond the aim, as a share of the aim
-  Single oneStep = 0;  ///< the Lambda of a single step; 0: the way's, and VoteSteps
-};
-using Move = std::vector<Vote>;
-
-/// What is tried from a layout, in this order. The layout after every vote without room counts.
-const std::array<Move, 3> kMoves = {{{{5}, {5}}, {{3}, {5}}, {{1, 0.1}, {5}}}};
-
-/// Votes that let a plate regrow where a broken member has overloaded others.
-const std::array<Move, 4> kRepairs = {{{{5}, {3}, {3}, {5}, {3}, {5}},
-                                       {{1, 0.1}, {3, 0.05}, {5}, {3}, {5}},
-                                       {{3}, {3}, {3}, {3}, {5}, {5}},
-                                       {{5}, {1, 0.05}, {3, 0.03}, {3}, {5}}}};
-constexpr double kRepairPaces[] = {0, 0.03, 0.08};
-
-/// Single steps that leave 5.5 of a cell's potential of 10 and add 0.9 a position above the target:
-/// the cell stays where at least 2, 3 or 4 are. Empty cells have little potential to start with and
-/// hardly ever come.
-const std::array<Move, 3> kErosions = {{{{7, 0, 0.45F}}, {{8, 0, 0.45F}}, {{9, 0, 0.45F}}}};
-constexpr double kErosionPaces[] = {0.02, 0};
-
-/// Epsilons of the votes at the wished volume.
-constexpr Integer kPolish[] = {3, 5, 5, 3, 7, 5, 3, 5};
 
 int PresentCells(const Model& model) {
   int count = 0;
@@ -61,14 +36,13 @@ bool IsLayoutOf(const Model& model, const Array2<Integer>& layout) {
   return std::ranges::equal(layout.Raw(), model.CellState.Raw());
 }
 
-template <std::size_t count>
-std::vector<Move> AllowedBy(const SearchWay& way, const std::array<Move, count>& moves) {
+/// The moves that vote with the Epsilons a way may have.
+std::vector<Move> AllowedBy(const SearchWay& way, std::span<const Move> moves) {
   std::vector<Move> allowed;
-  for (const Move& move : moves) {
-    const bool fits = std::ranges::all_of(
+  std::ranges::copy_if(moves, std::back_inserter(allowed), [&way](const Move& move) {
+    return std::ranges::all_of(
         move, [&way](const Vote& vote) { return !way.narrowed || vote.epsilon == way.epsilon; });
-    if (fits) allowed.push_back(move);
-  }
+  });
   return allowed;
 }
 
