@@ -73,8 +73,9 @@ class CommandLine {
     for (std::filesystem::path& loadCase : options_.loadCases) inputs.push_back(&loadCase);
     for (std::filesystem::path* input : inputs) {
       if (NamesStream(*input, stdin)) *input = "-";
-      if (*input != "-" && NamesStream(*input, stdout)) {
-        throw CLI::ValidationError(input->string(), "standard output cannot be read");
+      if (*input == "-") continue;
+      if (NamesStream(*input, stdout) || NamesStream(*input, stderr)) {
+        throw CLI::ValidationError(input->string(), "standard output and error cannot be read");
       }
     }
     if (std::ranges::count_if(inputs, [](const auto* input) { return *input == "-"; }) > 1) {

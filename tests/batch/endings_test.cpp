@@ -162,7 +162,8 @@ TEST_F(Ending, OutputsThatAreOneAreRefused) {
       {"plate.model --course /dev/stdout --cells -", "only one output can go to standard output"},
       {"plate.model --course /dev/fd/1 --cells -", "only one output can go to standard output"},
       {"plate.model --history /dev/stdout", "--history: cannot go to standard output"},
-      {"plate.model --resume /dev/fd/1", "/dev/fd/1: standard output cannot be read"},
+      {"plate.model --resume /dev/fd/1", "/dev/fd/1: standard output and error cannot be read"},
+      {"plate.model --load-case /dev/stderr", "standard output and error cannot be read"},
       {"- --resume - < a.model", "only one input can come from standard input"},
       {"plate.model --cells out.txt", "out.txt: --cells names the same file as standard output"},
   };
