@@ -36,10 +36,12 @@ int main(int count, char** arguments) {
     WriteHistories(folder);
     return 0;
   }
+#if !defined(HWY_COMPILE_ONLY_STATIC)  // else there is but one
   for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
     hwy::SetSupportedTargetsForTest(target);
     const std::filesystem::path own = folder / hwy::TargetName(target);
     std::filesystem::create_directory(own);
     WriteHistories(own);
   }
+#endif
 }
