@@ -1,5 +1,5 @@
-// Writes the histories of the example sketches into a folder, for comparing processors. With a second
-// argument one folder in it for each instruction set that the processor has.
+// Writes the histories of the example sketches into a folder, for comparing processors. With a
+// second argument one folder in it for each instruction set that the processor has.
 #include <hwy/targets.h>
 
 #include <filesystem>
