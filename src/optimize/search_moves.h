@@ -25,7 +25,7 @@ inline const std::array<Move, 4> kRepairs = {{{{5}, {3}, {3}, {5}, {3}, {5}},
                                               {{1, 0.1}, {3, 0.05}, {5}, {3}, {5}},
                                               {{3}, {3}, {3}, {3}, {5}, {5}},
                                               {{5}, {1, 0.05}, {3, 0.03}, {3}, {5}}}};
-inline constexpr double kRepairPaces[] = {0, 0.03, 0.08};
+inline constexpr double kRepairPaces[] = {0, 0.05};
 
 /// Single steps that leave 5.5 of a cell's potential of 10 and add 0.9 a position above the target:
 /// the cell stays where at least 2, 3 or 4 are. Empty cells have little potential to start with and
