@@ -101,13 +101,20 @@ TEST(VolumeSearch, ItsStagesDoneByHandGiveTheSamePlateWhateverTheThreads) {
 }
 
 TEST(VolumeSearch, ErodesASlenderPlateBySingleStepsThatCanBeDoneByHand) {
-  const Model start = HalfBeam(10, 34);
-  const SearchResult found = Found(start, 0.36), narrowed = Found(start, 0.36, 1, 1.0F);
-  const auto erodes = [](const KeptStage& kept) { return kept.stage.lambda != 1; };
-  const std::vector<KeptStage>& stages = found.Best().stages;
-  EXPECT_GT(std::ranges::count_if(stages, erodes), 0);
-  EXPECT_TRUE(SameLayout(ByHand(start, stages), found.Best().model));
-  EXPECT_EQ(std::ranges::count_if(narrowed.Best().stages, erodes), 0);
+  const Model start = HalfBeam(8, 20);
+  SearchGoal goal;
+  goal.share = 0.3;
+  goal.fullVolume = start.Volume;
+  goal.goOn = [] { return true; };
+  SearchWay way;
+  const Attempt without = TryWay(start, way, goal);
+  way.erodes = true;
+  const Attempt with = TryWay(start, way, goal);
+  EXPECT_LT(with.volume, without.volume);
+  EXPECT_GT(std::ranges::count_if(with.stages,
+                                  [](const KeptStage& kept) { return kept.stage.lambda != 1; }),
+            0);
+  EXPECT_TRUE(SameLayout(ByHand(start, with.stages), with.model));
 }
 
 TEST(VolumeSearch, EndsOnPlatesThatOnceHadItGoOnForEver) {
