@@ -76,7 +76,8 @@ done
 step 'tests of the command line, run here, the program there'
 g++ -std=c++20 -O1 -fPIC -Isrc -Itests -I. -DQUILLANE_BATCH="\"$scratch/quillane-batch\"" \
   -DQUILLANE_SOURCE_DIR="\"$PWD\"" -isystem /usr/include/x86_64-linux-gnu/qt6 \
-  -isystem /usr/include/x86_64-linux-gnu/qt6/QtCore tests/batch/*_test.cpp \
+  -isystem /usr/include/x86_64-linux-gnu/qt6/QtCore -isystem /usr/include/x86_64-linux-gnu/qt6/QtGui \
+  tests/batch/*_test.cpp \
   -Wl,--start-group build/release/src/*/libquillane_*.a build/release/tests/libquillane_test_support.a \
   -Wl,--end-group -o "$scratch/batch_test" -lgtest_main -lgtest -lhwy -lfmt -ldxflib -lQt6Gui -lQt6Core
 run_tests batch "$scratch/batch_test"
