@@ -14,7 +14,7 @@ class ProgressLine : public CourseListener {
  public:
   /// shown: whether to print at all. steps: how many will follow the analysis; -1 if unknown.
   ProgressLine(std::FILE* terminal, bool shown, int steps);
-  ~ProgressLine() { Clear(); }
+  ~ProgressLine() override { Clear(); }
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
