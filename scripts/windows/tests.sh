@@ -124,7 +124,8 @@ done
 step 'Ctrl+C in the console'
 cp examples/half-mbb-beam.model "$place/梁.model"
 lines() { cat "$place/履歴.tmp" 2> /dev/null | wc -l; }
-(until [ "$(lines)" -gt 30 ]; do sleep 0.1; done; printf '\003'; sleep 5) | (cd "$place" && script -qec "wine '$folder/quillane-batch.exe' \
+course_runs() { for _ in {1..600}; do [ "$(lines)" -le 30 ] || break; sleep 0.1; done; }
+(course_runs; printf '\003'; sleep 5) | (cd "$place" && script -qec "wine '$folder/quillane-batch.exe' \
   梁.model --steps 32767 --history 履歴.tmp --save 終.model --json 結果.json" /dev/null) > "$seen/console" ||
   echo "ended with $?" | tee -a "$seen/console"
 grep -q 'ended with 130' "$seen/console"
