@@ -1,46 +1,15 @@
 // How a run ends on a late failure, on a signal while it waits, and if its outputs collide with
 // those of other runs.
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <vector>
-
 #include "batch/program.h"
 
 namespace quillane {
 namespace {
 
-namespace fs = std::filesystem;
-
 class Ending : public Batch {
  protected:
-  /// Starts the program in the scratch folder; `input` becomes its standard input.
-  pid_t Start(std::vector<std::string> arguments, int input = -1) {
-    const pid_t child = fork();
-    if (child != 0) return child;
-    fs::current_path(folder_.Path());
-    if (input >= 0) dup2(input, STDIN_FILENO);
-    dup2(open("started.txt", O_WRONLY | O_CREAT | O_TRUNC, 0666), STDERR_FILENO);
-    std::vector<char*> pointers = {const_cast<char*>(QUILLANE_BATCH)};
-    for (std::string& argument : arguments) pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    execv(QUILLANE_BATCH, pointers.data());
-    _exit(99);
-  }
-
-  static int StatusOf(pid_t child) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  }
-
   /// Returns whether a set of the child's signals, such as "SigCgt:", contains the signal.
   static bool IsIn(const std::string& set, pid_t child, int signal) {
-    const std::string status = ReadFile("/proc/" + std::to_string(child) + "/status");
+    const std::string status = test::ReadFile("/proc/" + std::to_string(child) + "/status");
     const std::size_t at = status.find(set);
     return at != std::string::npos &&
            (std::stoull(status.substr(at + set.size()), nullptr, 16) >> (signal - 1) & 1) != 0;
@@ -48,15 +17,6 @@ class Ending : public Batch {
 
   /// Returns whether the program already catches the signal.
   static bool Catches(pid_t child, int signal) { return IsIn("SigCgt:", child, signal); }
-
-  /// Waits until `reached` holds, at most a minute.
-  template <class Reached>
-  static bool Wait(const Reached& reached) {
-    for (int i = 0; i < 6000 && !reached(); ++i) usleep(10000);
-    return reached();
-  }
-
-  void Link(const char* to, const char* name) { fs::create_symlink(to, folder_ / name); }
 
   std::string Name(const std::string& name) { return (folder_ / name).string(); }
 };
@@ -86,13 +46,13 @@ TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
     ASSERT_NE(at, std::string::npos) << err_;
     const int step = std::stoi(err_.substr(at + words.size()));
     EXPECT_GE(step, 2);
-    const std::string nodes = ReadFile(folder_ / "n.csv");
-    const std::string model = ReadFile(folder_ / "e.model");
+    const std::string nodes = Text("n.csv");
+    const std::string model = Text("e.model");
     ASSERT_EQ(
         Run("plate.model --quiet --save e.model --nodes n.csv --steps " + std::to_string(step)), 0);
-    EXPECT_EQ(ReadFile(folder_ / "e.model"), model) << c.what;
-    EXPECT_EQ(ReadFile(folder_ / "n.csv"), nodes) << c.what;
-    EXPECT_FALSE(fs::exists(folder_ / "quillane1.part"));
+    EXPECT_EQ(Text("e.model"), model) << c.what;
+    EXPECT_EQ(Text("n.csv"), nodes) << c.what;
+    EXPECT_FALSE(Exists("quillane1.part"));
   }
 }
 
@@ -116,17 +76,16 @@ TEST_F(Ending, ARequestEndsEveryWait) {
     usleep(100000);
     kill(child, SIGTERM);
     EXPECT_EQ(StatusOf(child), 128 + SIGTERM) << c.what;
-    EXPECT_TRUE(Contains(ReadFile(folder_ / "started.txt"), "interrupted")) << c.what;
+    EXPECT_TRUE(Contains(Text("started.txt"), "interrupted")) << c.what;
   }
-  EXPECT_TRUE(fs::exists(folder_ / "c.csv")) << "the other outputs are written";
+  EXPECT_TRUE(Exists("c.csv")) << "the other outputs are written";
   close(pipes[0]);
   close(pipes[1]);
 }
 
 TEST_F(Ending, ASecondRequestEndsItAtOnce) {
   // The table has a reader that never reads, so the run fills the pipe and waits.
-  Model large = test::Cantilever(40, 60);
-  SaveModelFile(large, folder_ / "large.model");
+  Save("large.model", [](Model& m) { m = test::Cantilever(40, 60); });
   ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
   const int reader = open(Name("p").c_str(), O_RDONLY | O_NONBLOCK);
   int status = 0;
@@ -148,58 +107,48 @@ TEST_F(Ending, ASecondRequestEndsItAtOnce) {
 TEST_F(Ending, OutputsThatAreOneAreRefused) {
   fs::copy_file(folder_ / "plate.model", folder_ / "a.model");
   fs::create_hard_link(folder_ / "a.model", folder_ / "b");
-  Link("later.csv", "dangling");
+  fs::create_symlink("later.csv", folder_ / "dangling");
   ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
-  const std::string before = ReadFile(folder_ / "a.model");
-  const struct {
-    const char* arguments;
-    const char* words;
-  } cases[] = {
-      {"a.model --course b", "b: --course names the same file as the model"},
-      {"- --course b < a.model", "b: --course names the same file as the model"},
-      {"plate.model --cells dangling --nodes later.csv", "names the same file as --cells"},
-      {"plate.model --cells p --nodes p", "p: --nodes names the same file as --cells"},
-      {"plate.model --course /dev/stdout --cells -", "only one output can go to standard output"},
-      {"plate.model --course /dev/fd/1 --cells -", "only one output can go to standard output"},
-      {"plate.model --history /dev/stdout", "--history: cannot go to standard output"},
-      {"plate.model --resume /dev/fd/1", "/dev/fd/1: standard output and error cannot be read"},
-      {"plate.model --load-case /dev/stderr", "standard output and error cannot be read"},
-      {"- --resume - < a.model", "only one input can come from standard input"},
-      {"plate.model --cells out.txt", "out.txt: --cells names the same file as standard output"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Shell("('" QUILLANE_BATCH "' " + std::string(c.arguments) + ")"), 2) << c.arguments;
-    EXPECT_TRUE(Contains(err_, c.words)) << c.arguments << "\n" << err_;
-  }
-  EXPECT_EQ(ReadFile(folder_ / "a.model"), before);
+  const std::string before = Text("a.model");
+  ExpectEnds({
+      {"a.model --course b", 2, "b: --course names the same file as the model"},
+      {"- --course b < a.model", 2, "b: --course names the same file as the model"},
+      {"plate.model --cells dangling --nodes later.csv", 2, "names the same file as --cells"},
+      {"plate.model --cells p --nodes p", 2, "p: --nodes names the same file as --cells"},
+      {"plate.model --course /dev/stdout --cells -", 2,
+       "only one output can go to standard output"},
+      {"plate.model --course /dev/fd/1 --cells -", 2, "only one output can go to standard output"},
+      {"plate.model --history /dev/stdout", 2, "--history: cannot go to standard output"},
+      {"plate.model --resume /dev/fd/1", 2, "/dev/fd/1: standard output and error cannot be read"},
+      {"plate.model --load-case /dev/stderr", 2, "standard output and error cannot be read"},
+      {"- --resume - < a.model", 2, "only one input can come from standard input"},
+      {"plate.model --cells out.txt", 2, "out.txt: --cells names the same file as standard output"},
+  });
+  EXPECT_EQ(Text("a.model"), before);
   ASSERT_EQ(Run("plate.model --steps 3 --course c.csv --quiet"), 0);
   ASSERT_EQ(Run("plate.model --steps 3 --course /dev/stdout --quiet"), 0);
-  EXPECT_EQ(out_, ReadFile(folder_ / "c.csv"));
+  EXPECT_EQ(out_, Text("c.csv"));
   EXPECT_EQ(Run("plate.model --cells /dev/null --nodes /dev/null --quiet"), 0) << err_;
 }
 
 TEST_F(Ending, ASecondRunLeavesThePlacesOfTheFirstAlone) {
   const pid_t first = Start({"plate.model", "--quiet", "--steps", "32767", "--course", "c.csv",
                              "--history", "h.tmp", "--frames", "f", "--size", "40x30"});
-  ASSERT_TRUE(Wait([this] { return fs::exists(folder_ / "f/frame-00001.png"); }));
+  ASSERT_TRUE(Wait([this] { return Exists("f/frame-00001.png"); }));
   for (const std::string place : {"--course c.csv", "--history h.tmp", "--frames f"}) {
     EXPECT_EQ(Run("plate.model --quiet --steps 2 --save s.model " + place), 2) << place;
     EXPECT_TRUE(Contains(err_, ": another run is writing to it")) << err_;
   }
-  EXPECT_FALSE(fs::exists(folder_ / "s.model"));
+  EXPECT_FALSE(Exists("s.model"));
   kill(first, SIGTERM);
   EXPECT_EQ(StatusOf(first), 128 + SIGTERM);
   EXPECT_EQ(Run("plate.model --quiet --course c.csv --history h.tmp"), 0) << err_;
   EXPECT_EQ(Run("none.model --quiet --course new.csv"), 2);
-  EXPECT_FALSE(fs::exists(folder_ / "new.csv"));
+  EXPECT_FALSE(Exists("new.csv"));
 }
 
 TEST_F(Ending, WhatHasNoEffectOrIsUnusualIsTold) {
-  const struct {
-    const char* arguments;
-    int status;
-    const char* words;
-  } cases[] = {
+  ExpectEnds({
       {"plate.model --label --range 0,9", 0, "no effect, neither --image nor --frames is given"},
       {"plate.model --map model --range 0,9 --image i.png", 0, "--range: no effect"},
       {"--check plate.model --steps 4", 0, "--steps: no effect, --check only reads the model"},
@@ -210,18 +159,12 @@ TEST_F(Ending, WhatHasNoEffectOrIsUnusualIsTold) {
       {"plate.model --range -3e38,3e38", 2, "--range: expects a range of single precision"},
       {"plate.model --vtu x.vtk", 2, "--vtu: expects .vtu, not x.vtk"},
       {"'no\033[31m\nne'", 2, "no\\x1b[31m\\x0ane: no such file\n"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Run(c.arguments), c.status) << c.arguments << err_;
-    EXPECT_TRUE(Contains(err_, c.words)) << c.arguments << "\n" << err_;
-  }
+  });
   const std::string odd = "pl\xff te.model";
   fs::copy_file(folder_ / "plate.model", folder_ / odd);
   ASSERT_EQ(Run("'" + odd + "' --quiet --json j.json"), 0) << err_;
-  const QJsonObject json =
-      QJsonDocument::fromJson(QByteArray::fromStdString(ReadFile(folder_ / "j.json"))).object();
-  EXPECT_EQ(json["model"].toString(), "pl%FF te.model");
-  EXPECT_EQ(json["modelEncoding"].toString(), "percent");
+  EXPECT_EQ(Json("j.json")["model"].toString(), "pl%FF te.model");
+  EXPECT_EQ(Json("j.json")["modelEncoding"].toString(), "percent");
 }
 
 }  // namespace

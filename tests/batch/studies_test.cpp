@@ -1,12 +1,7 @@
 // Longer runs: to a volume, to rest, with tables and pipes, ended by signals.
-#include <signal.h>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <algorithm>
 #include <sstream>
 
@@ -19,7 +14,7 @@ namespace quillane {
 namespace {
 
 /// An output of this name is no file: it is neither replaced nor opened.
-void MakeSocket(const std::filesystem::path& path) {
+void MakeSocket(const fs::path& path) {
   sockaddr_un name{.sun_family = AF_UNIX, .sun_path = {}};
   path.string().copy(name.sun_path, sizeof name.sun_path - 1);
   const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
@@ -27,23 +22,10 @@ void MakeSocket(const std::filesystem::path& path) {
   close(listener);
 }
 
-class Study : public Batch {
- protected:
-  QJsonObject Json(const std::string& name) {
-    return QJsonDocument::fromJson(QByteArray::fromStdString(ReadFile(folder_ / name))).object();
-  }
-
-  /// The last line of a table.
-  std::string LastLine(const std::string& name) {
-    std::string text = ReadFile(folder_ / name);
-    text.pop_back();
-    return text.substr(text.rfind('\n') + 1);
-  }
-};
+using Study = Batch;
 
 TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
-  Model wide = test::Cantilever(10, 20);
-  SaveModelFile(wide, folder_ / "wide.model");
+  Save("wide.model", [](Model& m) { m = test::Cantilever(10, 20); });
   const std::string half = "wide.model --volume-fraction 0.5 --save ";
   ASSERT_EQ(Run(half + "a.model --json a.json --jobs 1"), 0) << err_;
   EXPECT_TRUE(Contains(out_, "volume fraction 0.5 reached in ")) << out_;
@@ -54,65 +36,57 @@ TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
   EXPECT_EQ(summary["pieces"].toInt(), 1);
   EXPECT_GE(summary["attempts"].toArray().size(), 2);
   ASSERT_EQ(Run(half + "b.model --course c.csv --history h.tmp --jobs 3"), 0);
-  EXPECT_EQ(ReadFile(folder_ / "a.model"), ReadFile(folder_ / "b.model"));
+  EXPECT_EQ(Text("a.model"), Text("b.model"));
   const int steps = summary["steps"].toInt();
-  for (const char* name : {"c.csv", "h.tmp"}) {
-    EXPECT_EQ(std::ranges::count(ReadFile(folder_ / name), '\n'), steps + 2) << name;
-  }
-  EXPECT_TRUE(LastLine("c.csv").starts_with(std::to_string(steps) + ",")) << LastLine("c.csv");
-  EXPECT_TRUE(Contains(LastLine("c.csv"), ",1,1,"));
+  EXPECT_EQ(std::ranges::count(Text("h.tmp"), '\n'), steps + 2);
+  EXPECT_EQ(std::ranges::count(Text("c.csv"), '\n'), steps + 2);
+  const std::vector<std::string> last = TableOf("c.csv").back();
+  EXPECT_EQ(last.at(0), std::to_string(steps));
+  EXPECT_EQ(last.at(9) + last.at(10), "11") << "converged and connected";
 
   EXPECT_EQ(Run("plate.model --volume-fraction 0.02"), 4);
   EXPECT_TRUE(Contains(out_, "volume fraction 0.02 not reached")) << out_;
   EXPECT_EQ(Run("plate.model --volume-fraction 0.6 --epsilon 10 --save whole.model"), 4);
   EXPECT_TRUE(Contains(out_, "1.0000 is the lightest of 6 attempts")) << out_;
-  EXPECT_EQ(Run("plate.model --volume-fraction 0.5 --lambda 1e-6"), 2);
-  EXPECT_TRUE(Contains(err_, "--lambda: 1E-06 is too small")) << err_;
-  Model hollow = wide;
-  hollow.Thickness = 0;
-  SaveModelFile(hollow, folder_ / "hollow.model");
-  EXPECT_EQ(Run("hollow.model --volume-fraction 0.5"), 2);
-  EXPECT_TRUE(Contains(err_, "thickness is not above 0")) << err_;
-  wide.ElementNodes(1, 1) = 5000;
-  SaveModelFile(wide, folder_ / "torn.model");
-  for (const char* way : {"", " --volume-fraction 0.5", " --drop-loose"}) {
-    EXPECT_EQ(Run(std::string("torn.model") + way), 1) << way << err_;
-  }
+  Save("hollow.model", [](Model& m) { m.Thickness = 0; });
+  Save("torn.model", [](Model& m) { m.ElementNodes(1, 1) = 5000; });
+  ExpectEnds({{"plate.model --volume-fraction 0.5 --lambda 1e-6", 2, "1E-06 is too small"},
+              {"hollow.model --volume-fraction 0.5", 2, "thickness is not above 0"},
+              {"torn.model", 1, ""},
+              {"torn.model --volume-fraction 0.5", 1, ""},
+              {"torn.model --drop-loose", 1, ""}});
 }
 
 TEST_F(Study, ARunGoesOnFromATableOfCells) {
   const std::string course = "plate.model --stress-target 3 --lambda 0.1 ";
   ASSERT_EQ(Run(course + "--steps 30 --history whole --cells whole.csv --quiet"), 0) << err_;
   ASSERT_EQ(Run(course + "--steps 12 --history parts --cells part.csv --quiet"), 0);
-  std::filesystem::copy(folder_ / "part.csv", folder_ / "spoilt.csv");
+  fs::copy(folder_ / "part.csv", folder_ / "spoilt.csv");
   ASSERT_EQ(Run(course + "--resume part.csv --steps 18 --history parts --cells end.csv"), 0)
       << err_;
-  EXPECT_EQ(ReadFile(folder_ / "whole"), ReadFile(folder_ / "parts"));
-  EXPECT_EQ(ReadFile(folder_ / "whole.csv"), ReadFile(folder_ / "end.csv"));
+  EXPECT_EQ(Text("whole"), Text("parts"));
+  EXPECT_EQ(Text("whole.csv"), Text("end.csv"));
   ASSERT_EQ(Run(course + "--resume part.csv --steps 18 --history alone"), 0);
-  EXPECT_TRUE(ReadFile(folder_ / "alone").starts_with("Iteration, Max, Avg, Min\r\n12,"));
+  EXPECT_TRUE(Text("alone").starts_with("Iteration, Max, Avg, Min\r\n12,"));
 
   if (Shell("script -qec true none") == 0) {  // the progress line of a terminal counts on
     EXPECT_EQ(Shell("TERM=xterm script -qec '" QUILLANE_BATCH " " + course +
                     "--resume part.csv --steps 6' seen.txt"),
               0);
-    EXPECT_TRUE(Contains(ReadFile(folder_ / "seen.txt"), "####] step 6/6"));
+    EXPECT_TRUE(Contains(Text("seen.txt"), "####] step 6/6"));
   }
-  const std::string table = ReadFile(folder_ / "part.csv");
-  const struct {
-    std::string text;
-    const char* words;
-  } bad[] = {{table.substr(0, table.size() / 2), "spoilt.csv: line "},
-             {"a,b\n1,2\n", "line 1: this is no table of --cells: it has no column row"},
-             {table + "7,1,1,0,0,0,0,0,12\n", "line 74: the table goes on after the last cell"},
-             {"row,column,state,potential,step\n1,1,5,0,0\n", "line 2: 5 is no state of a cell"},
-             {"row,column,state,potential,step\n1,1,1,nan,0\n", "line 2: the potential is not"},
-             {"row,column,state,potential,step\n1,1,-3,0,0\n", "line 2: the cell is cut out in"},
-             {"row,column,state,potential,step\n1,1,1,0,70000\n", "line 2: the step is not"}};
+  const std::string table = Text("part.csv");
+  const std::pair<std::string, const char*> bad[] = {
+      {table.substr(0, table.size() / 2), "spoilt.csv: line "},
+      {"a,b\n1,2\n", "line 1: this is no table of --cells: it has no column row"},
+      {table + "7,1,1,0,0,0,0,0,12\n", "line 74: the table goes on after the last cell"},
+      {"row,column,state,potential,step\n1,1,5,0,0\n", "line 2: 5 is no state of a cell"},
+      {"row,column,state,potential,step\n1,1,1,nan,0\n", "line 2: the potential is not"},
+      {"row,column,state,potential,step\n1,1,-3,0,0\n", "line 2: the cell is cut out in"},
+      {"row,column,state,potential,step\n1,1,1,0,70000\n", "line 2: the step is not"}};
   for (const auto& [text, words] : bad) {
     test::WriteFile(folder_ / "spoilt.csv", text);
-    EXPECT_EQ(Run(course + "--resume spoilt.csv --steps 3"), 2) << words;
-    EXPECT_TRUE(Contains(err_, words)) << err_;
+    ExpectEnds({{course + "--resume spoilt.csv --steps 3", 2, words}});
   }
 }
 
@@ -122,20 +96,17 @@ TEST_F(Study, RestEndsTheRunAndADissolvedPlateIsMarked) {
   const int from = rest["steadyFromStep"].toInt(-1), steps = rest["steps"].toInt();
   EXPECT_EQ(steps, from + 35) << "7 / Lambda";
   EXPECT_TRUE(Contains(out_, "at rest from step " + std::to_string(from) + " on")) << out_;
-  std::istringstream course(ReadFile(folder_ / "c.csv"));
-  std::string line;
-  std::getline(course, line);
-  for (int step = 0; std::getline(course, line); ++step) {
-    int at = -1, changed = -1;
-    EXPECT_EQ(std::sscanf(line.c_str(), "%d,%*f,%*f,%d", &at, &changed), 2);
-    EXPECT_EQ(at, step);
-    EXPECT_TRUE(step < from || (changed > 0) == (step == from && from > 0)) << line;
+  const Table course = TableOf("c.csv");
+  EXPECT_EQ(std::ssize(course), steps + 2);
+  for (int step = 0; step <= steps; ++step) {
+    const std::vector<std::string>& row = course.at(static_cast<std::size_t>(step) + 1);
+    EXPECT_EQ(row.at(0), std::to_string(step));
+    EXPECT_TRUE(step < from || (row.at(3) != "0") == (step == from && from > 0)) << step;
   }
   EXPECT_EQ(Run("plate.model --until-steady --steps 4 --lambda 0.2"), 4);
   EXPECT_TRUE(Contains(out_, "not at rest after 4 steps"));
 
-  model_.CellState(3, 12) = model_.CellState(4, 12) = kCellNonDesign;
-  SaveModelFile(model_, folder_ / "tip.model");
+  Save("tip.model", [](Model& m) { m.CellState(3, 12) = m.CellState(4, 12) = kCellNonDesign; });
   EXPECT_EQ(Run("tip.model --steps 30 --stress-target 20 --json j.json"), 3) << err_;
   EXPECT_FALSE(Json("j.json")["connected"].toBool(true));
   EXPECT_EQ(Run("plate.model --steps 30 --epsilon 30 --json j.json"), 1);
@@ -146,16 +117,16 @@ TEST_F(Study, PipesServeAsModelAndOutput) {
   ASSERT_EQ(Run("plate.model --steps 3 --cells c.csv --nodes n.csv --save e.model --quiet"), 0);
   const std::string program = "'" QUILLANE_BATCH "' ";
   ASSERT_EQ(Shell("(cat plate.model | " + program + "- --steps 3 --cells -)"), 0);
-  EXPECT_EQ(out_, ReadFile(folder_ / "c.csv"));
+  EXPECT_EQ(out_, Text("c.csv"));
   EXPECT_TRUE(Contains(err_, "volume ")) << "the summary steps aside";
   ASSERT_EQ(Shell("(" + program + "plate.model --steps 3 --save - --quiet | " + program +
                   "- --quiet --save -)"),
             0);
-  EXPECT_EQ(out_, ReadFile(folder_ / "e.model"));
+  EXPECT_EQ(out_, Text("e.model"));
   const std::string toPipe = program + "plate.model --steps 3 --quiet --nodes p; wait)";
   ASSERT_EQ(Shell("mkfifo p && (cat p > got & " + toPipe), 0);
-  EXPECT_EQ(ReadFile(folder_ / "got"), ReadFile(folder_ / "n.csv"));
-  EXPECT_TRUE(std::filesystem::is_fifo(folder_ / "p"));
+  EXPECT_EQ(Text("got"), Text("n.csv"));
+  EXPECT_TRUE(fs::is_fifo(folder_ / "p"));
 }
 
 TEST_F(Study, OneOutputThatFailsDoesNotKeepTheOthers) {
@@ -163,14 +134,12 @@ TEST_F(Study, OneOutputThatFailsDoesNotKeepTheOthers) {
   EXPECT_EQ(Run("plate.model --cells s --nodes n.csv --save e.model --json j.json"), 2);
   EXPECT_TRUE(Contains(err_, "s: No such device")) << err_;
   EXPECT_TRUE(Contains(out_, "volume "));
-  for (const char* name : {"n.csv", "e.model"}) {
-    EXPECT_TRUE(std::filesystem::exists(folder_ / name)) << name;
-  }
+  EXPECT_TRUE(Exists("n.csv") && Exists("e.model"));
   EXPECT_EQ(Json("j.json")["exitStatus"].toInt(), 2);
   for (const std::string stream : {">/dev/full)", ">&-)"}) {
     EXPECT_EQ(Shell("('" QUILLANE_BATCH "' plate.model --history h.tmp " + stream), 2) << stream;
     EXPECT_TRUE(Contains(err_, "standard output: it cannot be written to")) << err_;
-    EXPECT_TRUE(ReadFile(folder_ / "h.tmp").starts_with("Iteration, Max, Avg, Min\r\n0,"));
+    EXPECT_TRUE(Text("h.tmp").starts_with("Iteration, Max, Avg, Min\r\n0,"));
   }
   ASSERT_EQ(Run("plate.model --steps 1 --frames f --quiet"), 0);
   EXPECT_EQ(Run("plate.model --frames f --quiet"), 2);
@@ -179,25 +148,15 @@ TEST_F(Study, OneOutputThatFailsDoesNotKeepTheOthers) {
 
 TEST_F(Study, ASignalEndsTheRunWithEveryFileComplete) {
   for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
-    std::filesystem::remove(folder_ / "c.csv");
-    const pid_t child = fork();
-    if (child == 0) {
-      std::filesystem::current_path(folder_.Path());
-      execl(QUILLANE_BATCH, QUILLANE_BATCH, "plate.model", "--steps", "32767", "--quiet",
-            "--course", "c.csv", "--history", "h.tmp", "--save", "end.model", "--json", "j.json",
-            nullptr);
-      _exit(99);
-    }
-    for (int wait = 0; wait < 2000 && ReadFile(folder_ / "c.csv").size() < 4000; ++wait)
-      usleep(10000);
+    fs::remove(folder_ / "c.csv");
+    const pid_t child = Start({"plate.model", "--steps", "32767", "--quiet", "--course", "c.csv",
+                               "--history", "h.tmp", "--save", "end.model", "--json", "j.json"});
+    EXPECT_TRUE(Wait([this] { return Text("c.csv").size() >= 4000; }));
     kill(child, number);
-    int ended = 0;
-    waitpid(child, &ended, 0);
-    ASSERT_TRUE(WIFEXITED(ended));
-    EXPECT_EQ(WEXITSTATUS(ended), 128 + number);
+    EXPECT_EQ(StatusOf(child), 128 + number);
     const std::string steps = std::to_string(Json("j.json")["steps"].toInt());
-    EXPECT_EQ(LastLine("c.csv").substr(0, steps.size() + 1), steps + ",");
-    EXPECT_TRUE(ReadFile(folder_ / "h.tmp").ends_with("\r\n"));
+    EXPECT_EQ(TableOf("c.csv").back().front(), steps);
+    EXPECT_TRUE(Text("h.tmp").ends_with("\r\n"));
     Model end;
     EXPECT_NO_THROW(OpenModelFile(end, folder_ / "end.model"));
   }
