@@ -260,7 +260,7 @@ TEST(ModelCheck, ReadsTheTextItself) {
   ASSERT_EQ(findings.size(), 1U) << "a cell too many: what follows is not judged";
   EXPECT_EQ(findings[0].line, 14);
   EXPECT_TRUE(Contains(findings[0].reason, "missing or too many")) << findings[0].reason;
-  findings = FindingsIn(ModelFileText(test::Plate(2, 3, 100, 7)));
+  findings = FindingsIn(ModelFileText(test::Plate(2, 3, 0.5F, 7)));
   EXPECT_TRUE(Contains(findings[3].reason, "and 3 more like this: the state is none of"));
 }
 

@@ -34,7 +34,7 @@ TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
       {"a folder that has gone",
        "(" + command +
            "--nodes n.csv --frames f --size 40x30 & "
-           "while [ ! -e f/frame-00002.png ]; do sleep 0.01; done; mv f g; wait $!)",
+           "while [ ! -e f/frame-00002.png ] && kill -0 $!; do sleep 0.01; done; mv f g; wait $!)",
        "f/frame-0"},
   };
   for (const auto& c : cases) {

@@ -76,6 +76,7 @@ class Batch : public ::testing::Test {
     if (child != 0) return child;
     fs::current_path(folder_.Path());
     if (input >= 0) dup2(input, STDIN_FILENO);
+    for (const int number : {SIGHUP, SIGINT, SIGTERM}) signal(number, SIG_DFL);  // may be ignored
     dup2(open("started.txt", O_WRONLY | O_CREAT | O_TRUNC, 0666), STDERR_FILENO);
     std::vector<char*> pointers = {const_cast<char*>(QUILLANE_BATCH)};
     for (std::string& argument : arguments) pointers.push_back(argument.data());

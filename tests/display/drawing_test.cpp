@@ -254,14 +254,17 @@ TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
   EXPECT_EQ(flat.canvas.Count(Shape::kFill, LevelColor(kTable, 1)), 2);
   EXPECT_EQ(flat.legend.TextAt(1) + flat.legend.TextAt(16), "1.00E+011.00E+01");
 
-  model.Potential(1, 1) = 4;
-  model.Potential(1, 2) = 7.5;
-  model.CellState(1, 2) = kCellEmpty;
-  const Map potentials(model, DrawNeuronMap);
-  EXPECT_EQ(potentials.legend.TextAt(16.8), "Potential");
-  EXPECT_EQ(potentials.legend.TextAt(1), "0.00E+00");
-  EXPECT_EQ(potentials.legend.TextAt(16), "7.50E+00") << "the empty cell counts for the scale";
-  EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(kTable, 9)), 1) << "4 = 8 * 0.5";
+  for (const int empty : {1, 2}) {
+    model = test::Plate(1, 2);
+    model.Potential(1, 3 - empty) = 4;
+    model.Potential(1, empty) = 7.5;
+    model.CellState(1, empty) = kCellEmpty;
+    const Map potentials(model, DrawNeuronMap);
+    EXPECT_EQ(potentials.legend.TextAt(16.8), "Potential");
+    EXPECT_EQ(potentials.legend.TextAt(1), "0.00E+00");
+    EXPECT_EQ(potentials.legend.TextAt(16), "7.50E+00") << "the empty cell counts for the scale";
+    EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(kTable, 9)), 1) << "4 = 8 * 0.5";
+  }
 }
 
 TEST(ResultMaps, ARangeOfItsOwnHoldsWhateverTheValues) {

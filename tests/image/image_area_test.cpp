@@ -8,9 +8,12 @@
 #include <limits>
 #include <set>
 
+#include "display/canvas_layout.h"
 #include "display/palette.h"
 #include "display/result_maps.h"
+#include "image/picture.h"
 #include "model/run_time_error.h"
+#include "support/plates.h"
 
 namespace quillane {
 namespace {
@@ -146,9 +149,50 @@ TEST(ImageArea, NothingDrawnAnywhereIsUndefined) {
   area.SetColor(kRed);
   area.DrawLine(-1e7, -1e7, 1e7 + 1, 1e7 + 1);
   EXPECT_NE(area.Image().pixel(15, 14), Rgb(kWhite)) << "what passes through the picture is seen";
+  area.Clear();
+  for (const double nowhere : {NAN, -NAN}) {
+    area.DrawLine(nowhere, 0.5, 0.5, 0.25);
+    area.DrawLine(0.5, 0.25, 0.5, nowhere);
+    area.DrawBox(0.5, 0.25, nowhere, 0.5);
+    area.FillBox(0.5, nowhere, 0.5, 0.25);
+    area.DrawText(nowhere, 0.5, "x");
+    area.DrawCircle(nowhere, 0.5, 1);
+  }
+  EXPECT_EQ(ColorsOf(area.Image()), std::set{Rgb(kWhite)});
   area.FillBox(-1e300, -1e300, 1e300, 1e300);
   EXPECT_EQ(ColorsOf(area.Image()), std::set{Rgb(kRed)});
   EXPECT_THROW(area.Resize(100000, 100000, 1), RunTimeError);
+}
+
+/// Returns the smallest box around the pixels that differ, in a part of two images.
+QRect Difference(const QImage& one, const QImage& other, int width) {
+  QRect box;
+  for (int y = 0; y < one.height(); ++y) {
+    for (int x = 0; x < width; ++x) {
+      if (one.pixel(x, y) != other.pixel(x, y)) box |= QRect(x, y, 1, 1);
+    }
+  }
+  return box;
+}
+
+TEST(Picture, AFittedDomainFillsItsCanvasAndALabelStandsInTheCorner) {
+  for (const auto& [rows, columns] : {std::pair{3, 4}, {9, 4}, {2, 7}}) {
+    PictureOptions options;
+    options.kind = PictureKind::kModel;
+    options.fitDomain = true;
+    const auto render = [&](Integer state) {
+      return RenderPicture(test::Plate(rows, columns, 100, state), options);
+    };
+    const QImage full = render(kCellDesign), other = render(kCellNonDesign);
+    const int height = full.height(), width = LayOutPicture(full.width(), height).canvasWidth;
+    const QRect plate = Difference(full, other, width);
+    options.label = "X";
+    const QRect label = Difference(full, render(kCellDesign), width);
+    EXPECT_NEAR(width / 1.15, plate.width(), 3);
+    EXPECT_NEAR(height / 1.15, plate.height(), 3);
+    EXPECT_NEAR(label.left(), 0.02 * width, 2);
+    EXPECT_LE(label.bottom(), 800 / 30);
+  }
 }
 
 }  // namespace

@@ -114,22 +114,6 @@ TEST(Course, LoadAndTargetTimesTheSameGiveTheSameLayouts) {
   EXPECT_EQ(one.tip, 4 * stiff.tip);  // the modulus changes displacements only
 }
 
-TEST(Course, AMirroredModelGivesTheMirroredLayout) {
-  const Model model = Loaded();
-  Model mirrored = model;
-  const int rows = model.CellRowCount, columns = model.CellColumnCount;
-  for (const int i : {1, rows / 2 + 1, rows + 1}) {
-    const int from = test::Node(model, i, columns + 1);
-    const int to = test::Node(model, rows + 2 - i, columns + 1);
-    mirrored.NodeLoad(to, 1) = model.NodeLoad(from, 1);
-    mirrored.NodeLoad(to, 2) = -model.NodeLoad(from, 2);
-  }
-  const Layout layout = WayOf(model).layouts.back(), image = WayOf(mirrored).layouts.back();
-  for (int i = 1; i <= rows; ++i) {
-    for (int j = 1; j <= columns; ++j) EXPECT_EQ(layout(i, j), image(rows + 1 - i, j)) << i << j;
-  }
-}
-
 /// Counts notifications; can make a step fail.
 struct Witness : CourseListener {
   void Analysed(const Course&) override { ++analyses; }

@@ -39,25 +39,6 @@ LoadCases Cases(const std::vector<Model>& models) {
   return cases;
 }
 
-TEST(LoadCases, OneCaseGivenTwiceGivesTheCourseOfOne) {
-  Model one = Held(1, 300, -1000), two = one;
-  Course plain(one), twice(two);
-  LoadCases same = Cases({one, one});
-  twice.SetLoadCases(same);
-  plain.Analyse(), twice.Analyse();
-  for (int step = 0; step < 40; ++step) {
-    plain.Step(), twice.Step();
-    ASSERT_TRUE(Same(one.CellStress, two.CellStress)) << step;
-    ASSERT_EQ(ModelFileText(one), ModelFileText(two)) << step;
-    ASSERT_EQ(one.AvgStress, two.AvgStress) << step;
-    ASSERT_EQ(one.MinStress, two.MinStress) << step;
-    ASSERT_EQ(one.MaxStress, two.MaxStress) << step;
-  }
-  EXPECT_EQ(plain.Figures().lastSolve.iterations, twice.Figures().lastSolve.iterations);
-  EXPECT_LT(one.Volume, 0.9 * plain.Figures().startVolume) << "the course does remove material";
-  EXPECT_EQ(twice.Compliance(), plain.Compliance() + plain.Compliance() + plain.Compliance());
-}
-
 /// The results of single analyses of the cases on the layout of `model`; `solve` is the worst.
 struct Envelope {
   Array2<Double> stress{"stress"};

@@ -27,6 +27,13 @@ int Node(const Model& model, int row, int column) {
   return (row - 1) * (model.CellColumnCount + 1) + column;
 }
 
+void SetCells(Model& model, int row1, int column1, int row2, int column2, Integer state) {
+  for (int i = row1; i <= row2; ++i) {
+    for (int j = column1; j <= column2; ++j) model.CellState(i, j) = state;
+  }
+  MarkActiveNodes(model);
+}
+
 Model Cantilever(int rows, int columns, double force) {
   Model model = Plate(rows, columns);
   for (int i = 1; i <= rows + 1; ++i) {

@@ -15,6 +15,9 @@ Model Plate(int rows, int columns, Single elementSize = 100, Integer state = kCe
 /// Number of the node in grid row and column, both from 1 at the lower left.
 int Node(const Model& model, int row, int column);
 
+/// Gives the cells of a rectangle a state and marks the active nodes anew.
+void SetCells(Model& model, int row1, int column1, int row2, int column2, Integer state);
+
 /// Plate held at its left edge with a downward force (N) at the middle of its right edge.
 Model Cantilever(int rows, int columns, double force = 1000);
 

@@ -3,7 +3,6 @@
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QTreeWidget>
-#include <set>
 
 #include "ui/file_name.h"
 #include "ui/window.h"
@@ -44,44 +43,29 @@ TEST_F(Window, LeavingADialogStoresNothing) {
   EXPECT_EQ(model().DisplayMode, Model{}.DisplayMode);
 }
 
-TEST_F(Window, OptionsSetTheEditMode) {
-  const struct {
-    const char *menu, *option;
-    Integer mode;
-  } rows[] = {{"mnuShape", "optDesignDomain", kModeDomain},
-              {"mnuShape", "optAddElements", kModeDesign},
-              {"mnuShape", "optRemoveElements", kModeRemove},
-              {"mnuShape", "optAddNonDesignElements", kModeNonDesign},
-              {"mnuShape", "optDeleteDesignDomain", kModeCutOut},
-              {"mnuShape", "optDoNot", kModeNothing},
-              {"mnuFreedom", "optFixX", kModeFixX},
-              {"mnuFreedom", "optFixY", kModeFixY},
-              {"mnuFreedom", "optFixXY", kModeFixXY},
-              {"mnuFreedom", "optFree", kModeFree},
-              {"mnuAppliedLoad", "optLoadOn", kModeLoad},
-              {"mnuAppliedLoad", "optLoadOff", kModeNothing},
-              {"mnuValueIndicator", "optDisplacementValue", kModeDisplacement},
-              {"mnuValueIndicator", "optStressValue", kModeStress},
-              {"mnuValueIndicator", "optNeuronValue", kModePotential},
-              {"mnuValueIndicator", "optLoadValue", kModeLoadValue},
-              {"mnuValueIndicator", "optDoNot", kModeOrigin}};
-  const std::set<Integer> needDomain = {kModeDesign, kModeRemove, kModeNonDesign,
-                                        kModeCutOut, kModeFixX,   kModeFixY,
-                                        kModeFixXY,  kModeFree,   kModeLoad};
-  for (const auto& [menu, option, mode] : rows) {
-    for (const bool defined : {false, true}) {
-      SCOPED_TRACE(option);
-      model().DomainDefined = defined ? kTrue : 0;
+TEST_F(Window, OptionsThatEditADomainNeedOne) {
+  const std::pair<const char*, Texts> needDomain[] = {
+      {"mnuShape",
+       {"optAddElements", "optRemoveElements", "optAddNonDesignElements", "optDeleteDesignDomain"}},
+      {"mnuFreedom", {"optFixX", "optFixY", "optFixXY", "optFree"}},
+      {"mnuAppliedLoad", {"optLoadOn"}}};
+  for (const auto& [menu, options] : needDomain) {
+    for (const std::string& option : options) {
       model().EditMode = kModeOrigin;
-      EXPECT_TRUE(ChooseIn(menu, option));
-      const bool refused = !defined && needDomain.contains(mode);
-      const int before = menu == std::string("mnuShape") ? kModeOrigin : kModeNothing;
-      EXPECT_EQ(model().EditMode, refused ? before : mode);
-      EXPECT_EQ(robot.Boxes(), Texts(refused, "警告: \r\n設計領域をはじめに入力してください。"));
+      EXPECT_TRUE(ChooseIn(menu, option.c_str()));
+      EXPECT_EQ(model().EditMode, menu == std::string("mnuShape") ? kModeOrigin : kModeNothing);
+      EXPECT_EQ(robot.Boxes(), Texts{"警告: \r\n設計領域をはじめに入力してください。"}) << option;
     }
   }
+  for (const char* option :
+       {"optDisplacementValue", "optStressValue", "optNeuronValue", "optLoadValue", "optDoNot"}) {
+    EXPECT_TRUE(ChooseIn("mnuValueIndicator", option));
+  }
+  EXPECT_EQ(model().EditMode, kModeLoadValue) << "Nothing keeps the mode";
+  EXPECT_TRUE(robot.Boxes().empty());
   EXPECT_TRUE(Fill("mnuShape", {}));
   EXPECT_EQ(model().EditMode, kModeNothing) << "what stands chosen at first";
+  model().DomainDefined = kTrue;
   EXPECT_TRUE(In("mnuAppliedLoad", [](QDialog& dialog) {
     QTest::keyClick(dialog.findChild<QLineEdit*>("txtLoadY"), Qt::Key_5);
     Click(dialog, "cmdOK");
