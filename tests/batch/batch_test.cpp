@@ -218,12 +218,8 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsProbablyUnintended) {
          for (const int node : {5, 9}) m.NodeFreedom(node, 1) = m.NodeFreedom(node, 2) = 0;
        },
        50, "node 8: the load is not connected to adequate supports"},
-      {"idle",
-       [](Model& m) {
-         m.NodeLoad(8, 2) = 0;
-         m.NodeLoad(1, 2) = 5;
-       },
-       43, "no load moves the plate"},
+      {"idle", [](Model& m) { m.NodeLoad(8, 2) = 0, m.NodeLoad(1, 2) = 5; }, 43,
+       "no load moves the plate"},
       {"unloaded", [](Model& m) { std::ranges::fill(m.NodeLoad.Raw(), 0); }, 43,
        "no node has a load"},
       {"absent", [](Model& m) { m.CellState(1, 3) = m.CellState(2, 3) = 0; }, 50,

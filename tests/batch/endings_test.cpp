@@ -24,34 +24,29 @@ class Ending : public Batch {
 TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
   const std::string command =
       "'" QUILLANE_BATCH "' plate.model --quiet --steps 32767 --save e.model ";
-  const struct {
-    const char* what;
-    std::string command;
-    const char* words;
-  } cases[] = {
-      {"a full file", "(ulimit -f 24; " + command + "--nodes n.csv --history h.tmp)",
+  const std::pair<std::string, const char*> kCases[] = {
+      {"(ulimit -f 24; " + command + "--nodes n.csv --history h.tmp)",
        "the history h.tmp cannot be written: File too large"},
-      {"a folder that has gone",
-       "(" + command +
+      {"(" + command +
            "--nodes n.csv --frames f --size 40x30 & "
            "while [ ! -e f/frame-00002.png ] && kill -0 $!; do sleep 0.01; done; mv f g; wait $!)",
        "f/frame-0"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [full, words] : kCases) {
     for (const char* name : {"e.model", "n.csv"}) fs::remove(folder_ / name);
-    EXPECT_EQ(Shell(c.command), 2) << c.what << err_;
-    EXPECT_TRUE(Contains(err_, c.words)) << err_;
-    const std::string words = "(the files hold the layout after step ";
-    const std::size_t at = err_.find(words);
+    EXPECT_EQ(Shell(full), 2) << full << err_;
+    EXPECT_TRUE(Contains(err_, words)) << err_;
+    const std::string after = "(the files hold the layout after step ";
+    const std::size_t at = err_.find(after);
     ASSERT_NE(at, std::string::npos) << err_;
-    const int step = std::stoi(err_.substr(at + words.size()));
+    const int step = std::stoi(err_.substr(at + after.size()));
     EXPECT_GE(step, 2);
     const std::string nodes = Text("n.csv");
     const std::string model = Text("e.model");
     ASSERT_EQ(
         Run("plate.model --quiet --save e.model --nodes n.csv --steps " + std::to_string(step)), 0);
-    EXPECT_EQ(Text("e.model"), model) << c.what;
-    EXPECT_EQ(Text("n.csv"), nodes) << c.what;
+    EXPECT_EQ(Text("e.model"), model) << full;
+    EXPECT_EQ(Text("n.csv"), nodes) << full;
     EXPECT_FALSE(Exists("quillane1.part"));
   }
 }
@@ -61,22 +56,19 @@ TEST_F(Ending, ARequestEndsEveryWait) {
   ASSERT_EQ(pipe(pipes), 0);
   fcntl(pipes[1], F_SETFD, FD_CLOEXEC);
   ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
-  const struct {
-    const char* what;
-    std::vector<std::string> arguments;
-  } cases[] = {
+  const std::pair<const char*, std::vector<std::string>> kCases[] = {
       {"standard input", {"-", "--quiet"}},
       {"a model from nobody", {"p", "--quiet"}},
       {"a table for nobody", {"plate.model", "--quiet", "--course", "p"}},
       {"a model for nobody", {"plate.model", "--quiet", "--save", "p", "--cells", "c.csv"}},
   };
-  for (const auto& c : cases) {
-    const pid_t child = Start(c.arguments, pipes[0]);
-    ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); })) << c.what;
+  for (const auto& [what, arguments] : kCases) {
+    const pid_t child = Start(arguments, pipes[0]);
+    ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); })) << what;
     usleep(100000);
     kill(child, SIGTERM);
-    EXPECT_EQ(StatusOf(child), 128 + SIGTERM) << c.what;
-    EXPECT_TRUE(Contains(Text("started.txt"), "interrupted")) << c.what;
+    EXPECT_EQ(StatusOf(child), 128 + SIGTERM) << what;
+    EXPECT_TRUE(Contains(Text("started.txt"), "interrupted")) << what;
   }
   EXPECT_TRUE(Exists("c.csv")) << "the other outputs are written";
   close(pipes[0]);

@@ -64,19 +64,8 @@ class RecordingArea : public DrawingArea {
   }
 
   /// The text that starts at y; the colour of the filled box whose lower edge is at y.
-  std::string TextAt(double y) const {
-    std::string texts;
-    for (const DrawCall& call : calls) {
-      if (call.shape == Shape::kText && call.y1 == y) texts += call.text;
-    }
-    return texts;
-  }
-  Color FillAt(double y) const {
-    for (const DrawCall& call : calls) {
-      if (call.shape == Shape::kFill && call.y1 == y) return call.color;
-    }
-    return {};
-  }
+  std::string TextAt(double y) const { return At(Shape::kText, y).text; }
+  Color FillAt(double y) const { return At(Shape::kFill, y).color; }
 
   /// Returns the colours in the order of their first use, of filled boxes only or of everything.
   std::vector<Color> Colors(bool filledOnly) const {
@@ -91,6 +80,12 @@ class RecordingArea : public DrawingArea {
   std::vector<DrawCall> calls;
 
  private:
+  DrawCall At(Shape shape, double y) const {
+    const auto isThere = [&](const DrawCall& call) { return call.shape == shape && call.y1 == y; };
+    const auto found = std::ranges::find_if(calls, isThere);
+    return found == calls.end() ? DrawCall{} : *found;
+  }
+
   void Add(Shape shape, double a, double b, double c, double d, std::string_view text = {}) {
     calls.push_back({shape, a, b, c, d, color_, width_, std::string(text)});
   }
@@ -277,21 +272,6 @@ TEST(ResultMaps, ARangeOfItsOwnHoldsWhateverTheValues) {
     EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(kTable, level)), 1) << level;
   }
   EXPECT_EQ(map.canvas.Count(Shape::kLine, kRed) + map.canvas.Count(Shape::kLine, kCyan), 0);
-}
-
-TEST(View, FramesTheDomainWhereverItLies) {
-  for (const auto& [rows, columns] : {std::pair{2, 10}, std::pair{10, 2}}) {
-    Model model = test::Plate(rows, columns);
-    model.DomainX1 += 5000, model.DomainX2 += 5000, model.DomainY1 -= 900, model.DomainY2 -= 900;
-    FrameDomain(model, 800, 600);
-    FitView(model, 800, 600);
-    const UserScale scale = CanvasScale(model);
-    const double across = scale.right - scale.left, up = scale.top - scale.bottom;
-    EXPECT_NEAR(across / up, 800.0 / 600, 1e-4);
-    EXPECT_NEAR(std::max(columns * 100 / across, rows * 100 / up), 1 / 1.15, 1e-4);
-    EXPECT_NEAR(scale.left + scale.right, 10000 + columns * 100, 1);
-    EXPECT_NEAR(scale.bottom + scale.top, -1800 + rows * 100, 1);
-  }
 }
 
 TEST(ResultMaps, ColoursLieOverTheGridAndUnderTheSymbols) {

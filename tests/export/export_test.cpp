@@ -3,12 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstring>
-#include <map>
-#include <random>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>

@@ -129,10 +129,7 @@ TEST(Failures, EachStopsAtItsStatementAndNamesItsCause) {
       {"step size", kNoLoad, [](Model& m) { LoadTip(m, 0); }},
       {"step size", kUnsolvable, [](Model& m) { LoadTip(m, 1e-200); }},  // its square is zero
       {"step size", kIdleLoads,
-       [](Model& m) {
-         LoadTip(m, 0);
-         m.NodeLoad(1, 2) = 5;  // at the wall
-       }},
+       [](Model& m) { LoadTip(m, 0), m.NodeLoad(1, 2) = 5; }},  // at the wall
       {"step size", kNoMaterial,
        [](Model& m) { std::ranges::fill(m.CellState.Raw(), kCellEmpty); }},
       {"step size", kAllHeld, [](Model& m) { std::ranges::fill(m.NodeFreedom.Raw(), kTrue); }},
@@ -140,7 +137,7 @@ TEST(Failures, EachStopsAtItsStatementAndNamesItsCause) {
       {"", kNotHeld,
        [](Model& m) {
          m.CellState(1, 1) = kCellEmpty;
-         for (int i = 2; i <= 4; ++i) m.CellState(i, 3) = kCellEmpty;
+         test::SetCells(m, 2, 3, 4, 3, kCellEmpty);
          for (int k = 1; k <= m.NodeCount; ++k) m.NodeFreedom(k, 2) = 0;
          LoadTip(m, 1e200);
        }},

@@ -175,22 +175,28 @@ QRect Difference(const QImage& one, const QImage& other, int width) {
   return box;
 }
 
-TEST(Picture, AFittedDomainFillsItsCanvasAndALabelStandsInTheCorner) {
+TEST(Picture, AFittedDomainFillsItsCanvasWhereverItLiesAndALabelStandsInTheCorner) {
   for (const auto& [rows, columns] : {std::pair{3, 4}, {9, 4}, {2, 7}}) {
     PictureOptions options;
     options.kind = PictureKind::kModel;
     options.fitDomain = true;
     const auto render = [&](Integer state) {
-      return RenderPicture(test::Plate(rows, columns, 100, state), options);
+      Model model = test::Plate(rows, columns, 100, state);
+      model.DomainX1 += 5000, model.DomainX2 += 5000, model.DomainY1 -= 900, model.DomainY2 -= 900;
+      for (int n = 1; n <= model.NodeCount; ++n)
+        model.NodeXY(n, 1) += 5000, model.NodeXY(n, 2) -= 900;
+      return RenderPicture(model, options);
     };
-    const QImage full = render(kCellDesign), other = render(kCellNonDesign);
+    const QImage full = render(kCellDesign);
     const int height = full.height(), width = LayOutPicture(full.width(), height).canvasWidth;
-    const QRect plate = Difference(full, other, width);
-    options.label = "X";
-    const QRect label = Difference(full, render(kCellDesign), width);
+    const QRect plate = Difference(full, render(kCellNonDesign), width);
     EXPECT_NEAR(width / 1.15, plate.width(), 3);
     EXPECT_NEAR(height / 1.15, plate.height(), 3);
-    EXPECT_NEAR(label.left(), 0.02 * width, 2);
+    EXPECT_NEAR(plate.center().x(), width / 2, 2);
+    EXPECT_NEAR(plate.center().y(), height / 2, 2);
+    options.label = "X";
+    const QRect label = Difference(full, render(kCellDesign), width);
+    EXPECT_NEAR(label.left(), 0.02 * width, 3);
     EXPECT_LE(label.bottom(), 800 / 30);
   }
 }

@@ -23,7 +23,7 @@ Model Held(int row, double fx, double fy) {
   std::ranges::fill(model.NodeLoad.Raw(), 0);
   model.NodeLoad(test::Node(model, row, 25), 1) = fx;
   model.NodeLoad(test::Node(model, row, 25), 2) = fy;
-  for (int i = 1; i <= 12; ++i) model.CellState(i, 24) = kCellNonDesign;
+  test::SetCells(model, 1, 24, 12, 24, kCellNonDesign);
   model.StressTarget = 2.5F, model.Lambda = 0.2F, model.Epsilon = 3;
   return model;
 }
@@ -117,9 +117,7 @@ TEST(LoadCases, ALoadIsLostWhereItIsLostInOneCase) {
   LoadCases cases = Cases({lower}), three = Cases({lower, loose, lower});
   EXPECT_TRUE(cases.Connected(model));
   EXPECT_FALSE(Cases({lower, loose}).Connected(model)) << "the supports are a case's own";
-  for (int j = 1; j <= 24; ++j) {
-    if (j > 20) model.CellState(1, j) = kCellEmpty;
-  }
+  for (int j = 21; j <= 24; ++j) model.CellState(1, j) = kCellEmpty;
   const std::vector<std::vector<int>> lost = {{}, {25}};
   EXPECT_EQ(cases.LostLoads(model), lost) << "no material under the load of the second";
   EXPECT_FALSE(cases.Connected(model)) << "the layout is the model's, analysed or not";
@@ -158,8 +156,7 @@ TEST(LoadCases, AnotherGridOrMaterialIsNoCaseAndTheDifferenceIsTold) {
       {"the thickness is 2 mm, not 1", [](Model& m) { m.Thickness = 2; }},
       {"the mesh has 325 nodes and 2 elements, not 325 nodes and 288",
        [](Model& m) {
-         m.ElementCount = 2;
-         m.ElementNodes.ReDim({0, 2}, {1, 4});
+         m.ElementCount = 2, m.ElementNodes.ReDim({0, 2}, {1, 4});
        }},
       {"node 3 lies at (200, 0.5) mm, not (200, 0)", [](Model& m) { m.NodeXY(3, 2) = 0.5; }},
       {"element 2 has node 1, not 2", [](Model& m) { m.ElementNodes(2, 1) = 1; }},

@@ -15,6 +15,12 @@ TEST_F(Window, LeavingADialogStoresNothing) {
   model().LoadFx = 3;
   const std::string before = Text();
   const auto leave = [](QDialog& dialog, bool byButton) {
+    QRegion taken;
+    for (auto* control : dialog.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      if (control->inherits("QSizeGrip")) continue;
+      EXPECT_FALSE(taken.intersects(control->geometry())) << "a control over another";
+      taken += control->geometry();
+    }
     for (auto* box : dialog.findChildren<QLineEdit*>()) box->setText("77");
     for (auto* option : dialog.findChildren<QRadioButton*>()) option->setChecked(true);
     if (byButton) {

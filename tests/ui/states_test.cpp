@@ -37,34 +37,56 @@ class States : public Window {
   QImage bareLegend;
 };
 
-TEST_F(States, AHalfMadeEditLeavesTheModelAndGoesWithItsMode) {
-  Show(Slimming());
+TEST_F(States, AHalfMadeEditLeavesTheModelAndBringsBackWhatWasShown) {
+  const std::function<void()> shows[] = {[this] { main->View().ShowMap(kShowStress); },
+                                         [this] { main->View().ShowMap(kShowPotential); },
+                                         [this] { Menu("mnuClear"); },
+                                         [this] { main->View().ShowModel(); }};
+  std::vector<std::function<void()>> drops = {[this] {
+    const Integer mode = model().EditMode;
+    main->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
+    QTest::keyClick(main.get(), Qt::Key_Escape);
+    EXPECT_EQ(model().EditMode, mode) << "Escape keeps the mode";
+  }};
+  for (const char* menu : {"mnuMaterial", "mnuFreedom", "mnuAppliedLoad", "mnuWidth",
+                           "mnuDrivingParameter", "mnuMoveOrigin"}) {
+    drops.push_back([this, menu] { Menu(menu); });
+  }
   const std::string before = Text();
-  const QImage plain = Picture();
-  ChooseIn("mnuShape", "optDesignDomain");
-  for (const Single y : {50.0F, 950.0F}) PressAt(50, y);  // no column between them
-  EXPECT_EQ(Picture(), plain) << "the mark of a refused domain goes with it";
-  EXPECT_EQ(Text(), before);
-  EXPECT_EQ(robot.Boxes().size(), 1U);
   for (const char* option : {"optDesignDomain", "optAddElements"}) {
-    for (const std::string& ender :
-         Texts{"mnuMaterial", "mnuFreedom", "mnuAppliedLoad", "mnuWidth", "mnuDrivingParameter",
-               "mnuMoveOrigin", "mnuStressAnalysis"}) {
-      SCOPED_TRACE(std::string(option) + ", " + ender);
-      Show(Slimming());
-      ChooseIn("mnuShape", option);
-      Press(350, 350);
-      const QImage marked = Picture();
-      EXPECT_NE(marked, plain);
-      main->resize(main->size() + QSize(60, 40));
-      main->resize(main->size() - QSize(60, 40));
-      QCoreApplication::processEvents();
-      EXPECT_EQ(Picture(), marked) << "the mark is part of every redraw";
-      Menu(ender.c_str());
-      EXPECT_EQ(Picture() == plain, ender != "mnuStressAnalysis");
-      PressAt(50, 50);
-      EXPECT_EQ(Text(), before);
+    for (std::size_t show = 0; show < std::size(shows); ++show) {
+      shows[show]();
+      const QImage shown = Picture(), legend = Legend();
+      const auto expectAsBefore = [&] {
+        EXPECT_EQ(Picture(), shown);
+        EXPECT_EQ(Legend(), legend);
+        EXPECT_FALSE(HoldsCorner(model(), main->Edits()));
+        EXPECT_EQ(Text(), before);
+      };
+      for (std::size_t drop = 0; drop < drops.size(); ++drop) {
+        SCOPED_TRACE(testing::Message() << option << ", " << show << ", " << drop);
+        ChooseIn("mnuShape", option);
+        Press(350, 350);
+        EXPECT_NE(Picture(), shown);
+        drops[drop]();
+        expectAsBefore();
+      }
+      ChooseIn("mnuShape", "optDesignDomain");
+      for (const Single y : {50.0F, 950.0F}) PressAt(50, y);  // no column between them
+      EXPECT_EQ(robot.Boxes().size(), 1U);
+      expectAsBefore();
     }
+    ChooseIn("mnuShape", option);
+    Press(350, 350);
+    const QImage marked = Picture();
+    main->resize(main->size() + QSize(60, 40));
+    main->resize(main->size() - QSize(60, 40));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Picture(), marked) << "the mark is part of every redraw";
+    Menu("mnuStressAnalysis");
+    Press(50, 50);
+    EXPECT_EQ(Text(), before);
   }
   ChooseIn("mnuShape", "optDesignDomain");
   Press(350, 350);
@@ -72,34 +94,6 @@ TEST_F(States, AHalfMadeEditLeavesTheModelAndGoesWithItsMode) {
   Press(50, 50);
   EXPECT_EQ(model().ClickCount, 1) << "the mode stays, the corner went";
   EXPECT_EQ(Text(), ModelFileText(Cantilever(3, 5)));
-}
-
-TEST_F(States, ADroppedCornerBringsBackWhatWasShown) {
-  const std::function<void()> shows[] = {[this] { main->View().ShowMap(kShowStress); },
-                                         [this] { main->View().ShowMap(kShowPotential); },
-                                         [this] { Menu("mnuClear"); },
-                                         [this] { main->View().ShowModel(); }};
-  const auto escape = [this] {
-    main->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
-    QTest::keyClick(main.get(), Qt::Key_Escape);
-  };
-  const auto pressNoColumn = [this] { PressAt(50, 950); };
-  const std::function<void()> drops[] = {[this] { Menu("mnuFreedom"); }, pressNoColumn, escape};
-  for (const auto& show : shows) {
-    show();
-    const QImage shown = Picture(), legend = Legend();
-    for (const auto& drop : drops) {
-      ChooseIn("mnuShape", "optDesignDomain");
-      PressAt(50, 50);
-      EXPECT_NE(Picture(), shown);
-      drop();
-      EXPECT_EQ(Picture(), shown);
-      EXPECT_EQ(Legend(), legend);
-      EXPECT_FALSE(HoldsCorner(model(), main->Edits()));
-    }
-  }
-  EXPECT_EQ(model().EditMode, kModeDomain) << "Escape keeps the mode";
 }
 
 TEST_F(States, AFailedAnalysisClosesTheWayToSteps) {
