@@ -173,9 +173,7 @@ class ModelCheck {
   }
 
   std::string ElementFault(int element, const std::array<int, 4>& due) const {
-    std::array<int, 4> nodes{};
-    for (int k = 1; k <= 4; ++k)
-      nodes[static_cast<std::size_t>(k - 1)] = model_.ElementNodes(element, k);
+    const std::array<int, 4> nodes = NodesOfElement(model_, element);
     if (nodes == due) return "";
     for (const int node : nodes) {
       if (node < 1 || node > model_.NodeCount) return kNoSuchNode;

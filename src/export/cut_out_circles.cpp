@@ -1,13 +1,14 @@
 #include "export/cut_out_circles.h"
 
 #include <algorithm>
-#include <array>
 #include <cfloat>
 #include <climits>
 #include <cmath>
 #include <map>
 #include <numbers>
 #include <optional>
+
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -34,67 +35,33 @@ struct Edge {
 
 /// Cut-out cells connected by edges.
 struct Region {
-  std::vector<std::pair<int, int>> cells;             ///< row, column
+  std::vector<CellIndex> cells;
   std::vector<Edge> edges;                            ///< towards other cells of the domain
-  int low[2] = {INT_MAX, INT_MAX}, high[2] = {0, 0};  ///< least and largest row, column
+  CellIndex low = {INT_MAX, INT_MAX}, high = {0, 0};  ///< least and largest row and column
 };
 
-class Regions {
- public:
-  explicit Regions(const Model& model)
-      : model_(model),
-        visited_(static_cast<std::size_t>(model.CellRowCount) *
-                 static_cast<std::size_t>(model.CellColumnCount)) {}
-
-  /// Calls found(region) for every region.
-  template <class Found>
-  void ForEach(const Found& found) {
-    for (int i = 1; i <= model_.CellRowCount; ++i) {
-      for (int j = 1; j <= model_.CellColumnCount; ++j) {
-        if (IsCutOut(i, j) && !Visited(i, j)) found(From(i, j));
-      }
+std::vector<Region> FindRegions(const Model& model) {
+  const auto isCutOut = [&model](int i, int j) { return model.CellState(i, j) == kCellCutOut; };
+  std::vector<Region> regions;
+  for (std::vector<CellIndex>& cells : ConnectedCells(model, isCutOut)) {
+    Region& region = regions.emplace_back();
+    const auto look = [&](int row, int column, int from, int to) {
+      if (!IsCell(model, row, column) || isCutOut(row, column)) return;
+      region.edges.push_back({from, to, HasMaterial(model, row, column)});
+    };
+    for (const auto& [i, j] : cells) {
+      region.low = {std::min(region.low.row, i), std::min(region.low.column, j)};
+      region.high = {std::max(region.high.row, i), std::max(region.high.column, j)};
+      const auto [lowerLeft, lowerRight, upperRight, upperLeft] = NodesOfCell(model, i, j);
+      look(i + 1, j, upperLeft, upperRight);
+      look(i, j + 1, upperRight, lowerRight);
+      look(i - 1, j, lowerRight, lowerLeft);
+      look(i, j - 1, lowerLeft, upperLeft);
     }
+    region.cells = std::move(cells);
   }
-
- private:
-  bool IsCutOut(int i, int j) const { return model_.CellState(i, j) == kCellCutOut; }
-  char& Visited(int i, int j) {
-    return visited_[static_cast<std::size_t>((i - 1) * model_.CellColumnCount + j - 1)];
-  }
-
-  Region From(int row, int column) {
-    Region region;
-    region.cells = {{row, column}};
-    Visited(row, column) = 1;
-    for (std::size_t k = 0; k < region.cells.size(); ++k) {
-      const auto [i, j] = region.cells[k];
-      region.low[0] = std::min(region.low[0], i), region.high[0] = std::max(region.high[0], i);
-      region.low[1] = std::min(region.low[1], j), region.high[1] = std::max(region.high[1], j);
-      const int n = (i - 1) * (model_.CellColumnCount + 1) + j;  // the lower left corner
-      const int above = n + model_.CellColumnCount + 1;
-      Look(region, i + 1, j, {above, above + 1});
-      Look(region, i, j + 1, {above + 1, n + 1});
-      Look(region, i - 1, j, {n + 1, n});
-      Look(region, i, j - 1, {n, above});
-    }
-    return region;
-  }
-
-  /// Looks at the cell beyond an edge of the region.
-  void Look(Region& region, int i, int j, Edge edge) {
-    if (i < 1 || i > model_.CellRowCount || j < 1 || j > model_.CellColumnCount) return;
-    if (!IsCutOut(i, j)) {
-      edge.hasMaterial = HasMaterial(model_, i, j);
-      region.edges.push_back(edge);
-    } else if (!Visited(i, j)) {
-      Visited(i, j) = 1;
-      region.cells.emplace_back(i, j);
-    }
-  }
-
-  const Model& model_;
-  std::vector<char> visited_;
-};
+  return regions;
+}
 
 class Fit {
  public:
@@ -120,22 +87,22 @@ class Fit {
 
   /// How many sides of the domain the region touches.
   int SidesOfDomain(const Region& region) const {
-    return (region.low[0] == 1 ? 1 : 0) + (region.low[1] == 1 ? 1 : 0) +
-           (region.high[0] == model_.CellRowCount ? 1 : 0) +
-           (region.high[1] == model_.CellColumnCount ? 1 : 0);
+    return (region.low.row == 1 ? 1 : 0) + (region.low.column == 1 ? 1 : 0) +
+           (region.high.row == model_.CellRowCount ? 1 : 0) +
+           (region.high.column == model_.CellColumnCount ? 1 : 0);
   }
 
   static bool IsMeantAsRectangle(const Region& region, int sides) {
-    const int rows = region.high[0] - region.low[0] + 1;
-    const int columns = region.high[1] - region.low[1] + 1;
+    const int rows = region.high.row - region.low.row + 1;
+    const int columns = region.high.column - region.low.column + 1;
     if (static_cast<int>(region.cells.size()) != rows * columns) return false;
     return sides > 0 || rows != columns || rows > kWidestSquare;
   }
 
   /// The centre of a half disc at an edge, or a quarter disc at a corner, of the domain.
   FixedCentre CentreOnEdge(const Region& region) const {
-    const bool left = region.low[1] == 1, right = region.high[1] == model_.CellColumnCount;
-    const bool lower = region.low[0] == 1, upper = region.high[0] == model_.CellRowCount;
+    const bool left = region.low.column == 1, right = region.high.column == model_.CellColumnCount;
+    const bool lower = region.low.row == 1, upper = region.high.row == model_.CellRowCount;
     FixedCentre fixed;
     if (left != right) fixed.x = left ? Low().x : High().x;
     if (lower != upper) fixed.y = lower ? Low().y : High().y;
@@ -188,11 +155,10 @@ class Fit {
 
   /// Where a corner lies on the circle: on the ray from the centre, or on the edge of the domain.
   std::optional<Point> Place(int corner) const {
-    const int i = (corner - 1) / (model_.CellColumnCount + 1);
-    const int j = (corner - 1) % (model_.CellColumnCount + 1);
-    const Point home = At(corner), away = home - circle_.centre;
-    const bool onSide = j == 0 || j == model_.CellColumnCount;
-    if (!onSide && i != 0 && i != model_.CellRowCount) {
+    const auto [row, column] = CornerOfNode(model_, corner);
+    const Point away = At(corner) - circle_.centre;
+    const bool onSide = column == 1 || column > model_.CellColumnCount;
+    if (!onSide && row != 1 && row <= model_.CellRowCount) {
       return circle_.centre + circle_.radius / Length(away) * away;
     }
     const double across = onSide ? away.x : away.y, square = circle_.radius * circle_.radius;
@@ -233,9 +199,9 @@ class Fit {
 std::vector<CutOutCircle> FindCutOutCircles(const Shape& shape, const Model& model) {
   std::vector<CutOutCircle> circles;
   Fit fit(shape, model);
-  Regions(model).ForEach([&](const Region& region) {
+  for (const Region& region : FindRegions(model)) {
     if (std::optional<CutOutCircle> found = fit(region)) circles.push_back(*std::move(found));
-  });
+  }
   return circles;
 }
 

@@ -9,6 +9,7 @@
 #include "export/segment_grid.h"
 #include "export/smoothing.h"
 #include "export/triangles.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -60,8 +61,7 @@ class Rounding {
 
   /// Whether at least three sides of a cell are on the edge.
   static bool IsTip(const Model& model, const Cell& cell) {
-    const int stride = model.CellColumnCount + 1, first = std::ranges::min(cell);
-    const int i = (first - 1) / stride + 1, j = (first - 1) % stride + 1;
+    const auto [i, j] = CornerOfNode(model, std::ranges::min(cell));
     const auto present = [&model](int row, int column) {
       return HasMaterial(model, row, column) ? 1 : 0;
     };
@@ -142,10 +142,9 @@ std::vector<int> FaultyCircles(const Shape& shape) {
 }
 
 std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model) {
-  const int stride = model.CellColumnCount + 1;
   std::vector<std::array<int, 4>> thin;
   for (const auto& [a, b, c, d] : shape.cells) {
-    const int i = (a - 1) / stride + 1, j = (a - 1) % stride + 1;
+    const auto [i, j] = CornerOfNode(model, a);
     if (!HasMaterial(model, i - 1, j) && !HasMaterial(model, i + 1, j))
       thin.push_back({a, b, c, d});
     if (!HasMaterial(model, i, j - 1) && !HasMaterial(model, i, j + 1))

@@ -53,10 +53,8 @@ std::vector<std::array<int, 4>> PresentCells(const Model& model) {
   std::vector<std::array<int, 4>> cells;
   ForEachPresentCell(model, [&](int i, int j, int e) {
     cells.push_back(NodesOfCell(model, i, j));
-    for (int k = 1; k <= 4; ++k) {
-      if (model.ElementNodes(e, k) != cells.back()[static_cast<std::size_t>(k - 1)]) {
-        ThrowNoGrid("element " + std::to_string(e) + " has other nodes than its cell");
-      }
+    if (NodesOfElement(model, e) != cells.back()) {
+      ThrowNoGrid("element " + std::to_string(e) + " has other nodes than its cell");
     }
   });
   if (cells.empty()) throw FileWriteError("the plate has no material");

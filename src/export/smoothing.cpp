@@ -7,6 +7,7 @@
 
 #include "export/cut_out_circles.h"
 #include "export/rounding.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -25,18 +26,17 @@ constexpr double kLeastMovement = 0.001;
 
 /// Returns for each corner whether it has to stay.
 std::vector<char> HeldCorners(const Shape& shape, const Model& model, SmoothEdges edges) {
-  const int stride = model.CellColumnCount + 1;
   const auto designable = [&model, edges](int i, int j) {
-    if (i < 1 || i > model.CellRowCount || j < 1 || j > model.CellColumnCount) return false;
+    if (!IsCell(model, i, j)) return false;
     const Integer state = model.CellState(i, j);
     return edges == SmoothEdges::kAll || state == kCellDesign || state == kCellEmpty;
   };
   std::vector<char> held(shape.corners.size()), visited(shape.corners.size());
   for (const std::vector<int>& loop : shape.loops) {
     for (const int n : loop) {
-      const int i = (n - 1) / stride, j = (n - 1) % stride;  // of the cell to the lower left
-      const bool inside = designable(i, j) && designable(i, j + 1) && designable(i + 1, j) &&
-                          designable(i + 1, j + 1);
+      const auto [i, j] = CornerOfNode(model, n);
+      const bool inside = designable(i, j) && designable(i, j - 1) && designable(i - 1, j) &&
+                          designable(i - 1, j - 1);
       const bool used = IsHeld(model, n) || IsLoaded(model, n);
       const auto index = static_cast<std::size_t>(n);
       if (!inside || used || visited[index] != 0) held[index] = 1;

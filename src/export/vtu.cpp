@@ -11,6 +11,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "model/regular_grid.h"
+
 namespace quillane {
 namespace {
 
@@ -63,18 +65,13 @@ class VtkFile {
   QXmlStreamWriter xml_;
 };
 
-struct Cell {
-  int row, column;
-};
-
 /// The cells with material, their nodes, and the four corners of each cell as indices among these.
 struct Quads {
   explicit Quads(const Model& model) {
     std::unordered_map<int, int> indexOfNode;
     ForEachPresentCell(model, [&](int i, int j, int element) {
       cells.push_back({i, j});
-      for (int k = 1; k <= 4; ++k) {
-        const int n = model.ElementNodes(element, k);
+      for (const int n : NodesOfElement(model, element)) {
         const auto [known, fresh] = indexOfNode.try_emplace(n, static_cast<int>(nodes.size()));
         if (fresh) nodes.push_back(n);
         corners.push_back(known->second);
@@ -82,7 +79,7 @@ struct Quads {
     });
   }
 
-  std::vector<Cell> cells;
+  std::vector<CellIndex> cells;
   std::vector<int> nodes;
   std::vector<int> corners;
 };
@@ -106,19 +103,19 @@ void WriteCells(VtkFile& file, const Model& model, const Quads& quads) {
   constexpr int kQuad = 9;
   const auto& cells = quads.cells;
   file.Begin("CellData", {{"Scalars", "stress"}});
-  file.Array("row", "Int32", 1, cells, [](Cell c, int) { return c.row; });
-  file.Array("column", "Int32", 1, cells, [](Cell c, int) { return c.column; });
+  file.Array("row", "Int32", 1, cells, [](CellIndex c, int) { return c.row; });
+  file.Array("column", "Int32", 1, cells, [](CellIndex c, int) { return c.column; });
   file.Array("state", "Int32", 1, cells,
-             [&](Cell c, int) { return model.CellState(c.row, c.column); });
+             [&](CellIndex c, int) { return model.CellState(c.row, c.column); });
   file.Array("stress", "Float64", 1, cells,
-             [&](Cell c, int) { return model.CellStress(c.row, c.column); });
+             [&](CellIndex c, int) { return model.CellStress(c.row, c.column); });
   file.Array("potential", "Float64", 1, cells,
-             [&](Cell c, int) { return model.Potential(c.row, c.column); });
+             [&](CellIndex c, int) { return model.Potential(c.row, c.column); });
   file.End();
   file.Begin("Cells");
   file.Array("connectivity", "Int32", 1, quads.corners, [](int corner, int) { return corner; });
-  file.Array("offsets", "Int32", 1, cells, [end = 0](Cell, int) mutable { return end += 4; });
-  file.Array("types", "UInt8", 1, cells, [](Cell, int) { return kQuad; });
+  file.Array("offsets", "Int32", 1, cells, [end = 0](CellIndex, int) mutable { return end += 4; });
+  file.Array("types", "UInt8", 1, cells, [](CellIndex, int) { return kQuad; });
   file.End();
 }
 

@@ -79,23 +79,19 @@ SolveReport Solve(Model& model) try {
 /// product is not. The residual that the iteration updates drifts from this one if the plate can
 /// move freely.
 double TrueResidual(const Model& model) {
-  constexpr std::size_t kSize = 8;
-  std::array<std::array<double, kSize>, kSize> columns;
-  for (std::size_t a = 0; a < kSize; ++a) {
-    for (std::size_t b = 0; b < kSize; ++b) columns[b][a] = model.ElementStiffness[a + 1][b + 1];
-  }
   const auto loads = model.LoadVector.Raw();
   std::vector<double> residual(loads.begin(), loads.end());
   ForEachPresentCell(model, [&](int, int, int e) {
-    std::array<std::size_t, kSize> equation;
-    std::array<double, kSize> force{};
-    for (std::size_t b = 0; b < kSize; ++b) {
-      const int number = model.ElementDofs(e, static_cast<int>(b) + 1);
-      equation[b] = static_cast<std::size_t>(number);
-      const double displacement = number == 0 ? 0.0 : model.SolutionVector(number);
-      for (std::size_t a = 0; a < kSize; ++a) force[a] += columns[b][a] * displacement;
+    std::array<double, 9> force{};
+    for (int b = 1; b <= 8; ++b) {
+      const int equation = model.ElementDofs(e, b);
+      const double displacement = equation == 0 ? 0.0 : model.SolutionVector(equation);
+      for (std::size_t a = 1; a <= 8; ++a) force[a] += model.ElementStiffness[a][b] * displacement;
     }
-    for (std::size_t a = 0; a < kSize; ++a) residual[equation[a]] -= force[a];
+    for (int a = 1; a <= 8; ++a) {
+      residual[static_cast<std::size_t>(model.ElementDofs(e, a))] -=
+          force[static_cast<std::size_t>(a)];
+    }
   });
   double residualSquared = 0.0;
   double loadSquared = 0.0;

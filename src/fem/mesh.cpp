@@ -13,35 +13,22 @@ constexpr ErrorCause kTooLarge = ErrorCause::kGridTooLarge;
 /// Fills DofNumber and returns the number of equations.
 int NumberNodes(Model& model) {
   int count = 0;
-  const auto number = [&count](Integer freedom, Integer& equation) {
-    if (freedom != 0) return;
-    ++count;
-    if (count > kIntegerMax) ToInteger(count, "the number of equations", kTooLarge);
-    equation = static_cast<Integer>(count);
-  };
-  const auto freedomX = model.NodeFreedom.Column(1, model.NodeCount);
-  const auto freedomY = model.NodeFreedom.Column(2, model.NodeCount);
-  const auto numberX = model.DofNumber.Column(1, model.NodeCount);
-  const auto numberY = model.DofNumber.Column(2, model.NodeCount);
-  for (std::size_t n = 1; n < numberX.size(); ++n) {
-    if (model.NodeActive(static_cast<int>(n)) != 1) continue;
-    number(freedomX[n], numberX[n]);
-    number(freedomY[n], numberY[n]);
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    if (model.NodeActive(n) != 1) continue;
+    for (int d = 1; d <= 2; ++d) {
+      if (model.NodeFreedom(n, d) != 0) continue;
+      model.DofNumber(n, d) = ToInteger(++count, "the number of equations", kTooLarge);
+    }
   }
   return count;
 }
 
 /// Copies the nodes' equation numbers into ElementDofs.
 void NumberElements(Model& model) {
-  for (int k = 1; k <= 4; ++k) {
-    const auto nodes = model.ElementNodes.Column(k, model.ElementCount);
-    for (int d = 1; d <= 2; ++d) {
-      const auto numbers = model.DofNumber.Column(d, model.NodeCount);
-      const auto dofs = model.ElementDofs.Column(2 * k - 2 + d, model.ElementCount);
-      for (std::size_t e = 1; e < dofs.size(); ++e) {
-        const auto node = static_cast<std::size_t>(nodes[e]);  // a negative number becomes huge
-        dofs[e] = node < numbers.size() ? numbers[node] : model.DofNumber(nodes[e], d);
-      }
+  for (int e = 1; e <= model.ElementCount; ++e) {
+    int at = 0;
+    for (const int node : NodesOfElement(model, e)) {
+      for (int d = 1; d <= 2; ++d) model.ElementDofs(e, ++at) = model.DofNumber(node, d);
     }
   }
 }
@@ -82,19 +69,11 @@ void BuildMesh(Model& model, int rows, int columns) {
 
 void MarkActiveNodes(Model& model) {
   std::ranges::fill(model.NodeActive.Raw(), Integer{0});
-  for (int d = 1; d <= 2; ++d) {
-    std::ranges::fill(model.DofNumber.Column(d, model.NodeCount), Integer{0});
-  }
-  for (int k = 1; k <= 8; ++k) {
-    std::ranges::fill(model.ElementDofs.Column(k, model.ElementCount), Integer{0});
-  }
-  for (int j = 1; j <= model.CellColumnCount; ++j) {
-    for (int i = 1; i <= model.CellRowCount; ++i) {
-      if (model.CellState(i, j) <= 0) continue;
-      const int e = ElementOfCell(model, i, j);
-      for (int k = 1; k <= 4; ++k) model.NodeActive(model.ElementNodes(e, k)) = 1;
-    }
-  }
+  std::ranges::fill(model.DofNumber.Raw(), Integer{0});
+  std::ranges::fill(model.ElementDofs.Raw(), Integer{0});
+  ForEachPresentCell(model, [&model](int, int, int element) {
+    for (const int node : NodesOfElement(model, element)) model.NodeActive(node) = 1;
+  });
 }
 
 void NumberComponents(Model& model) {

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <limits>
-#include <utility>
+
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -20,69 +21,38 @@ struct Extent {
   bool Wide() const { return low < high; }
 };
 
-/// Walks over one piece at a time.
-class PieceWalk {
- public:
-  PieceWalk(const Model& model, const Model& loadCase) : model_(model), loadCase_(loadCase) {
-    found_.pieceOfCell.ReDim({1, model.CellRowCount}, {1, model.CellColumnCount});
-    ForEachPresentCell(model, [this](int i, int j, int) {
-      if (found_.pieceOfCell(i, j) == 0) WalkFrom(i, j);
-    });
-  }
-
-  Pieces Found() && { return std::move(found_); }
-
- private:
-  void WalkFrom(int row, int column) {
-    cells_.clear();
-    found_.pieces.emplace_back();
-    Visit(row, column);
-    for (std::size_t next = 0; next < cells_.size(); ++next) {
-      const auto [i, j] = cells_[next];
-      Visit(i - 1, j);
-      Visit(i, j - 1);
-      Visit(i, j + 1);
-      Visit(i + 1, j);
+/// A piece held in x and in y can still turn about the point where the lines of all its supports
+/// meet: all those in x at one height and all those in y at one place.
+Piece Describe(const Model& model, const Model& loadCase, const std::vector<CellIndex>& cells) {
+  Piece piece{.cells = static_cast<int>(cells.size())};
+  Extent heightsHeldInX, placesHeldInY;
+  for (const auto& [row, column] : cells) {
+    for (const int node : NodesOfElement(model, ElementOfCell(model, row, column))) {
+      if (loadCase.NodeFreedom(node, 1) != 0) heightsHeldInX.Include(model.NodeXY(node, 2));
+      if (loadCase.NodeFreedom(node, 2) != 0) placesHeldInY.Include(model.NodeXY(node, 1));
+      piece.touchesLoad = piece.touchesLoad || IsLoaded(loadCase, node);
     }
-    Describe(found_.pieces.back());
   }
-
-  void Visit(int row, int column) {
-    if (!HasMaterial(model_, row, column) || found_.pieceOfCell(row, column) != 0) return;
-    found_.pieceOfCell(row, column) = static_cast<Integer>(found_.pieces.size());
-    cells_.emplace_back(row, column);
-  }
-
-  /// A piece held in x and in y can still turn about the point where the lines of all its supports
-  /// meet: all those in x at one height and all those in y at one place.
-  void Describe(Piece& piece) const {
-    piece.cells = static_cast<int>(cells_.size());
-    Extent heightsHeldInX, placesHeldInY;
-    for (const auto& [row, column] : cells_) {
-      for (int k = 1; k <= 4; ++k) {
-        const int node = model_.ElementNodes(ElementOfCell(model_, row, column), k);
-        if (loadCase_.NodeFreedom(node, 1) != 0) heightsHeldInX.Include(model_.NodeXY(node, 2));
-        if (loadCase_.NodeFreedom(node, 2) != 0) placesHeldInY.Include(model_.NodeXY(node, 1));
-        piece.touchesLoad = piece.touchesLoad || IsLoaded(loadCase_, node);
-      }
-    }
-    piece.touchesSupport = !heightsHeldInX.Empty() || !placesHeldInY.Empty();
-    piece.held = !heightsHeldInX.Empty() && !placesHeldInY.Empty() &&
-                 (heightsHeldInX.Wide() || placesHeldInY.Wide());
-  }
-
-  const Model& model_;
-  const Model& loadCase_;
-  Pieces found_;
-  std::vector<std::pair<int, int>> cells_;  ///< row and column, of the present piece
-};
+  piece.touchesSupport = !heightsHeldInX.Empty() || !placesHeldInY.Empty();
+  piece.held = !heightsHeldInX.Empty() && !placesHeldInY.Empty() &&
+               (heightsHeldInX.Wide() || placesHeldInY.Wide());
+  return piece;
+}
 
 }  // namespace
 
 Pieces FindPieces(const Model& model) { return FindPieces(model, model); }
 
 Pieces FindPieces(const Model& model, const Model& loadCase) {
-  return PieceWalk(model, loadCase).Found();
+  Pieces found;
+  found.pieceOfCell.ReDim({1, model.CellRowCount}, {1, model.CellColumnCount});
+  const auto isPresent = [&model](int i, int j) { return model.CellState(i, j) > 0; };
+  for (const std::vector<CellIndex>& cells : ConnectedCells(model, isPresent)) {
+    found.pieces.push_back(Describe(model, loadCase, cells));
+    const auto number = static_cast<Integer>(found.pieces.size());
+    for (const auto& [row, column] : cells) found.pieceOfCell(row, column) = number;
+  }
+  return found;
 }
 
 int DropLoosePieces(Model& model, std::span<const Model> loadCases) {
@@ -98,16 +68,11 @@ int DropLoosePieces(Model& model, std::span<const Model> loadCases) {
   const auto isLoose = [](const Piece& piece) {
     return !piece.touchesLoad && !piece.touchesSupport;
   };
-  for (int i = 1; i <= model.CellRowCount; ++i) {
-    for (int j = 1; j <= model.CellColumnCount; ++j) {
-      const Integer piece = found.pieceOfCell(i, j);
-      Integer& state = model.CellState(i, j);
-      if (piece > 0 && state == kCellDesign &&
-          isLoose(found.pieces[static_cast<std::size_t>(piece) - 1])) {
-        state = kCellEmpty;
-      }
-    }
-  }
+  ForEachPresentCell(model, [&](int i, int j, int) {
+    const auto piece = static_cast<std::size_t>(found.pieceOfCell(i, j)) - 1;
+    Integer& state = model.CellState(i, j);
+    if (state == kCellDesign && isLoose(found.pieces[piece])) state = kCellEmpty;
+  });
   return static_cast<int>(std::ranges::count_if(found.pieces, isLoose));
 }
 
@@ -119,8 +84,8 @@ std::vector<int> LostLoads(const Model& model, const Model& loadCase) {
   ForEachPresentCell(model, [&](int row, int column, int element) {
     const auto piece = static_cast<std::size_t>(found.pieceOfCell(row, column)) - 1;
     if (!found.pieces[piece].held) return;
-    for (int k = 1; k <= 4; ++k) {
-      isCarried[static_cast<std::size_t>(model.ElementNodes(element, k))] = true;
+    for (const int node : NodesOfElement(model, element)) {
+      isCarried[static_cast<std::size_t>(node)] = true;
     }
   });
   std::vector<int> lost;

@@ -55,52 +55,33 @@ PlaneTensor Product(const std::array<std::array<double, Columns>, 3>& matrix,
   return result;
 }
 
-/// Gathers u1 v1 u2 v2 ... of an element; looks up the columns of the arrays once.
-class ElementDisplacements {
- public:
-  explicit ElementDisplacements(const Model& model)
-      : model_(model),
-        u_(model.NodeDisp.Column(1, model.NodeCount)),
-        v_(model.NodeDisp.Column(2, model.NodeCount)) {
-    for (int k = 1; k <= 4; ++k) {
-      nodes_[static_cast<std::size_t>(k - 1)] = model.ElementNodes.Column(k, model.ElementCount);
-    }
+/// Returns u1 v1 u2 v2 ... of an element.
+std::array<double, 8> ElementDisplacements(const Model& model, int element) {
+  std::array<double, 8> d;
+  std::size_t at = 0;
+  for (const int node : NodesOfElement(model, element)) {
+    d[at++] = model.NodeDisp(node, 1);
+    d[at++] = model.NodeDisp(node, 2);
   }
-
-  std::array<double, 8> operator()(int element) const {
-    const auto e = static_cast<std::size_t>(element);
-    std::array<double, 8> d;
-    for (std::size_t k = 0; k < 4; ++k) {
-      const int number = e < nodes_[k].size() ? nodes_[k][e] : model_.ElementNodes(element, 1);
-      const auto node = static_cast<std::size_t>(number);  // a negative number becomes huge
-      d[2 * k] = node < u_.size() ? u_[node] : model_.NodeDisp(number, 1);
-      d[2 * k + 1] = node < v_.size() ? v_[node] : model_.NodeDisp(number, 2);
-    }
-    return d;
-  }
-
- private:
-  const Model& model_;
-  std::span<const Double> u_, v_;
-  std::array<std::span<const Integer>, 4> nodes_;
-};
+  return d;
+}
 
 /// The stress components (MPa) at the centre of an element, from its nodes' displacements.
 class CentreStress {
  public:
   CentreStress(const Model& model, Single elementSize, double youngModulus, double poissonRatio)
-      : strainMatrix_(StrainAtCentre(elementSize)),
-        elasticity_(PlaneStress(youngModulus, poissonRatio)),
-        displacements_(model) {}
+      : model_(model),
+        strainMatrix_(StrainAtCentre(elementSize)),
+        elasticity_(PlaneStress(youngModulus, poissonRatio)) {}
 
   PlaneTensor operator()(int element) const {
-    return Product(elasticity_, Product(strainMatrix_, displacements_(element)));
+    return Product(elasticity_, Product(strainMatrix_, ElementDisplacements(model_, element)));
   }
 
  private:
+  const Model& model_;
   StrainMatrix strainMatrix_;
   ElasticityMatrix elasticity_;
-  ElementDisplacements displacements_;
 };
 
 /// Writes stressOf(row, column, element) into the cells that hold an element, 0 into the others,

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "model/numbers.h"
-#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {

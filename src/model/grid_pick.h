@@ -3,20 +3,13 @@
 
 #include <optional>
 
-#include "model/model.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 
 /// Returns the grid line nearest to a coordinate, mm, ties towards +infinity; nothing if the line
 /// has no single-precision coordinate (ElementSize 0).
 std::optional<Single> NearestGridLine(Single position, Single elementSize);
-
-/// A cell by its row (along y) and column (along x).
-struct CellIndex {
-  Integer row = 0;
-  Integer column = 0;
-  friend bool operator==(const CellIndex&, const CellIndex&) = default;
-};
 
 /// Returns the number of the node nearest to a press at (x, y) mm; nothing if it lies outside the
 /// domain rectangle (whose edges belong to it), there is no domain, or its row or column is no

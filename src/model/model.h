@@ -1,6 +1,7 @@
 // The one structure that holds the whole state of the program.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "model/arrays.h"
@@ -132,10 +133,20 @@ inline int ElementOfCell(const Model& model, int row, int column) {
   return (row - 1) * model.CellColumnCount + column;
 }
 
+/// Returns the nodes of an element in their order.
+inline std::array<int, 4> NodesOfElement(const Model& model, int element) {
+  return {model.ElementNodes(element, 1), model.ElementNodes(element, 2),
+          model.ElementNodes(element, 3), model.ElementNodes(element, 4)};
+}
+
+/// Returns whether row and column name a cell of the grid.
+inline bool IsCell(const Model& model, int row, int column) {
+  return row >= 1 && row <= model.CellRowCount && column >= 1 && column <= model.CellColumnCount;
+}
+
 /// Returns whether row and column name a cell that holds an element.
 inline bool HasMaterial(const Model& model, int row, int column) {
-  return row >= 1 && row <= model.CellRowCount && column >= 1 && column <= model.CellColumnCount &&
-         model.CellState(row, column) > 0;
+  return IsCell(model, row, column) && model.CellState(row, column) > 0;
 }
 
 /// Returns whether a force acts on a node.

@@ -23,16 +23,13 @@ std::array<int, 4> NodesOfCell(const Model& model, int row, int column) {
 
 bool HasRegularElements(const Model& model) {
   if (!CountsMatchGrid(model)) return false;
-  bool isRegular = true;
-  for (int k = 1; k <= 4; ++k) {
-    // Row by row without branches: every solve asks.
-    const Integer* node = &model.ElementNodes.Column(k, model.ElementCount)[1];
-    for (int i = 1; i <= model.CellRowCount; ++i, node += model.CellColumnCount) {
-      const int first = NodesOfCell(model, i, 1)[static_cast<std::size_t>(k) - 1];
-      for (int j = 0; j < model.CellColumnCount; ++j) isRegular &= node[j] == first + j;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      const std::array<int, 4> nodes = NodesOfElement(model, ElementOfCell(model, i, j));
+      if (nodes != NodesOfCell(model, i, j)) return false;
     }
   }
-  return isRegular;
+  return true;
 }
 
 std::vector<MisplacedNode> MisplacedNodes(const Model& model, double left, double lower) {

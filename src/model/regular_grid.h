@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "model/model.h"
@@ -20,6 +22,19 @@ inline int NodeOfCorner(const Model& model, int row, int column) {
   return (row - 1) * (model.CellColumnCount + 1) + column;
 }
 
+/// A cell, or a corner of the grid, by its row (along y) and column (along x).
+struct CellIndex {
+  int row = 0;
+  int column = 0;
+  friend bool operator==(const CellIndex&, const CellIndex&) = default;
+};
+
+/// Returns the grid corner of a node, which is also the cell to its upper right.
+inline CellIndex CornerOfNode(const Model& model, int node) {
+  const int stride = model.CellColumnCount + 1;
+  return {(node - 1) / stride + 1, (node - 1) % stride + 1};
+}
+
 /// Returns the nodes of a cell, counter-clockwise from its lower left.
 std::array<int, 4> NodesOfCell(const Model& model, int row, int column);
 
@@ -36,5 +51,34 @@ struct MisplacedNode {
 /// Tolerates a hundredth of a cell and the rounding errors of the sums that BuildMesh takes in
 /// single precision. Requires CountsMatchGrid.
 std::vector<MisplacedNode> MisplacedNodes(const Model& model, double left, double lower);
+
+/// Returns the edge-connected sets of the cells that belongs(row, column) accepts, in order of
+/// their first cells, row by row.
+template <class Belongs>
+std::vector<std::vector<CellIndex>> ConnectedCells(const Model& model, const Belongs& belongs) {
+  std::vector<char> visited(static_cast<std::size_t>(model.CellRowCount) *
+                            static_cast<std::size_t>(model.CellColumnCount));
+  std::vector<CellIndex> cells;
+  const auto visit = [&](int row, int column) {
+    if (!IsCell(model, row, column) || !belongs(row, column)) return;
+    char& known = visited[static_cast<std::size_t>(ElementOfCell(model, row, column)) - 1];
+    if (std::exchange(known, 1) == 0) cells.push_back({row, column});
+  };
+  std::vector<std::vector<CellIndex>> sets;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      visit(i, j);
+      for (std::size_t next = 0; next < cells.size(); ++next) {
+        const auto [row, column] = cells[next];
+        visit(row + 1, column);
+        visit(row, column + 1);
+        visit(row - 1, column);
+        visit(row, column - 1);
+      }
+      if (!cells.empty()) sets.push_back(std::exchange(cells, {}));
+    }
+  }
+  return sets;
+}
 
 }  // namespace quillane
