@@ -136,8 +136,6 @@ QString MissingResultsText() {
   return "応力解析の前の結果はすべて0です。\nBefore FEA all results are 0.";
 }
 
-QString TooLargeText() { return "数値が大きすぎます。\n値を変えてください。"; }
-
 QString FatalText(const RunTimeError& error, const RescueReport& rescue) {
   return "実行時エラーのためプログラムを終了します。\n\n" + Details(error) + "\n\n" +
          RescueLine(rescue);

@@ -30,9 +30,6 @@ QString RefusalText(PressResult refusal);
 /// Reports that the results shown are those before any analysis.
 QString MissingResultsText();
 
-/// Reports a typed number that is too large for its type.
-QString TooLargeText();
-
 /// Reports an error that ends the program, and the rescue file.
 QString FatalText(const RunTimeError& error, const RescueReport& rescue);
 

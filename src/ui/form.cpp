@@ -11,7 +11,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "ui/error_text.h"
 #include "ui/message_box.h"
 
 namespace quillane {
@@ -139,11 +138,6 @@ void FocusText(QLineEdit* box) {
   box->selectAll();
 }
 
-void Form::Refuse(QLineEdit* box, const QString& why) {
-  Warn(this, why);
-  FocusText(box);
-}
-
 ModeForm::ModeForm(frmMain& main, const FormNames& names, const char* question,
                    const std::vector<ModeOption>& options)
     : Form(main, names) {
@@ -177,11 +171,17 @@ void NumberForm::LayOut(QWidget* above, const std::vector<Field>& fields) {
   FocusText(boxes_.front());
 }
 
+std::optional<NumberForm::Refusal> NumberForm::TooLarge(RefusedIndex refused) {
+  if (!refused) return std::nullopt;
+  return Refusal{*refused, "数値が大きすぎます。\n値を変えてください。"};
+}
+
 void NumberForm::cmdOK_Click() {
   Texts texts;
   for (const QLineEdit* box : boxes_) texts.push_back(TextOf(box));
-  if (const RefusedIndex refused = Store(texts)) {
-    return Refuse(boxes_[static_cast<std::size_t>(*refused)], TooLargeText());
+  if (const std::optional<Refusal> refused = Store(texts)) {
+    Warn(this, refused->why);
+    return FocusText(boxes_[static_cast<std::size_t>(refused->index)]);
   }
   Main().SetUpDateCaption(QString::fromStdString(Caption()));
   Unload();

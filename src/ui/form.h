@@ -74,9 +74,6 @@ class Form : public QDialog {
   /// Sets and returns the dialog's vertical layout, which fixes its size to its contents.
   QVBoxLayout* Rows();
 
-  /// Shows the reason in a warning box and selects the text of the box.
-  void Refuse(QLineEdit* box, const QString& why);
-
   void Unload() { done(0); }
 
   QPushButton* Cancel() { return cancel_; }
@@ -111,19 +108,27 @@ class ModeForm : public Form {
   std::vector<std::pair<QRadioButton*, std::optional<Integer>>> options_;
 };
 
-/// Ends the edit mode when loaded. OK stores the numbers and shows them in lblUpDate; a number too
-/// large for its type is refused.
+/// Ends the edit mode when loaded. OK stores the numbers and shows them in lblUpDate, or refuses
+/// one with a warning.
 class NumberForm : public Form {
  protected:
   using Texts = std::vector<std::string>;
+
+  /// The index of a refused text, and why.
+  struct Refusal {
+    int index;
+    QString why;
+  };
 
   NumberForm(frmMain& main, const FormNames& names);
 
   /// Lays out the fields below the widget `above`, which may be null.
   void LayOut(QWidget* above, const std::vector<Field>& fields);
 
-  /// Stores the texts of the boxes, in the order of the fields.
-  virtual RefusedIndex Store(const Texts& texts) = 0;
+  /// Stores the texts of the boxes, in the order of the fields, or nothing.
+  virtual std::optional<Refusal> Store(const Texts& texts) = 0;
+  /// Returns the refusal of a number too large for its type, if there is one.
+  static std::optional<Refusal> TooLarge(RefusedIndex refused);
   /// Returns the caption of lblUpDate after OK.
   virtual std::string Caption() const = 0;
 

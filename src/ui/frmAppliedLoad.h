@@ -26,10 +26,10 @@ class frmAppliedLoad : public NumberForm {
     return box;
   }
 
-  RefusedIndex Store(const Texts& texts) override {
+  std::optional<Refusal> Store(const Texts& texts) override {
     const RefusedIndex refused = SetAppliedLoad(Main().model(), texts[0], texts[1]);
     if (!refused && optLoadOn->isChecked()) Main().SetEditMode(*this, kModeLoad);
-    return refused;
+    return TooLarge(refused);
   }
 
   std::string Caption() const override {

@@ -22,8 +22,8 @@ class frmController : public NumberForm {
   }
 
  private:
-  RefusedIndex Store(const Texts& texts) override {
-    return SetParameters(Main().model(), texts[0], texts[1], texts[2]);
+  std::optional<Refusal> Store(const Texts& texts) override {
+    return TooLarge(SetParameters(Main().model(), texts[0], texts[1], texts[2]));
   }
 
   std::string Caption() const override {

@@ -1,13 +1,14 @@
-// Construction, start-up, layout and end of the main window.
+// Construction, layout, run-time errors and end of the main window.
 #include "ui/frmMain.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTimer>
 
+#include "model/number_text.h"
 #include "ui/canvas_view.h"
-#include "ui/captions.h"
 #include "ui/elided_label.h"
 #include "ui/error_text.h"
 #include "ui/message_box.h"
@@ -42,7 +43,7 @@ frmMain::frmMain()
   tmrOpt->setObjectName("tmrOpt");
   tmrOpt->setTimerType(Qt::PreciseTimer);
   setCentralWidget(client_);
-  ConnectMenus();
+  BuildMenus();
   ConnectEvents();
   const double unit = LayoutUnit(1, 1, FontOf(lblUpDate));
   const int menuHeight = menuBar()->sizeHint().height();
@@ -117,6 +118,46 @@ void frmMain::closeEvent(QCloseEvent*) { OrWarn(this, &frmMain::Form_Unload)(); 
 
 void frmMain::SetUpDateCaption(const QString& text) { lblUpDate->Tell(text); }
 
-void frmMain::WriteSummary() { SetUpDateCaption(SummaryCaption(model_)); }
+std::string frmMain::Summary() const {
+  return "Width = " + GeneralText(model_.DomainWidth) +
+         "mm  Element Size = " + GeneralText(model_.ElementSize) + "mm";
+}
+
+void frmMain::WriteSummary() { SetUpDateCaption(QString::fromStdString(Summary())); }
+
+void frmMain::Run(const std::function<void()>& action, bool endsOnError) {
+  if (ended_) return;
+  const auto report = [&](const RunTimeError& error) {
+    if (endsOnError || error.Kind() == ErrorKind::kFile) return Fatal(error);
+    Warn(this, StoppedText(error));
+  };
+  try {
+    action();
+  } catch (const RunTimeError& error) {
+    report(error);
+  } catch (const std::bad_alloc&) {
+    report(RunTimeError(ErrorKind::kOutOfMemory, "there is not enough memory"));
+  }
+}
+
+void frmMain::Fatal(const RunTimeError& error) {
+  ended_ = true;
+  tmrOpt->stop();
+  while (QGuiApplication::overrideCursor() != nullptr) QGuiApplication::restoreOverrideCursor();
+  const RescueReport rescue = WriteRescueFile(model_);
+  ShowError(this, FatalText(error, rescue));
+  emit ProgramEnds(1);
+}
+
+void frmMain::EndFromOutside(int status) {
+  if (!ended_) unsaved_.Rescue();
+  End(status);
+}
+
+void frmMain::End(int status) {
+  ended_ = true;
+  tmrOpt->stop();
+  emit ProgramEnds(status);
+}
 
 }  // namespace quillane

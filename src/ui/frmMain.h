@@ -49,7 +49,9 @@ class frmMain : public QMainWindow, private CourseListener {
 
   /// Sets the caption of lblUpDate.
   void SetUpDateCaption(const QString& text);
-  /// Writes the width and the size of an element into lblUpDate.
+  /// Returns the width and the size of an element: "Width = 2000mm  Element Size = 100mm".
+  std::string Summary() const;
+  /// Writes the summary into lblUpDate.
   void WriteSummary();
 
   /// Begins an edit mode and drops a held corner. If the mode needs a design domain and there is
@@ -110,7 +112,7 @@ class frmMain : public QMainWindow, private CourseListener {
   /// Shows a new dialog.
   template <class Dialog>
   void mnuDialog_Click();
-  void ConnectMenus();
+  void BuildMenus();
   void ConnectEvents();
   /// Enables mnuOptimization and mnuHistory, which need results.
   void SetResultMenusEnabled(bool enabled);

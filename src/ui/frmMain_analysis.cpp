@@ -1,14 +1,21 @@
 // Stress analysis and optimization steps.
 #include <QTimer>
 
+#include "model/number_text.h"
 #include "ui/busy_pointer.h"
 #include "ui/canvas_view.h"
-#include "ui/captions.h"
 #include "ui/error_text.h"
 #include "ui/frmMain.h"
 #include "ui/message_box.h"
 
 namespace quillane {
+namespace {
+
+QString VolumeCaption(const Model& model) {
+  return QString::fromStdString("  Volume = " + ExponentText(model.Volume) + "mm^3");
+}
+
+}  // namespace
 
 void frmMain::mnuStressAnalysis_Click() {
   SetEditMode(*this, kModeNothing);
@@ -40,7 +47,7 @@ void frmMain::Optimization() {
 
 void frmMain::Stepped(const Course&) {
   view_->ShowMap(model_.DisplayMode);
-  SetUpDateCaption(StepCaption(model_));
+  SetUpDateCaption(QString("%1     %2step").arg(VolumeCaption(model_)).arg(model_.StepCount));
 }
 
 void frmMain::tmrOpt_Timer() {

@@ -3,8 +3,8 @@
 
 #include "display/read_outs.h"
 #include "edit/press.h"
+#include "model/number_text.h"
 #include "ui/canvas_view.h"
-#include "ui/captions.h"
 #include "ui/elided_label.h"
 #include "ui/error_text.h"
 #include "ui/frmMain.h"
@@ -53,7 +53,8 @@ void frmMain::picCanvas_MouseDown(Integer, Integer, Single X, Single Y) {
 }
 
 void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {
-  lblMouseXY->Tell(MouseCaption(X, Y));
+  lblMouseXY->Tell(QString::fromStdString("x = " + WholeText(double{X}) +
+                                          "mm  y = " + WholeText(double{Y}) + "mm"));
 }
 
 void frmMain::ShowReadOut(const std::optional<std::string>& caption, PressResult refusal) {

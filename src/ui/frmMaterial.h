@@ -24,8 +24,8 @@ class frmMaterial : public NumberForm {
   }
 
  private:
-  RefusedIndex Store(const Texts& texts) override {
-    return SetMaterial(Main().model(), Main().Edits(), texts[0], texts[1], texts[2]);
+  std::optional<Refusal> Store(const Texts& texts) override {
+    return TooLarge(SetMaterial(Main().model(), Main().Edits(), texts[0], texts[1], texts[2]));
   }
 
   std::string Caption() const override {

@@ -1,8 +1,5 @@
 #include "ui/frmWidth.h"
 
-#include <QLineEdit>
-#include <QVBoxLayout>
-
 #include "display/grid.h"
 #include "display/view.h"
 #include "edit/settings.h"
@@ -29,41 +26,30 @@ bool CanBeShown(const Model& model, QSize canvas, Single width, Single elementSi
 }  // namespace
 
 frmWidth::frmWidth(frmMain& main)
-    : Form(main, {"frmWidth", "Width and Mesh Density", "cmdCancel"}) {
-  QVBoxLayout* rows = Rows();
-  rows->addLayout(FieldGrid({{"Enter display area Width in mm units.", "", txtWidth, "mm"},
-                             {"Enter element-Size in mm units.", "", txtUnitGrid, "mm"}}));
-  rows->addLayout(ButtonRow(cmdOK));
-  Form_Load();
+    : NumberForm(main, {"frmWidth", "Width and Mesh Density", "cmdCancel"}) {
+  const auto box = [this](const char* name, Single value) {
+    return NumberBox(name, GeneralText(value), NumberRule::kAboveZero);
+  };
+  LayOut(nullptr, {{"Enter display area Width in mm units.", "",
+                    box("txtWidth", main.model().DomainWidth), "mm"},
+                   {"Enter element-Size in mm units.", "",
+                    box("txtUnitGrid", main.model().ElementSize), "mm"}});
 }
 
-void frmWidth::Form_Load() {
-  const Model& model = Main().model();
-  Main().SetEditMode(*this, kModeNothing);
-  txtWidth->setText(QString::fromStdString(GeneralText(model.DomainWidth)));
-  txtUnitGrid->setText(QString::fromStdString(GeneralText(model.ElementSize)));
-  FocusText(txtWidth);
-}
-
-void frmWidth::cmdOK_Click() {
-  Model& model = Main().model();
-  const Single width = PositiveLength(TextOf(txtWidth));
-  const Single elementSize = PositiveLength(TextOf(txtUnitGrid));
-  if (width == 0) {
-    return Refuse(txtWidth, "表示幅には0より大きい数値を入力してください。");
-  }
+std::optional<NumberForm::Refusal> frmWidth::Store(const Texts& texts) {
+  const Single width = PositiveLength(texts[0]), elementSize = PositiveLength(texts[1]);
+  if (width == 0) return Refusal{0, "表示幅には0より大きい数値を入力してください。"};
   if (elementSize == 0) {
-    return Refuse(txtUnitGrid, "要素サイズには0より大きい数値を入力してください。");
+    return Refusal{1, "要素サイズには0より大きい数値を入力してください。"};
   }
-  if (!CanBeShown(model, Main().View().Canvas()->size(), width, elementSize)) {
-    return Refuse(txtUnitGrid,
-                  "この表示幅と要素サイズでは格子を描くことができません。\n"
-                  "値を変えてください。");
+  if (!CanBeShown(Main().model(), Main().View().Canvas()->size(), width, elementSize)) {
+    return Refusal{1,
+                   "この表示幅と要素サイズでは格子を描くことができません。\n"
+                   "値を変えてください。"};
   }
-  SetGrid(model, Main().Edits(), width, elementSize);
-  Main().WriteSummary();
+  SetGrid(Main().model(), Main().Edits(), width, elementSize);
   Main().View().FitAndShowModel();
-  Unload();
+  return std::nullopt;
 }
 
 }  // namespace quillane

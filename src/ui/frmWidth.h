@@ -5,21 +5,15 @@
 
 namespace quillane {
 
-/// "Width and Mesh Density": loading it ends the editing mode, OK stores the two values and sets
-/// the view up anew. Values that no grid can be drawn with are refused.
-class frmWidth : public Form {
-  Q_OBJECT
-
+/// "Width and Mesh Density": OK also sets the view up anew. Values that no grid can be drawn with
+/// are refused.
+class frmWidth : public NumberForm {
  public:
   explicit frmWidth(frmMain& main);
 
  private:
-  void Form_Load();
-  void cmdOK_Click();
-
-  QLineEdit* txtWidth = NumberBox("txtWidth", "1000", NumberRule::kAboveZero);
-  QLineEdit* txtUnitGrid = NumberBox("txtUnitGrid", "1000", NumberRule::kAboveZero);
-  QPushButton* cmdOK = Button("cmdOK", "OK", &frmWidth::cmdOK_Click);
+  std::optional<Refusal> Store(const Texts& texts) override;
+  std::string Caption() const override { return Main().Summary(); }
 };
 
 }  // namespace quillane
