@@ -59,9 +59,8 @@ void ImageArea::ResizePixels(int width, int height, double devicePixelRatio) {
                                                     std::to_string(height) +
                                                     " pixels is too large");
   }
-  Finish();
+  if (painter_.isActive()) painter_.end();
   image_ = std::move(fresh);
-  pixels_ = {nullptr, image_.width(), image_.height(), 0};
   image_.setDevicePixelRatio(devicePixelRatio);
   ratio_ = devicePixelRatio;
   SetLineWidth(linePixels_);
@@ -69,22 +68,14 @@ void ImageArea::ResizePixels(int width, int height, double devicePixelRatio) {
 }
 
 const QImage& ImageArea::Image() const {
-  Finish();
+  if (painter_.isActive()) painter_.end();
   return image_;
 }
 
-void ImageArea::Finish() const {
-  if (pixels_.bits == nullptr) return;
-  painter_.end();
-  pixels_.bits = nullptr;
-}
-
 void ImageArea::Open() {
-  if (pixels_.bits != nullptr) return;
-  pixels_.bits = image_.bits();
-  pixels_.bytesPerLine = image_.bytesPerLine();
-  target_ =
-      QImage(pixels_.bits, pixels_.width, pixels_.height, pixels_.bytesPerLine, image_.format());
+  if (painter_.isActive()) return;
+  target_ = QImage(image_.bits(), image_.width(), image_.height(), image_.bytesPerLine(),
+                   image_.format());
   painter_.begin(&target_);
   painter_.setRenderHint(QPainter::Antialiasing);
   lastFill_ = {};
@@ -103,33 +94,32 @@ QPainter& ImageArea::Painter() {
 void ImageArea::FillPixels(PixelBox box, QRgb color) {
   box.left = std::max(box.left, 0);
   box.top = std::max(box.top, 0);
-  box.right = std::min(box.right, pixels_.width);
-  box.bottom = std::min(box.bottom, pixels_.height);
+  box.right = std::min(box.right, image_.width());
+  box.bottom = std::min(box.bottom, image_.height());
   Open();
   const bool isDone = box == lastFill_ && color == lastColor_;
   if (box.left >= box.right || isDone) return;
   const int width = box.right - box.left;
   for (int row = box.top; row < box.bottom; ++row) {
-    QRgb* const pixels = pixels_.At(box.left, row);
-    std::fill(pixels, pixels + width, color);
+    std::fill_n(reinterpret_cast<QRgb*>(target_.scanLine(row)) + box.left, width, color);
   }
   lastFill_ = box;
   lastColor_ = color;
 }
 
 QPointF ImageArea::DevicePoint(double x, double y) const {
-  const double column = (x - scale_.left) / (scale_.right - scale_.left) * pixels_.width;
-  const double row = (scale_.top - y) / (scale_.top - scale_.bottom) * pixels_.height;
+  const double column = (x - scale_.left) / (scale_.right - scale_.left) * image_.width();
+  const double row = (scale_.top - y) / (scale_.top - scale_.bottom) * image_.height();
   return {std::clamp(column, -kFarAway, kFarAway), std::clamp(row, -kFarAway, kFarAway)};
 }
 
 QPoint ImageArea::OnPixel(QPointF point) const {
-  return {Snap(point.x(), pixels_.width), Snap(point.y(), pixels_.height)};
+  return {Snap(point.x(), image_.width()), Snap(point.y(), image_.height())};
 }
 
 bool ImageArea::IsNear(QPointF point) const {
-  return point.x() >= -kMargin && point.x() <= pixels_.width + kMargin && point.y() >= -kMargin &&
-         point.y() <= pixels_.height + kMargin;
+  return point.x() >= -kMargin && point.x() <= image_.width() + kMargin && point.y() >= -kMargin &&
+         point.y() <= image_.height() + kMargin;
 }
 
 ImageArea::PixelBox ImageArea::Between(QPoint a, QPoint b) {
@@ -187,8 +177,8 @@ void ImageArea::DrawClippedLine(QPointF from, QPointF to) {
     last = std::min(last, leave);
     return first <= last;
   };
-  if (isAnyLeft(from.x(), step.x(), pixels_.width + kMargin) &&
-      isAnyLeft(from.y(), step.y(), pixels_.height + kMargin)) {
+  if (isAnyLeft(from.x(), step.x(), image_.width() + kMargin) &&
+      isAnyLeft(from.y(), step.y(), image_.height() + kMargin)) {
     DrawSlantedLine(OnPixel(from + first * step), OnPixel(from + last * step));
   }
 }

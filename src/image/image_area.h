@@ -41,14 +41,6 @@ class ImageArea final : public DrawingArea {
   void DrawText(double x, double y, std::string_view text) override;
 
  private:
-  /// The pixels of a picture of 32 bits a pixel.
-  struct Pixels {
-    uchar* bits = nullptr;
-    int width = 0, height = 0;
-    qsizetype bytesPerLine = 0;
-    QRgb* At(int x, int y) const { return reinterpret_cast<QRgb*>(bits + y * bytesPerLine) + x; }
-  };
-
   /// Pixels left..right - 1, top..bottom - 1.
   struct PixelBox {
     int left, top, right, bottom;
@@ -56,7 +48,6 @@ class ImageArea final : public DrawingArea {
   };
 
   void Open();
-  void Finish() const;
   QPainter& Painter();
   void FillPixels(PixelBox box, QRgb color);
   /// Returns the place of user coordinates in device pixels.
@@ -84,8 +75,7 @@ class ImageArea final : public DrawingArea {
   // pixel: 5 ms instead of 85 ms.
   PixelBox lastFill_{};
   QRgb lastColor_ = 0;
-  mutable Pixels pixels_;     // of image_; no bits while the painter is closed
-  QImage target_;             // the same pixels at a ratio of 1
+  QImage target_;             // the pixels of image_ at a ratio of 1, while the painter is open
   mutable QPainter painter_;  // on target_; open until the picture is asked for
 };
 
