@@ -19,9 +19,9 @@ inline std::pair<Sparse, Eigen::VectorXd> LibrarySystem(Model m, bool isWhole) {
   Eigen::VectorXd load(n);
   for (int i = 1; i <= n; ++i) {
     load[i - 1] = m.LoadVector(i);
-    for (const auto& entry : m.StiffnessMatrix.Row(i)) {
-      if (entry.value == 0.0 || (entry.column > i && !isWhole)) continue;
-      entries.emplace_back(i - 1, entry.column - 1, entry.value);
+    for (const auto& [column, value] : m.StiffnessMatrix.Row(i)) {
+      if (value == 0.0 || (column > i && !isWhole)) continue;
+      entries.emplace_back(i - 1, column - 1, value);
     }
   }
   Sparse stiffness(n, n);

@@ -31,14 +31,12 @@ void CompressStiffness(Integer n, Integer /*capacity*/, Array1<Integer>& upperCo
                        const Array1<Double>& /*load*/, Array1<Double>& solution) {
   for (int i = 1; i <= n; ++i) {
     upperCount(i) = 0;
-    Integer slot = 0;
-    for (const CouplingMatrix::Entry& entry : stiffness.Row(i)) {
-      if (entry.column <= i || entry.value == 0.0) continue;
-      ++slot;
-      upperColumn(slot, i) = static_cast<Integer>(entry.column);
-      upperValue(slot, i) = entry.value;
+    for (const auto& [column, value] : stiffness.Row(i)) {
+      if (column <= i || value == 0.0) continue;
+      const Integer slot = ++upperCount(i);
+      upperColumn(slot, i) = static_cast<Integer>(column);
+      upperValue(slot, i) = value;
     }
-    upperCount(i) = slot;
     diagonalValue(i) = stiffness(i, i);
     solution(i) = 0.0;
   }

@@ -1,7 +1,7 @@
 // The assembled square stiffness matrix, holding only the entries that elements couple.
 #pragma once
 
-#include <span>
+#include <map>
 #include <vector>
 
 namespace quillane {
@@ -10,13 +10,8 @@ namespace quillane {
 /// with the entries, never with the square of n.
 class CouplingMatrix {
  public:
-  struct Entry {
-    int column = 0;
-    double value = 0.0;
-  };
-
-  /// Re-creates the matrix with both indices 0..n, all zero. Throws RunTimeError (out of memory).
-  void ReDim(int n);
+  /// Re-creates the matrix with both indices 0..n, all zero.
+  void ReDim(int n) { rows_.assign(static_cast<std::size_t>(n) + 1, {}); }
 
   /// Returns entry (p, q), zero where nothing was added. Throws RunTimeError (subscript) outside
   /// 0..n.
@@ -26,13 +21,13 @@ class CouplingMatrix {
   /// sum is not finite.
   void Add(int p, int q, double value);
 
-  /// Returns the entries of row p that were added to, in ascending column order.
-  std::span<const Entry> Row(int p) const;
+  /// Returns the entries of row p that were added to, by column.
+  const std::map<int, double>& Row(int p) const;
 
  private:
   void CheckSubscript(int p, int q) const;
 
-  std::vector<std::vector<Entry>> rows_;
+  std::vector<std::map<int, double>> rows_;
 };
 
 }  // namespace quillane

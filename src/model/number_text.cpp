@@ -12,34 +12,7 @@
 namespace quillane {
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-
-std::size_t DigitsFrom(std::string_view text, std::size_t at) {
-  std::size_t end = at;
-  while (end < text.size() && IsDigit(text[end])) ++end;
-  return end - at;
-}
-
-/// Returns the length of the longest decimal number at the start of the text; 0 if there is none.
-std::size_t NumberLength(std::string_view text) {
-  std::size_t at = (!text.empty() && (text[0] == '+' || text[0] == '-')) ? 1 : 0;
-  std::size_t digits = DigitsFrom(text, at);
-  at += digits;
-  if (at < text.size() && text[at] == '.') {
-    const std::size_t decimals = DigitsFrom(text, at + 1);
-    if (digits + decimals > 0) at += 1 + decimals;
-    digits += decimals;
-  }
-  if (digits == 0) return 0;
-  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-    std::size_t exponent = at + 1;
-    if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-')) ++exponent;
-    const std::size_t exponentDigits = DigitsFrom(text, exponent);
-    if (exponentDigits > 0) at = exponent + exponentDigits;
-  }
-  return at;
-}
 
 /// Returns whether a number that from_chars reports as out of range is too small rather than too
 /// large: the decimal exponent of its first significant digit is negative.
@@ -55,19 +28,26 @@ bool IsTiny(std::string_view number) {
   return position + exponent < 0;
 }
 
-/// Converts a text that NumberLength accepts whole. Returns false if it is too large for T; too
-/// small a number becomes 0.
+/// The longest decimal number at the start of a text.
 template <class T>
-bool Convert(std::string_view number, T& value) {
-  const std::string_view digits = number.starts_with('+') ? number.substr(1) : number;
-  T parsed = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), parsed);
-  if (result.ec == std::errc::result_out_of_range) {
-    if (!IsTiny(digits)) return false;
-    parsed = 0;
-  }
-  value = parsed == 0 ? T{0} : parsed;  // no negative zero enters the model
-  return true;
+struct Leading {
+  std::size_t length = 0;  ///< 0 if there is none
+  T value = 0;
+  bool fits = true;  ///< in T; a number too small for it is 0
+};
+
+template <class T>
+Leading<T> LeadingReal(std::string_view text) {
+  // One sign; the names of infinity and of no number are none.
+  const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+  if (text.find_first_of("0123456789.", sign) != sign) return {};
+  const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
+  T value = 0;
+  const auto [end, error] = std::from_chars(begin, text.data() + text.size(), value);
+  if (error == std::errc::invalid_argument) return {};
+  const auto length = static_cast<std::size_t>(end - text.data());
+  if (error == std::errc::result_out_of_range) return {length, 0, IsTiny(text.substr(0, length))};
+  return {length, value == 0 ? T{0} : value};  // no negative zero enters the model
 }
 
 std::string_view TrimBlanks(std::string_view text) {
@@ -80,8 +60,11 @@ template <class T>
 FieldFault ParseReal(std::string_view field, T& value) {
   const std::string_view text = TrimBlanks(field);
   if (text.empty()) return FieldFault::kEmpty;
-  if (NumberLength(text) != text.size()) return FieldFault::kNotANumber;
-  return Convert(text, value) ? FieldFault::kNone : FieldFault::kOutOfRange;
+  const Leading<T> number = LeadingReal<T>(text);
+  if (number.length != text.size()) return FieldFault::kNotANumber;
+  if (!number.fits) return FieldFault::kOutOfRange;
+  value = number.value;
+  return FieldFault::kNone;
 }
 
 template <class T>
@@ -135,12 +118,8 @@ std::string WholeText(double value) {
 }
 
 std::optional<double> LeadingNumber(std::string_view text) {
-  text = TrimBlanks(text);
-  const std::size_t length = NumberLength(text);
-  if (length == 0) return 0.0;
-  double value = 0.0;
-  if (!Convert(text.substr(0, length), value)) return std::nullopt;
-  return value;
+  const Leading<double> number = LeadingReal<double>(TrimBlanks(text));
+  return number.fits ? std::optional(number.value) : std::nullopt;
 }
 
 FieldFault ParseField(std::string_view field, Integer& value) {

@@ -215,7 +215,7 @@ TEST(NumberText, WritingReadingAndWritingIsStableAtAnyMagnitude) {
 
 TEST(CouplingMatrix, KeepsNothingOfTheLastMatrixAndHasBounds) {
   CouplingMatrix matrix;
-  for (const double value : {3.0, 5.0}) {  // the second time in the same allocation
+  for (const double value : {3.0, 5.0}) {
     matrix.ReDim(30);
     for (const int column : {30, 4, 30}) matrix.Add(7, column, value);
     EXPECT_EQ(matrix(7, 30), 2 * value);
