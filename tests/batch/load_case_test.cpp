@@ -1,4 +1,5 @@
 // Runs with several load cases: their envelope in every output, and what is refused.
+#include <QJsonArray>
 #include <algorithm>
 
 #include "batch/program.h"
@@ -27,7 +28,7 @@ TEST_F(LoadCaseRun, EveryOutputShowsTheEnvelopeAndTheTablesEachCase) {
       << err_;
   const Table cells = TableOf("c.csv");
   EXPECT_TRUE(Contains(Text("c.csv"), ",tau_xy,step,stress_1,stress_2,stress_3\n"));
-  double compliance = 0;
+  double compliance = 0, largest = 0;
   Model end;
   OpenModelFile(end, folder_ / "e.model");
   const QJsonArray each = Json("j.json")["loadCases"].toArray();
@@ -50,14 +51,7 @@ TEST_F(LoadCaseRun, EveryOutputShowsTheEnvelopeAndTheTablesEachCase) {
     EXPECT_EQ(own["model"].toString().toStdString(), name);
     EXPECT_TRUE(own["connected"].toBool());
     compliance += expected["compliance"].toDouble();
-  }
-  double largest = 0;
-  for (std::size_t k = 1; k < cells.size(); ++k) {
-    const std::string& most = *std::max_element(
-        cells[k].begin() + 9, cells[k].end(),
-        [](const std::string& a, const std::string& b) { return std::stod(a) < std::stod(b); });
-    EXPECT_EQ(cells[k].at(3), most) << k;
-    largest = std::max(largest, std::stod(most));
+    largest = std::max(largest, expected["maxStress"].toDouble());
   }
   EXPECT_EQ(Json("j.json")["maxStress"].toDouble(), largest);
   EXPECT_DOUBLE_EQ(Json("j.json")["compliance"].toDouble(), compliance);

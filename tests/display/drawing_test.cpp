@@ -160,9 +160,13 @@ TEST(CanvasDrawing, ArrowsFollowTheForceAndSupportsStandLeftAndBelow) {
                {kMagenta, 100, 0, 100, 0},  // a dot for the missing component
                {kMagenta, 100, 200, 80, 200 - 100.0 / 3},
                {kMagenta, 100, 200, 120, 200 - 100.0 / 3},
+               {kBlue, 100, 100, 70, 115},
                {kBlue, 70, 115, 70, 85},
+               {kBlue, 70, 85, 100, 100},
                {kBlue, 60, 85, 60, 115},
+               {kBlue, 100, 100, 85, 70},
                {kBlue, 85, 70, 115, 70},
+               {kBlue, 115, 70, 100, 100},
                {kBlue, 85, 60, 115, 60}};
   for (const auto& [color, x1, y1, x2, y2] : lines) {
     const int width = color == kMagenta ? 2 : 1;

@@ -106,28 +106,18 @@ struct Outcome {
   std::optional<ErrorKind> error;
 };
 
-Outcome Record(Model& model, const std::function<SolveReport()>& solve) {
-  Outcome outcome;
-  try {
-    outcome.report = solve();
-    const auto solution = model.SolutionVector.Raw();
-    outcome.solution.assign(solution.begin(), solution.end());
-  } catch (const RunTimeError& error) {
-    outcome.error = error.Kind();
-  }
-  return outcome;
+/// Solves by a procedure such as SolveStructure.
+Outcome OutcomeOf(Model m, SolveReport (*solve)(Model&)) try {
+  const SolveReport report = solve(m);
+  const auto solution = m.SolutionVector.Raw();
+  return {{solution.begin(), solution.end()}, report, {}};
+} catch (const RunTimeError& error) {
+  return {{}, {}, error.Kind()};
 }
 
-Outcome SolvePlain(Model m) {
-  return Record(m, [&m] {
-    AssembleEquations(m);
-    return SolveAssembledEquations(m, kSolverTolerance);
-  });
-}
-
-/// The analysis as the program runs it, without the stresses.
-Outcome SolveChosen(Model m) {
-  return Record(m, [&m] { return SolveStructure(m); });
+SolveReport SolvePlain(Model& m) {
+  AssembleEquations(m);
+  return SolveAssembledEquations(m, kSolverTolerance);
 }
 
 /// Returns whether the fast form declines the model.
@@ -143,11 +133,11 @@ TEST(WaveSolver, WholeSolvesAgreeWithThePlainFormAndDoNotDependOnTheInstructionS
   int agreed = 0;
   for (const Model& model : Plates()) {
     SCOPED_TRACE(testing::Message() << model.CellRowCount << " x " << model.CellColumnCount);
-    const Outcome plain = SolvePlain(model);
-    const Outcome first = SolveChosen(model);
+    const Outcome plain = OutcomeOf(model, SolvePlain);
+    const Outcome first = OutcomeOf(model, SolveStructure);
     ASSERT_EQ(plain.error, first.error);
     ForEachTarget([&] {
-      const Outcome waves = SolveChosen(model);
+      const Outcome waves = OutcomeOf(model, SolveStructure);
       EXPECT_TRUE(first.solution == waves.solution);
       EXPECT_EQ(first.report.iterations, waves.report.iterations);
       EXPECT_EQ(first.report.relativeResidual, waves.report.relativeResidual);
@@ -170,8 +160,8 @@ TEST(WaveSolver, WholeSolvesAgreeWithThePlainFormAndDoNotDependOnTheInstructionS
 
 void ExpectLeftToPlain(const Model& model) {
   EXPECT_TRUE(IsLeftToPlain(model));
-  const Outcome plain = SolvePlain(model);
-  const Outcome chosen = SolveChosen(model);
+  const Outcome plain = OutcomeOf(model, SolvePlain);
+  const Outcome chosen = OutcomeOf(model, SolveStructure);
   EXPECT_EQ(plain.error, chosen.error);
   EXPECT_TRUE(plain.solution == chosen.solution);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
+#include <QLineF>
 #include <functional>
 #include <limits>
 #include <set>
@@ -63,28 +64,36 @@ TEST(ImageArea, AnEdgeInTheMiddleOfAPixelFallsOnItsUpperEnd) {
   EXPECT_EQ(area.Image(), expected);
 }
 
-TEST(ImageArea, LinesOfAnySlopeLieInTheMiddle) {
+/// Draws in blue on 50 x 40 pixels, which are the user coordinates; returns the middle of the ink.
+QPointF MiddleOf(int lineWidth, const std::function<void(ImageArea&)>& draw) {
+  ImageArea area;
+  area.Resize(50, 40, 1);
+  area.SetScale({0, 0, 50, 40});
+  area.SetColor(kBlue);
+  area.SetLineWidth(lineWidth);
+  draw(area);
+  double ink = 0;
+  QPointF sum;
+  for (int y = 0; y < 40; ++y) {
+    for (int x = 0; x < 50; ++x) {
+      const int dark = 255 - qRed(area.Image().pixel(x, y));
+      ink += dark, sum += dark * QPointF(x + 0.5, y + 0.5);
+    }
+  }
+  return sum / ink;
+}
+
+TEST(ImageArea, LinesOfAnySlopeAndCirclesLieInTheMiddle) {
   const double lines[][4] = {
       {10, 10, 40, 20}, {12, 30, 20, 5}, {10, 35, 35, 10}, {10, 10, 10, 25}, {5, 8, 30, 8}};
   for (const auto& [x1, y1, x2, y2] : lines) {
     for (const int width : {2, 3}) {
-      ImageArea area;
-      area.Resize(50, 40, 1);
-      area.SetScale({0, 0, 50, 40});  // pixels
-      area.SetColor(kBlue);
-      area.SetLineWidth(width);
-      area.DrawLine(x1, y1, x2, y2);
-      const QImage image = area.Image();
-      double ink = 0, x = 0, y = 0;
-      for (int row = 0; row < 40; ++row) {
-        for (int column = 0; column < 50; ++column) {
-          const int dark = 255 - qRed(image.pixel(column, row));
-          ink += dark, x += dark * (column + 0.5), y += dark * (row + 0.5);
-        }
-      }
       const double inPixel = width % 2 == 0 ? 0 : 0.5;  // an odd width has a pixel in its middle
-      EXPECT_NEAR(x / ink, (x1 + x2) / 2 + inPixel, 0.05) << x1 << " " << y1 << " " << width;
-      EXPECT_NEAR(y / ink, (y1 + y2) / 2 + inPixel, 0.05) << x1 << " " << y1 << " " << width;
+      const QPointF expected((x1 + x2) / 2 + inPixel, (y1 + y2) / 2 + inPixel);
+      const QPointF line = MiddleOf(width, [&](ImageArea& a) { a.DrawLine(x1, y1, x2, y2); });
+      EXPECT_LT(QLineF(line, expected).length(), 0.07) << x1 << " " << y1 << " " << width;
+      const QPointF circle = MiddleOf(width, [&](ImageArea& a) { a.DrawCircle(x1, 20, 3); });
+      EXPECT_LT(QLineF(circle, {x1 + inPixel, 20 + inPixel}).length(), 0.07) << x1 << " " << width;
     }
   }
 }
@@ -151,8 +160,8 @@ TEST(ImageArea, NothingDrawnAnywhereIsUndefined) {
   EXPECT_NE(area.Image().pixel(15, 14), Rgb(kWhite)) << "what passes through the picture is seen";
   area.Clear();
   for (const double nowhere : {NAN, -NAN}) {
-    area.DrawLine(nowhere, 0.5, 0.5, 0.25);
-    area.DrawLine(0.5, 0.25, 0.5, nowhere);
+    area.DrawLine(nowhere, 0.5, 0.5, 0.5);
+    area.DrawLine(0.5, 0.5, 0.5, nowhere);
     area.DrawBox(0.5, 0.25, nowhere, 0.5);
     area.FillBox(0.5, nowhere, 0.5, 0.25);
     area.DrawText(nowhere, 0.5, "x");

@@ -40,15 +40,22 @@ Model HalfBeam(int rows, int columns) {
 /// With its left column and the cells at the load non-design.
 Model Cantilever(int rows, int columns) {
   Model model = test::Cantilever(rows, columns);
-  for (int i = 1; i <= rows; ++i) model.CellState(i, 1) = kCellNonDesign;
+  test::SetCells(model, 1, 1, rows, 1, kCellNonDesign);
   return Analysed(model);
+}
+
+/// What is sought: a share of the volume of `full`.
+template <class Goal>
+Goal For(const Model& full, double share) {
+  Goal goal;
+  goal.share = share;
+  goal.fullVolume = full.Volume;
+  return goal;
 }
 
 SearchResult Found(const Model& start, double share, int jobs = 1,
                    std::optional<Single> lambda = {}, std::optional<Integer> epsilon = {}) {
-  SearchOptions options;
-  options.share = share;
-  options.fullVolume = start.Volume;
+  SearchOptions options = For<SearchOptions>(start, share);
   options.jobs = jobs;
   options.lambda = lambda;
   options.epsilon = epsilon;
@@ -102,9 +109,7 @@ TEST(VolumeSearch, ItsStagesDoneByHandGiveTheSamePlateWhateverTheThreads) {
 
 TEST(VolumeSearch, ErodesASlenderPlateBySingleStepsThatCanBeDoneByHand) {
   const Model start = HalfBeam(8, 20);
-  SearchGoal goal;
-  goal.share = 0.3;
-  goal.fullVolume = start.Volume;
+  SearchGoal goal = For<SearchGoal>(start, 0.3);
   goal.goOn = [] { return true; };
   SearchWay way;
   const Attempt without = TryWay(start, way, goal);
@@ -163,13 +168,10 @@ TEST(VolumeSearch, KeepsToTheLambdaAndEpsilonThatAreGiven) {
 
 TEST(VolumeSearch, StopsWithTheLastLayoutThatWasKept) {
   const Model start = Cantilever(10, 20);
-  SearchOptions options;
-  options.share = 0.5;
-  options.fullVolume = start.Volume;
   SearchWatch watch;
   int steps = 0;
   watch.goOn = [&steps] { return ++steps < 9; };
-  const SearchResult result = SearchVolume(start, options, watch);
+  const SearchResult result = SearchVolume(start, For<SearchOptions>(start, 0.5), watch);
   EXPECT_FALSE(result.Best().reached);
   EXPECT_EQ(result.attempts[0].end, SearchEnd::kStopped);
   EXPECT_LT(result.Best().model.Volume, start.Volume);
@@ -179,14 +181,10 @@ TEST(VolumeSearch, StopsWithTheLastLayoutThatWasKept) {
 TEST(VolumeSearch, TakesAPlateAtTheWishAsReachedAndALighterOneAsTooLight) {
   const Model start = Cantilever(10, 20);
   const SearchResult first = Found(start, 0.5);
-  SearchOptions options;
-  options.fullVolume = start.Volume;
-  options.share = 0.5;
-  const SearchResult again = SearchVolume(first.Best().model, options, {});
+  const SearchResult again = SearchVolume(first.Best().model, For<SearchOptions>(start, 0.5), {});
   EXPECT_TRUE(again.Best().reached);
   EXPECT_LE(again.Best().compliance, first.Best().compliance);
-  options.share = 0.7;
-  const SearchResult lighter = SearchVolume(first.Best().model, options, {});
+  const SearchResult lighter = SearchVolume(first.Best().model, For<SearchOptions>(start, 0.7), {});
   EXPECT_FALSE(lighter.Best().reached);
   EXPECT_EQ(lighter.Best().end, SearchEnd::kTooLight);
 }
@@ -218,10 +216,8 @@ TEST(Vote, ItsTargetLeavesAsManyCellsAsWished) {
   Model model = Analysed(test::Cantilever(12, 24));
   model.CellState(6, 12) = model.CellState(7, 12) = kCellEmpty;  // with what remains of a potential
   model.Potential(6, 12) = model.Potential(7, 12) = 4;
-  const struct {
-    Single lambda;
-    Integer epsilon;
-  } steps[] = {{1, 3}, {1, 5}, {1, 7}, {0.45F, 7}, {0.45F, 9}, {0.7F, 5}};
+  const std::pair<Single, Integer> steps[] = {{1, 3},     {1, 5},     {1, 7},
+                                              {0.45F, 7}, {0.45F, 9}, {0.7F, 5}};
   for (const auto& [lambda, epsilon] : steps) {
     for (const int cells : {280, 250, 200, 120}) {
       Model next = model;
@@ -244,9 +240,7 @@ TEST_P(Example, IsWhatItsRecipeMakesAndComesDownToHalfItsVolumeWhole) {
   EXPECT_TRUE(test::ReadFile(QUILLANE_SOURCE_DIR + file) ==
               ModelFileText(ShippedExample(GetParam())));
   const Model start = Analysed(MakeExample(GetParam(), ExampleStart::kFullDomain));
-  SearchGoal goal;
-  goal.share = 0.5;
-  goal.fullVolume = start.Volume;
+  SearchGoal goal = For<SearchGoal>(start, 0.5);
   goal.goOn = [] { return true; };
   SearchWay coarse;  // a search tries finer ones
   coarse.pace = 0.06;
