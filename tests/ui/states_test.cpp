@@ -115,6 +115,7 @@ TEST_F(States, AFailedAnalysisClosesTheWayToSteps) {
     cause();
     Menu("mnuStressAnalysis");
     EXPECT_EQ(robot.Boxes().size(), 1U);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_FALSE(IsEnabled("mnuOptimization") || IsEnabled("mnuHistory"));
     EXPECT_EQ(Legend(), bareLegend);
     EXPECT_EQ(Picture(), drawn);

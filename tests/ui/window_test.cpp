@@ -87,17 +87,13 @@ TEST_F(Analysis, TheFirstAnalysisOpensTheWayToOptimization) {
   EXPECT_EQ(Picture(), map);
 }
 
-TEST_F(Window, AnAnalysisThatFailsIsReportedAndTheWindowStays) {
-  Menu("mnuStressAnalysis");
-  EXPECT_EQ(robot.Boxes().size(), 1U);
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-  EXPECT_FALSE(IsEnabled("mnuOptimization"));
+TEST_F(Window, AnAnalysisThatDoesNotConvergeIsReportedAndItsResultsStand) {
   Model afloat = Cantilever(3, 3);
   for (Integer& flag : afloat.NodeFreedom.Raw()) flag = 0;
   Show(afloat);
   Menu("mnuStressAnalysis");
   EXPECT_EQ(robot.Boxes().size(), 1U) << "a plate that nothing holds does not converge";
-  EXPECT_TRUE(IsEnabled("mnuOptimization")) << "the results stand";
+  EXPECT_TRUE(IsEnabled("mnuOptimization"));
   In("mnuOptimization", [](QDialog& dialog) {
     const QSize size = dialog.size();
     Click(dialog, "cmdManual");
