@@ -10,22 +10,22 @@ packages=(out/quillane_*.deb out/quillane-batch_*.deb out/quillane-doc_*.deb)
 
 step() { echo "== $*"; }
 
-step "judged by lintian, appstreamcli, desktop-file-validate"
+step "lintian, appstreamcli, desktop-file-validate"
 lintian --allow-root --fail-on error "${packages[@]}"
 appstreamcli validate --no-net packaging/linux/org.quillane.quillane.metainfo.xml
 desktop-file-validate packaging/linux/quillane.desktop
 
-step "installed"
+step "install"
 dpkg -i "${packages[@]}"
 mapfile -t files < <(dpkg -L "${names[@]}")
 work=$(mktemp -d)
 trap 'rm -rf "$work"; dpkg -r "${names[@]}" >/dev/null 2>&1 || true' EXIT
 
-step "the installed manual names nothing of the sources"
+step "the installed manual does not refer to the sources"
 ! grep -rnE '(scripts|src|tests|bench|build|packaging)/[a-z]|make-examples|CONTRIBUTING|design\.md' \
   /usr/share/doc/quillane/*.md
 for link in $(grep -ohE '\]\([^)#:]+' /usr/share/doc/quillane/*.md | cut -c3- | grep -vx 'https\?' | sort -u); do
-  [ -e "/usr/share/doc/quillane/$link" ] || { echo "the manual links to $link" >&2; exit 1; }
+  [ -e "/usr/share/doc/quillane/$link" ] || { echo "the manual links to a missing file: $link" >&2; exit 1; }
 done
 cd "$work"
 
@@ -44,7 +44,7 @@ xvfb-run -a bash -c '
 step "man pages"
 for page in quillane quillane-batch; do man -w "$page"; done
 
-step "removed without leftovers"
+step "remove without leftovers"
 dpkg -r "${names[@]}"
 for file in "${files[@]}"; do
   case "$file" in *quillane*) [ ! -e "$file" ] || { echo "left behind: $file" >&2; exit 1; } ;; esac

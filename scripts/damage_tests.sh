@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Saves under bad conditions: no space, a read-only file or folder, a kill in the middle. Afterwards the file
-# must be the old one or the new one, whole.
+# Saves under bad conditions: no space, a read-only file or folder, a kill in the middle. Afterwards the old
+# or the new file must be there, whole.
 # Usage: damage_tests.sh [path/to/quillane-batch, default the release build]
 #        [kills at random moments, default 0]
 set -euo pipefail
@@ -12,7 +12,7 @@ export ASAN_OPTIONS=detect_leaks=0 # leak detection cannot run under strace
 work=$(mktemp -d)
 trap 'chmod -R u+w "$work" && rm -rf "$work"' EXIT
 cd "$work"
-export GCOV_PREFIX=$work/coverage # what a killed program counted is not to be trusted
+export GCOV_PREFIX=$work/coverage # the counts of a killed program are unreliable
 failures=0
 fail() { echo "FAILED: $*" >&2; failures=$((failures + 1)); }
 
@@ -51,7 +51,7 @@ no_space() {
 # Does the same on a disk that is really full: a file system in memory that only this shell sees.
 full_disk() {
   mkdir disk
-  unshare -rm true 2>/dev/null || { echo "full disk not tried: namespaces are off"; return 0; }
+  unshare -rm true 2>/dev/null || { echo "full disk skipped: user namespaces are disabled"; return 0; }
   unshare -rm bash -euo pipefail -s "$batch" "$example" <<'INSIDE' || fail "full disk"
 mount -t tmpfs -o size=64k tmpfs disk
 cp old.model disk/kept.model
@@ -93,7 +93,7 @@ read_only_file_and_folder() {
 expect_whole() {
   if cmp -s "$2" old.model; then old=$((old + 1))
   elif cmp -s "$2" new.model; then new=$((new + 1))
-  else fail "$1: a piece of $(wc -c <"$2") bytes"; fi
+  else fail "$1: neither the old nor the new file, $(wc -c <"$2") bytes"; fi
 }
 
 # Kills the program at the first, second, third ... of each kind of system call of a save.
@@ -112,13 +112,13 @@ killed_at_every_call() {
         "$batch" "$example" --quiet --steps 15 --save "$kept"
       exit $?) >/dev/null 2>&1 || status=$?
       expect_whole "killed at $call $number" "$kept"
-      [ "$status" -ne 0 ] || break # it lived: the save makes no more such calls
+      [ "$status" -ne 0 ] || break # it survived: the save makes no more such calls
       points=$((points + 1))
-      save_new "$kept" && cmp -s "$kept" new.model || fail "$call $number: no save afterwards"
+      save_new "$kept" && cmp -s "$kept" new.model || fail "$call $number: the next save failed"
     done
   done
   echo "killed at $points system calls of a save: old file $old times, new file $new times"
-  [ "$points" -ge 8 ] || fail "too few kills met the save"
+  [ "$points" -ge 8 ] || fail "too few kills hit the save"
 }
 
 # Kills the program at random moments while it saves again and again.
@@ -148,7 +148,7 @@ read_only_file_and_folder
 if command -v strace >/dev/null && strace -o strace.log true 2>/dev/null; then
   killed_at_every_call
 else
-  echo "kills at system calls not tried: strace cannot run here"
+  echo "kills at system calls skipped: strace cannot run here"
 fi
 [ "$rounds" -eq 0 ] || killed_at_random
 [ "$failures" -eq 0 ] && echo "Every save left the old or the new file whole."

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Runs quillane-batch with random command lines: options in pairs and more, odd values, odd files.
+"""Runs quillane-batch with random command lines: several options at a time, odd values, odd files.
 
-A finding is an end by a signal, a sanitizer's report, an undocumented exit status, a run that takes too
+A finding is a crash, a sanitizer's report, an undocumented exit status, a run that takes too
 long, a leftover .part file, or an error without a message.
 Usage: fuzz_command_line.py PROGRAM [SECONDS, default 600] [SEED]
 """
@@ -72,7 +72,7 @@ def prepare(folder, plate):
 
 
 def fault(run, folder, line):
-    """Returns what is wrong with the run of a command line that has ended, or an empty text."""
+    """Returns what is wrong with a run that has ended, or an empty text."""
     told = run.stderr.decode(errors="replace")
     if run.returncode not in STATUSES:
         return f"exit status {run.returncode}"
@@ -92,7 +92,7 @@ def main():
     end = time.monotonic() + float(sys.argv[2] if len(sys.argv) > 2 else 600)
     seed = int(sys.argv[3] if len(sys.argv) > 3 else time.time())
     chance = random.Random(seed)
-    seeds = pathlib.Path(__file__).resolve().parent.parent / "fuzz/seeds"  # small: a run takes no time
+    seeds = pathlib.Path(__file__).resolve().parent.parent / "fuzz/seeds"  # small, so runs are short
     plate = (seeds / "cantilever.model").read_bytes()
     runs, findings, statuses = 0, 0, {}
     while time.monotonic() < end:
@@ -107,7 +107,7 @@ def main():
                 told = run.stderr.decode(errors="replace")
                 statuses[run.returncode] = statuses.get(run.returncode, 0) + 1
             except subprocess.TimeoutExpired:
-                what, told = f"no end after {LONGEST} s", ""
+                what, told = f"still running after {LONGEST} s", ""
         runs += 1
         if what:
             findings += 1

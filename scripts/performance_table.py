@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Prints how long steps take beside library solvers on the same systems, as tables in Markdown.
+"""Prints tables in Markdown that compare the time of steps with library solvers on the same systems.
 
 Usage: performance_table.py [repetitions, default 3]
-First whole optimizations of the example sketches, shipped size and finer: our step where it changes
-the layout, whole, against factorization and solution alone by the libraries. Then single plates.
+First whole optimizations of the example sketches, in shipped size and finer: our whole step where it
+changes the layout, against factorization and solution alone by the libraries. Then single plates.
 All in one run on one core, interleaved; the smallest processor time of the repetitions counts.
 """
 import json

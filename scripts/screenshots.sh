@@ -130,7 +130,7 @@ shoot cleared
 
 xdotool windowminimize "$main"
 pause
-[[ "$(xdotool getwindowname "$main")" = POST ]] || fail 'the title of the minimized window'
+[[ "$(xdotool getwindowname "$main")" = POST ]] || fail 'the minimized window has the wrong title'
 xdotool windowactivate "$main"
 pause
 
@@ -171,4 +171,4 @@ entry Rescue.model
 key Return
 await 'by HARROW'
 menu_exit
-wait "$quillane" || fail 'the exit status'
+wait "$quillane" || fail 'the program did not exit with 0'

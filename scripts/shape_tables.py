@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the tables and the picture of the shapes in docs/validation.md anew from shape_bench.
+"""Makes the tables and the picture of the shapes in docs/validation.md from shape_bench.
 
 Usage: shape_tables.py [seed, default 2026]. Takes some minutes on one core.
 """

@@ -24,7 +24,7 @@ folder=build/windows/$name
 rm -rf "$folder"
 cmake --install build/windows --prefix "$folder" --strip > /dev/null
 
-# The DLLs that the programs and the plugin for Windows' screen need and that Windows does not bring.
+# Adds the DLLs that the programs and the platform plugin need and Windows does not include.
 runtime=(/usr/lib/gcc/x86_64-w64-mingw32/*-posix /usr/x86_64-w64-mingw32/lib)
 add_libraries() {
   local needed place
@@ -41,7 +41,7 @@ mkdir "$folder/platforms"
 x86_64-w64-mingw32-strip -o "$folder/platforms/qwindows.dll" "$libraries/plugins/platforms/qwindows.dll"
 for program in "$folder"/*.exe "$folder/platforms/qwindows.dll"; do add_libraries "$program"; done
 
-# The manual without what is about the sources; links to chapters lead to their pages.
+# The manual without the chapters about the sources; links between chapters lead to the pages.
 mkdir -p "$folder/manual/images"
 for chapter in docs/*.md; do
   title=$(basename "$chapter" .md)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs other programs and has them check what quillane-batch exports: the optimized examples as
-# outlines (plain, smoothed, with circles) and as fields. Ends at the first finding.
-# Usage: check_exports.sh [FOLDER]   (out/exports by default; pictures to look at stay there)
+# outlines (plain, smoothed, with circles) and as fields. Stops at the first finding.
+# Usage: check_exports.sh [FOLDER]   (out/exports by default; keeps pictures to inspect)
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 scripts/install_dependencies.sh exports
@@ -42,7 +42,7 @@ name=${names[0]}
 scripts/exports/check_outlines.py "$folder" "${names[@]}"
 pvpython scripts/exports/check_fields.py "$folder" "${names[@]}"
 
-# meshio converts the fields for another solver: as many elements.
+# meshio converts the fields for another solver; the number of elements must stay.
 for name in "${names[@]}"; do
   meshio convert --float-format .12e "$folder/$name.vtu" "$folder/$name.inp" >/dev/null
   elements=$(meshio info "$folder/$name.inp" | sed -n 's/.*quad: *\([0-9]*\).*/\1/p')
@@ -50,7 +50,7 @@ for name in "${names[@]}"; do
   [ "$elements" = "$(awk -F, 'NR > 1 && $3 > 0' "$folder/$name-cells.csv" | wc -l)" ]
 done
 
-# Pictures to look at: all outlines on one sheet, and each drawing with circles in LibreCAD.
+# Pictures to inspect: all outlines on one sheet, and each drawing with circles in LibreCAD.
 montage "$folder"/*.svg.png'[900x500]' -tile 3x -geometry 900x500+20+20 "$folder/outlines.png"
 . scripts/lib/virtual_screen.sh
 virtual_screen 1200x800
@@ -69,4 +69,4 @@ for name in "${names[@]}"; do
   kill "$program"
   wait "$program" || true
 done
-echo "to look at: $folder/outlines.png, $folder/*-librecad.png"
+echo "to inspect: $folder/outlines.png, $folder/*-librecad.png"

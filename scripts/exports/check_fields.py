@@ -1,7 +1,7 @@
-"""Judges the fields of check_exports.sh by VTK's own readers: every number against the tables.
+"""Compares every number of the fields of check_exports.sh, read by VTK, with the tables.
 
 Usage: pvpython check_fields.py FOLDER NAME...   with NAME.vtu, NAME-cells.csv, NAME-nodes.csv in
-FOLDER; where there is a folder NAME-frames, its series too, whose last step must be NAME.vtu.
+FOLDER; if there is a folder NAME-frames, also its series, whose last step must be NAME.vtu.
 """
 import csv
 import os

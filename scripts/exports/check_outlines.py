@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Judges the outlines of check_exports.sh by other programs.
+"""Checks the outlines of check_exports.sh with other programs.
 
 Usage: check_outlines.py FOLDER NAME...   with NAME.json, NAME-plain.dxf, NAME-smooth.svg, NAME-round.json and so on
 in FOLDER. The areas of all files of a shape must agree with each other, and those of the plain one
@@ -79,7 +79,7 @@ for name in names:
         stl = stl_volume(shape + ".stl") / summary["thickness"]
         print(f"{name + ' ' + kind:24}{expected:14.3f}{dxf:14.3f}{svg:14.3f}{stl:14.3f}")
         assert not differs(dxf, expected, 1e-9 if kind == "plain" else 0.01)
-        # Facets in place of arcs cut off a little.
+        # Facets cut a little off arcs.
         assert not differs(stl, dxf, 1e-3 if kind == "round" else 1e-6)
         assert not differs(svg, dxf, 1e-3)
     outline = json.load(open(f"{folder}/{name}-round.json"))["outline"]

@@ -1,4 +1,4 @@
-"""ParaView's pictures of the fields for docs/export.md.
+"""Makes ParaView's pictures of the fields for docs/export.md.
 
 Usage: pvpython export_views.py PLATE.vtu AGAIN.vtu FIELD.png OURS.png THEIRS.png
 PLATE: what quillane-batch wrote; AGAIN: the re-analysis of its smoothed shape.

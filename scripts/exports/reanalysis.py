@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Analyses a smoothed shape again by other programs: gmsh meshes it, CalculiX computes it.
+"""Analyses a smoothed shape again with other programs: gmsh meshes it, CalculiX solves it.
 
 Usage: reanalysis.py MODEL SHAPE.dxf CELLS.csv RESULT.vtu   (MODEL: the plate that SHAPE and CELLS
-are of). Prints the largest stresses of both, all over the plate and away from point loads, supports
-and what the smoothing had to leave as corners; RESULT.vtu is for a picture.
+belong to). Prints the largest stresses of both, in the whole plate and away from point loads, supports
+and the corners that the smoothing kept; RESULT.vtu is for a picture.
 """
 import csv
 import math

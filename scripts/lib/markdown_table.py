@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Tables in Markdown for the scripts: `table`, or as a program rows from standard input.
+"""Makes tables in Markdown for the scripts: by `table`, or as a program from standard input.
 
-As a program it reads a row a line, its cells between tabs, the titles of the columns first.
+As a program it reads one row per line, with tabs between the cells and the titles in the first row.
 """
 import re
 import sys

@@ -1,5 +1,5 @@
-# To be sourced: virtual_screen SIZE starts a virtual screen, such as 1200x800, for the programs that the
-# script starts. At the script's end it stops the screen and removes the folder $scratch, made for the script.
+# To be sourced: virtual_screen SIZE starts a virtual screen of that size, such as 1200x800, and makes the
+# folder $scratch. When the script ends, the screen stops and the folder is removed.
 virtual_screen() {
   scratch=$(mktemp -d)
   exec 3<>"$scratch/display"

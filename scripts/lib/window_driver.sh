@@ -21,7 +21,7 @@ await() {
   pause
 }
 
-# x, y, width and height of a window's contents on the screen.
+# Sets x, y, width and height of a window's contents on the screen.
 locate() {
   local info
   info=$(xwininfo -id "$1")
@@ -45,14 +45,14 @@ shoot() {
   echo "window-$1.png"
 }
 
-# Opens "File" on its first item.
+# Opens the menu "File" and selects its first item.
 open_menus() {
   locate "$main"
   press_at $((x + 20)) $((y + 9))
   key Down
 }
 
-# menu RIGHT DOWN: the menu so many to the right of "File", its item so many below the first.
+# menu RIGHT DOWN: chooses an item, DOWN places below the first, of the menu RIGHT places beside "File".
 menu() {
   open_menus
   repeat Right "$1"
@@ -61,7 +61,7 @@ menu() {
   pause
 }
 
-# dialog TITLE NAME: takes a picture of the dialog that is shown now.
+# dialog TITLE NAME: waits for a dialog and takes a picture of it.
 dialog() {
   await "$1"
   shoot "dialog-$2" "$id"
@@ -71,7 +71,7 @@ menu_open() { menu 0 0; }
 menu_save() { menu 0 1; }
 menu_copy() { menu 0 2; }
 menu_history() { menu 0 3; }
-menu_exit() { # from the end, for greyed items above are skipped
+menu_exit() { # from the end, because Down skips disabled items
   open_menus
   key Up Return
 }
@@ -99,19 +99,19 @@ find_canvas() {
   canvas_y=$((canvas_y + y))
 }
 
-# Opens the optimization dialog on its first button.
+# Opens the optimization dialog; its first button has the focus.
 optimization() {
   menu_optimization
   await '^Optimization$'
 }
 
-# point X Y: presses at a place on the canvas, in mm, in the view at the start.
+# point X Y: presses on the canvas at a place in mm, in the initial view.
 point() {
   press_at $((canvas_x + canvas_width / 2 + $1 * canvas_width / 2000)) \
     $((canvas_y + canvas_height / 2 - $2 * canvas_width / 2000))
 }
 
-# choose UP: the option so many above the last one, then OK.
+# choose UP: selects the option UP places above the last one and presses OK.
 choose() {
   repeat Up "$1"
   key Return

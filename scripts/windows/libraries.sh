@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Builds what the programs need on Windows from Debian's own sources, once: the toolkit (half an hour on
-# two cores) and the small libraries. The argument is the folder that keeps them; they are installed in
-# its libraries/, all else there may go afterwards.
+# Builds what the programs need on Windows from Debian's source packages, once: the toolkit (half an hour on
+# two cores) and the small libraries. The argument is the folder for them; they are installed in its
+# libraries/, and everything else there can be deleted afterwards.
 set -euo pipefail
 root=$1
 toolchain="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)/cmake/windows.cmake"
 prefix="$root/libraries"
 mkdir -p "$root/src" "$root/build" "$root/apt/lists/partial" "$prefix/built" "$prefix/licences"
 
-# Fetches and unpacks a source package. The list of sources is one of our own, so root is not needed.
+# Fetches and unpacks a source package. A separate list of sources makes root unnecessary.
 fetch() {
   local list="$root/apt/sources.list"
   local apt=(apt-get -qq -o Dir::Etc::SourceList="$list" -o Dir::Etc::SourceParts=/dev/null
@@ -34,8 +34,8 @@ by_cmake() {
   cmake --install "$root/build/$name" --strip > /dev/null
 }
 
-# Only what the window is made of: it draws into images, so no graphics processor, text by the interface
-# that every Windows has, and of the widgets few. Tools that run at build time are this machine's own.
+# Only what the window uses: it draws into images, so no GPU; text by the interface that every Windows
+# has; few widgets. Tools that run at build time are native.
 build_qt6-base() {
   local off=(sql network dbus printsupport concurrent xml tabletevent direct2d direct2d1_1 directwrite
              directwrite3 vulkan glib zstd icu gif ico jpeg system_zlib system_png system_freetype
@@ -54,7 +54,7 @@ build_cli11() { by_cmake cli11 -DCLI11_BUILD_TESTS=OFF -DCLI11_BUILD_EXAMPLES=OF
 build_highway() { by_cmake highway -DHWY_ENABLE_CONTRIB=OFF -DHWY_ENABLE_EXAMPLES=OFF; }
 build_googletest() { by_cmake googletest -DBUILD_GMOCK=OFF; }
 
-# It brings build files of another kind, for two sources.
+# It comes with files for another build system; there are only two sources.
 build_dxflib() {
   local source
   for source in "$root"/src/dxflib/*/src/*.cpp; do

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Uses what scripts/windows.sh has packed under wine and compares it with this machine's own build: tests,
-# histories, pictures, one whole job in the window, the end of the session. What was seen stays in
+# Runs the archive of scripts/windows.sh under wine and compares it with the native build: tests, histories,
+# pictures, one whole job in the window, the end of the session. Keeps pictures and logs in
 # build/windows/seen. Usage: scripts/windows/tests.sh zip libraries
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -15,7 +15,7 @@ mkdir "$seen"
 cmake --build --preset release
 here=build/release/src/batch/quillane-batch
 
-# A machine of its own with Windows 10, without the parts that wine would offer to download.
+# A wine prefix of its own that acts as Windows 10, without the add-ons that wine offers to download.
 export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
 trap 'wineserver --kill; kill "$screen"; rm -rf "$scratch"' EXIT
 wineboot --init > /dev/null 2>&1
@@ -24,7 +24,7 @@ wineserver --wait
 
 step() { echo "== $*"; }
 
-step 'unpacked'
+step 'unpack'
 place=$scratch/日本語\ のフォルダ
 unzip -q "$zip" -d "$place"
 folder=$(echo "$place"/*)
@@ -34,7 +34,7 @@ for program in quillane quillane-batch; do
   chmod +x "$scratch/$program"
 done
 
-# The tests of a room that cannot be run in this way, as patterns of names, each with its reason.
+# The tests of a room that cannot run in this way: patterns of names, each with its reason.
 skipped() {
   case $1 in
     ui) cat << 'END' ;;
@@ -42,15 +42,15 @@ Window.ARescueFileWithoutAPlace* (Windows removes no folder that a program is in
 States.ANewModelForgets* (without a screen there are no fonts, so the legend shows no numbers)
 END
     batch) cat << 'END' ;;
-Batch.ATerminalSees* (a terminal of this machine shows what wine's own console makes of the line)
-Study.ARunGoesOnFrom* (likewise, at its end)
-Study.PipesServe* (a named pipe of this machine is none there)
-Study.OneOutputThatFails* (sockets and /dev/full are of this machine)
-Study.ASignal* (signals of this machine end wine itself; Ctrl+C is tried below)
-Ending.AFailureAtAStep* (a limit for files would hold for wine itself)
+Batch.ATerminalSees* (wine's console rewrites the line before the terminal here shows it)
+Study.ARunGoesOnFrom* (likewise)
+Study.PipesServe* (a native named pipe is none under wine)
+Study.OneOutputThatFails* (/dev/full does not exist there)
+Study.ASignal* (native signals end wine itself; Ctrl+C is tried below)
+Ending.AFailureAtAStep* (a limit on file sizes would apply to wine itself)
 Ending.ARequest* (signals and named pipes)
 Ending.ASecondRequest* (signals and named pipes)
-Ending.ASecondRun* (ends the first one by a signal)
+Ending.ASecondRun* (it ends the first run by a signal)
 Ending.OutputsThatAreOne* (/dev/stdout and named pipes)
 Ending.WhatHasNoEffect* (a name that is not UTF-8)
 END
@@ -73,7 +73,7 @@ for test in build/windows/tests/*_test.exe build/windows/tests/*/*_test.exe; do
   WINEPATH=$toolkit run_tests "$(basename "$test" _test.exe)" wine "$test"
 done
 
-step 'tests of the command line, run here, the program there'
+step 'native tests of the command line, with the Windows program'
 g++ -std=c++20 -O1 -fPIC -Isrc -Itests -I. -DQUILLANE_BATCH="\"$scratch/quillane-batch\"" \
   -DQUILLANE_SOURCE_DIR="\"$PWD\"" -isystem /usr/include/x86_64-linux-gnu/qt6 \
   -isystem /usr/include/x86_64-linux-gnu/qt6/QtCore -isystem /usr/include/x86_64-linux-gnu/qt6/QtGui \
@@ -82,7 +82,7 @@ g++ -std=c++20 -O1 -fPIC -Isrc -Itests -I. -DQUILLANE_BATCH="\"$scratch/quillane
   -Wl,--end-group -o "$scratch/batch_test" -lgtest_main -lgtest -lhwy -lfmt -ldxflib -lQt6Gui -lQt6Core
 run_tests batch "$scratch/batch_test"
 
-step 'histories of the examples, 150 steps, at each instruction set'
+step 'histories of the examples, 150 steps, with each instruction set'
 libraries_of() { for room in optimize fem model; do echo "build/$1/src/$room/libquillane_$room.a"; done; }
 sources=(-std=c++20 -O2 -ffp-contract=off -Isrc -I. bench/write_histories.cpp)
 g++ "${sources[@]}" build/release/examples/libquillane_recipes.a $(libraries_of release) -lhwy \
@@ -98,8 +98,8 @@ for set in "$seen"/histories/*; do
   echo "$(basename "$set"): $(ls "$set" | wc -l) histories are the same"
 done
 
-# different_pixels MODEL MAP A B: how many pixels of two pictures differ outside the text, which is where a picture of
-# other letters differs from the first one.
+# different_pixels MODEL MAP A B: counts the pixels in which two pictures differ outside the text. Text is where a
+# picture in another font size differs from the first one.
 different_pixels() {
   QT_QPA_PLATFORM='' QT_FONT_DPI=60 "$here" "$1" --quiet --map "$2" --image "$scratch/letters.png"
   convert "$3" "$scratch/letters.png" -compose difference -composite -separate -evaluate-sequence max \
@@ -108,7 +108,7 @@ different_pixels() {
     \( "$scratch/text.png" -negate \) -compose multiply -composite -format '%[fx:round(mean*w*h)]' info:
 }
 
-step 'pictures, equal but for text'
+step 'pictures, equal except for text'
 mkdir "$seen"/{pictures,pictures-here}
 for model in examples/*.model; do
   for map in stress potential model; do
@@ -133,7 +133,7 @@ steps=$(sed -n 's/.*"steps": *\([0-9]*\).*/\1/p' "$place/結果.json")
 "$here" examples/half-mbb-beam.model --steps "$steps" --quiet --history "$scratch/h" --save "$scratch/m"
 cmp "$place/履歴.tmp" "$scratch/h"
 cmp "$place/終.model" "$scratch/m"
-echo "ended after $steps steps, with history and model as here"
+echo "ended after $steps steps; history and model equal the native ones"
 
 step 'the end of the session'
 . scripts/lib/window_driver.sh
@@ -141,7 +141,7 @@ images=$seen/session
 messages=$images/messages
 mkdir "$images"
 manage_windows
-# session_ends NAME: opens the plate, changes its width to that number, if one is given, and logs off.
+# session_ends WIDTH: opens the plate, sets the width shown unless WIDTH is empty, and logs off.
 session_ends() {
   "$scratch/quillane" 2> "$messages" &
   local quillane=$!
@@ -167,10 +167,10 @@ mkdir "$place/session"
 cp examples/half-mbb-beam.model "$place/session/plate.model"
 cd "$place/session"
 session_ends ''
-[ ! -e Rescue.model ] || fail 'everything was saved'
+[ ! -e Rescue.model ] || fail 'a rescue file although everything was saved'
 session_ends 3000
 sed '1s/^[^,]*/3000/' plate.model | cmp - Rescue.model
-echo 'nothing where all is saved, else a rescue file'
+echo 'a rescue file only where changes are unsaved'
 cd - > /dev/null
 
 step 'a whole job in the window'
@@ -180,6 +180,6 @@ steps=$(($(wc -l < "$seen/window/History.tmp") - 2))
 "$here" examples/half-mbb-beam.model --steps "$steps" --quiet --history "$scratch/h" --save "$scratch/m"
 cmp "$seen/window/History.tmp" "$scratch/h"
 cmp "$seen/window/optimized.model" "$scratch/m"
-echo "history and model after $steps steps are those of this machine"
+echo "history and model after $steps steps equal the native ones"
 
 [ ${#failed[@]} -eq 0 ] || { echo "failed: ${failed[*]}" >&2; exit 1; }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # One whole job in the window, by mouse and keyboard on a screen of its own: a model is opened, analysed,
-# its history recorded, optimized automatically, saved, its picture copied. Pictures of the stations,
-# optimized.model, History.tmp and copied.png are left in the folder.
+# its history recorded, optimized automatically, saved, its picture copied. Leaves pictures
+# of the stages, optimized.model, History.tmp and copied.png in the folder.
 # Usage: scripts/windows/window_job.sh program model folder
 set -euo pipefail
 lib=$(cd "$(dirname "${BASH_SOURCE[0]}")/../lib" && pwd)
@@ -63,6 +63,6 @@ done
 convert "$scratch/copied" "$images/copied.png"
 key Alt_L
 key Up Up Return
-# On a busy machine wine kills what takes longer than a second to go.
-wait "$quillane" || [ $? -eq 137 ] || fail 'the exit status'
+# On a busy machine wine kills a program that takes longer than a second to exit.
+wait "$quillane" || [ $? -eq 137 ] || fail 'the program did not exit with 0'
 mv "$work"/{optimized.model,History.tmp} "$images"
