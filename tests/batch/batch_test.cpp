@@ -67,7 +67,7 @@ TEST_F(Batch, LeavesPicturesOfTheAskedSize) {
     EXPECT_EQ(Run("plate.model --quiet --image i.png " + look), 0) << err_;
     pictures.insert(Text("i.png"));
   }
-  EXPECT_EQ(pictures.size(), 7U) << "every look is another picture";
+  EXPECT_EQ(pictures.size(), 7U) << "each option changes the picture";
 }
 
 TEST_F(Batch, WritesShapeAndFieldsForOtherPrograms) {
@@ -98,7 +98,7 @@ TEST_F(Batch, TellsWhatDidNotConverge) {
 }
 
 TEST_F(Batch, ATerminalSeesTheCourseOnOneLineThatVanishes) {
-  if (Shell("script -qec true none") != 0) GTEST_SKIP() << "no terminal can be had: " << err_;
+  if (Shell("script -qec true none") != 0) GTEST_SKIP() << "no terminal available: " << err_;
   const std::string command = QUILLANE_BATCH " plate.model --steps 3' seen.txt";
   ASSERT_EQ(Shell("TERM=xterm script -qec 'stty cols 40; " + command), 0);
   const std::string seen = Text("seen.txt");
@@ -159,7 +159,7 @@ TEST_F(Batch, TellsWhatAWorkshopShouldKnowOfAnOutline) {
   for (const int i : {4, 5}) model.CellState(i, 4) = model.CellState(i, 5) = kCellCutOut;
   for (int i = 1; i <= 8; ++i) model.CellState(i, 9) = i == 2 ? kCellDesign : kCellEmpty;
   model.CellState(8, 8) = kCellEmpty;
-  model.CellState(8, 9) = kCellDesign;  // it touches the rest only in a corner
+  model.CellState(8, 9) = kCellDesign;  // touches the rest in a corner only
   model.CellState(8, 10) = kCellEmpty;
   test::WriteFile(folder_ / "holes.model", ModelFileText(model));
   Run("holes.model --outline - --outline-format dxf --smooth-edges all --json s.json");
@@ -240,7 +240,7 @@ TEST(ModelCheck, NamesLineAndReasonOfWhatIsProbablyUnintended) {
 TEST(ModelCheck, ReadsTheTextItself) {
   const std::string valid = ModelFileText(test::Cantilever(2, 3));
   EXPECT_EQ(ModelFromText(valid).model.DomainDefined, kTrue) << "pictures show the domain";
-  EXPECT_TRUE(FindingsIn(valid + "\r\n  \n").empty()) << "blank lines do no harm";
+  EXPECT_TRUE(FindingsIn(valid + "\r\n  \n").empty()) << "blank lines are ignored";
   std::vector<Finding> findings = FindingsIn(valid + "9,9\r\n");
   ASSERT_EQ(findings.size(), 1U);
   EXPECT_EQ(findings[0].line, 56);
@@ -250,10 +250,10 @@ TEST(ModelCheck, ReadsTheTextItself) {
   EXPECT_TRUE(Contains(findings[0].reason, "number 0 stands where 6 is due: node records"));
   findings =
       FindingsIn("\xEF\xBB\xBF" + std::string(valid).replace(valid.rfind(",1,"), 3, ",0.5,"));
-  ASSERT_EQ(findings.size(), 1U) << "a byte order mark does no harm";
+  ASSERT_EQ(findings.size(), 1U) << "a byte order mark is ignored";
   EXPECT_TRUE(Contains(findings[0].reason, "0.5: a whole number is due")) << findings[0].reason;
   findings = FindingsIn(std::string(valid).insert(valid.find("1,0,0\r\n"), "1\r\n"));
-  ASSERT_EQ(findings.size(), 1U) << "a cell too many: what follows is not judged";
+  ASSERT_EQ(findings.size(), 1U) << "an extra cell: records after it are not checked";
   EXPECT_EQ(findings[0].line, 14);
   EXPECT_TRUE(Contains(findings[0].reason, "missing or too many")) << findings[0].reason;
   findings = FindingsIn(ModelFileText(test::Plate(2, 3, 0.5F, 7)));

@@ -91,7 +91,7 @@ TEST_F(LoadCaseRun, ASearchCarriesTheLoadsOfEveryCase) {
   EXPECT_NEAR(Json("j.json")["volumeFraction"].toDouble(), 0.75, 0.021);
   EXPECT_TRUE(Contains(Text("j.json"), "4 design cells at loads were made non-design cells"));
   ASSERT_EQ(Run(run + " --course c.csv --save b.model"), 0) << err_;
-  EXPECT_EQ(Text("a.model"), Text("b.model")) << "the way is done again with everything recorded";
+  EXPECT_EQ(Text("a.model"), Text("b.model")) << "recording changes no result";
 }
 
 TEST_F(LoadCaseRun, WhatIsNoLoadCaseIsRefusedWithTheReason) {

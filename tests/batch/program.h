@@ -36,7 +36,7 @@ class Batch : public ::testing::Test {
     SaveModelFile(model_, folder_ / "plate.model");
   }
 
-  /// Writes the file of a changed plate.
+  /// Saves a changed copy of the plate under a name.
   void Save(const std::string& name, void (*change)(Model& model)) {
     Model changed = model_;
     change(changed);
@@ -55,7 +55,7 @@ class Batch : public ::testing::Test {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
-  /// How a run ends: its exit status and a piece of what it tells on standard error.
+  /// How a run ends: its exit status and part of its standard error.
   struct End {
     std::string arguments;
     int status;
@@ -84,7 +84,7 @@ class Batch : public ::testing::Test {
     _exit(99);
   }
 
-  /// Waits for the end; returns the exit status, or the signal that ended the program, negative.
+  /// Waits for the end; returns the exit status, or minus the signal that ended the program.
   static int StatusOf(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);
@@ -104,7 +104,7 @@ class Batch : public ::testing::Test {
     return QJsonDocument::fromJson(QByteArray::fromStdString(Text(name))).object();
   }
 
-  /// The fields of a table, row by row, the heading first.
+  /// Returns the fields of a table row by row, headings first.
   using Table = std::vector<std::vector<std::string>>;
   Table TableOf(const std::string& name) {
     Table table;

@@ -54,7 +54,7 @@ TEST_F(Study, ARunGoesOnFromATableOfCells) {
   ASSERT_EQ(Run(course + "--resume part.csv --steps 18 --history alone"), 0);
   EXPECT_TRUE(Text("alone").starts_with("Iteration, Max, Avg, Min\r\n12,"));
 
-  if (Shell("script -qec true none") == 0) {  // the progress line of a terminal counts on
+  if (Shell("script -qec true none") == 0) {  // the progress line counts the steps of this run
     EXPECT_EQ(Shell("TERM=xterm script -qec '" QUILLANE_BATCH " " + course +
                     "--resume part.csv --steps 6' seen.txt"),
               0);
@@ -103,7 +103,7 @@ TEST_F(Study, PipesServeAsModelAndOutput) {
   const std::string program = "'" QUILLANE_BATCH "' ";
   ASSERT_EQ(Shell("(cat plate.model | " + program + "- --steps 3 --cells -)"), 0);
   EXPECT_EQ(out_, Text("c.csv"));
-  EXPECT_TRUE(Contains(err_, "volume ")) << "the summary steps aside";
+  EXPECT_TRUE(Contains(err_, "volume ")) << "the summary goes to standard error";
   ASSERT_EQ(Shell("(" + program + "plate.model --steps 3 --save - --quiet | " + program +
                   "- --quiet --save -)"),
             0);

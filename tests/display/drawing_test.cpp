@@ -95,7 +95,7 @@ class RecordingArea : public DrawingArea {
   int width_ = 1;
 };
 
-/// On a canvas of 4 : 3, with the start-up width x from -1000 to 1000 and y from -750 to 750.
+/// Fits the view to a 4 : 3 canvas; at the initial width x from -1000 to 1000, y from -750 to 750.
 Model InView(Model model) {
   FitView(model, 800, 600);
   return model;
@@ -105,7 +105,7 @@ TEST(CanvasLayout, LengthsFollowFromRoundedLengthsOnEveryScreen) {
   const LayoutUnits units = LayOutUnits(8085, 1350);
   EXPECT_EQ((std::vector{units.canvasHeight, units.labelTop, units.colorBarWidth}),
             (std::vector<Integer>{1050, 1120, 275}));
-  EXPECT_EQ(LayOutUnits(8085, 1351.6).colorBarWidth, 276) << "of 1052; of 1051.6 it were 275";
+  EXPECT_EQ(LayOutUnits(8085, 1351.6).colorBarWidth, 276) << "1051.6 is rounded first";
   EXPECT_THROW(LayOutUnits(40000, 1000), RunTimeError);
 
   // Every screen fits and no label is clipped.
@@ -261,7 +261,7 @@ TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
     const Map potentials(model, DrawNeuronMap);
     EXPECT_EQ(potentials.legend.TextAt(16.8), "Potential");
     EXPECT_EQ(potentials.legend.TextAt(1), "0.00E+00");
-    EXPECT_EQ(potentials.legend.TextAt(16), "7.50E+00") << "the empty cell counts for the scale";
+    EXPECT_EQ(potentials.legend.TextAt(16), "7.50E+00") << "the scale includes the empty cell";
     EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(kTable, 9)), 1) << "4 = 8 * 0.5";
   }
 }
@@ -306,7 +306,7 @@ TEST(ReadOuts, TellValuesOfTheNearestNodeOrOfTheCellCountedFromZero) {
   EXPECT_EQ(stressValue(model, 300, 200), "2,3   stress = 7MPa") << "the upper right corner";
   EXPECT_EQ(stressValue(model, 400, 150), std::nullopt);
   model.ElementSize = 10;
-  EXPECT_EQ(stressValue(model, 250, 150), std::nullopt) << "the grid does not fit any longer";
+  EXPECT_EQ(stressValue(model, 250, 150), std::nullopt) << "the grid no longer fits the cells";
   EXPECT_EQ(neuronValue(model, 250, 150), std::nullopt);
   model.ElementSize = 100;
   EXPECT_EQ(neuronValue(model, -0.1F, 50), std::nullopt);

@@ -1,4 +1,4 @@
-// Presses at the limits of what a grid can be.
+// Presses at the limits of a grid.
 #include "edit/press.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ TEST(Press, WhatTheGridDoesNotHaveIsRefusedAsAValue) {
       EXPECT_EQ(ModelFileText(model), before);
     }
   }
-  // The end of a rectangle may pass the arrays where both of its presses do not.
+  // A rectangle can exceed the arrays although both of its corners lie inside.
   Model mixture = test::Plate(4, 4);
   EditState state;
   mixture.CellColumnCount = 7;

@@ -129,7 +129,7 @@ TEST(CutOutCircles, AreWrittenAsCircles) {
   const std::vector<double> arc = test::Numbers(svg, "A ", 'A');
   ASSERT_EQ(arc.size(), 7U) << "two halves";
   EXPECT_NEAR(arc[0], circle.radius, 1E-9);
-  EXPECT_TRUE(Figures(model, SmoothEdges::kDesign).circles.empty()) << "what has to fit stays";
+  EXPECT_TRUE(Figures(model, SmoothEdges::kDesign).circles.empty()) << "design edges only";
 }
 
 TEST(CutOutCircles, KeepOutlineAndSolidSoundOnRandomLayouts) {

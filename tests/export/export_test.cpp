@@ -1,5 +1,5 @@
 // The loops around the material, the guarantees of smoothing, and the contents of the files.
-// scripts/exports/check_exports.sh has other programs judge them.
+// scripts/exports/check_exports.sh checks them with other programs.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -51,7 +51,7 @@ TEST(Shape, LoopsAreWhatAPersonSees) {
 TEST(Shape, LiesWhereTheModelLies) {
   Model model;
   model.ElementSize = 0.1F, model.DomainX1 = -7, model.DomainY1 = 4;
-  BuildMesh(model, 100, 150);  // its places are sums, a little off
+  BuildMesh(model, 100, 150);  // its coordinates are sums with rounding errors
   std::ranges::fill(model.CellState.Raw(), kCellDesign);
   const Shape shape = TraceShape(model);
   EXPECT_NEAR(Area(shape), 150, 1E-5);
@@ -204,7 +204,7 @@ TEST(Smoothing, KeepsItsPromisesOnRandomLayouts) {
 }
 
 TEST(Smoothing, MakesStaircasesStraight) {
-  for (const int run : {1, 3}) {  // columns a step
+  for (const int run : {1, 3}) {  // columns per step
     SCOPED_TRACE(run);
     constexpr int kColumns = 40, kHeight = 4;
     Model model = test::Plate(kColumns / run + kHeight, kColumns, 10, kCellEmpty);

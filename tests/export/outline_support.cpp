@@ -117,7 +117,7 @@ void ExpectNoneMeet(const std::vector<Segment>& outline) {
 void ExpectClosedSolid(const std::string& stl, double volume, double error) {
   using Vertex = std::array<float, 3>;
   ASSERT_EQ((stl.size() - 84) % 50, 0U);
-  std::map<std::pair<Vertex, Vertex>, int> edges;  // times there less times back
+  std::map<std::pair<Vertex, Vertex>, int> edges;  // uses in this direction minus uses in the other
   double enclosed = 0;
   for (std::size_t at = 84; at < stl.size(); at += 50) {
     std::array<Vertex, 4> facet;  // its normal, then its corners

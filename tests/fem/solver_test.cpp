@@ -1,4 +1,4 @@
-// The solver against a dense factorization, at its limits, and what stops an analysis.
+// The solver against the square matrix, at its limits, and what stops an analysis.
 #include "fem/solver.h"
 
 #include <gtest/gtest.h>
@@ -69,14 +69,13 @@ TEST(Solver, StoreAndSolutionAgreeWithTheSquareMatrix) {
     }
     ++solved;
   }
-
   EXPECT_GE(solved, 30);
 }
 
 TEST(Solver, AResidualEqualToTheBoundCountsAsConverged) {
   Model model = test::Plate(1, 1);
   std::ranges::fill(model.NodeFreedom.Raw(), kTrue);
-  model.NodeFreedom(1, 1) = 0;  // one equation, 2 u = 4, solved without a rounding
+  model.NodeFreedom(1, 1) = 0;  // one equation, 2 u = 4, solved without rounding
   model.YoungModulus = 4, model.PoissonRatio = 0;
   model.NodeLoad(1, 1) = 4;
   AssembleEquations(model);
@@ -106,7 +105,7 @@ void LoadTip(Model& model, double force) { model.NodeLoad(test::Node(model, 3, 7
 TEST(Failures, EachStopsAtItsStatementAndNamesItsCause) {
   using enum ErrorCause;
   const struct {
-    const char* what;  // a piece of the message
+    const char* what;  // part of the message
     ErrorCause cause;
     void (*damage)(Model&);
   } cases[] = {

@@ -31,7 +31,7 @@ std::vector<Model> Plates() {
   for (const auto& [rows, columns] : kSizes) {
     plates.push_back(test::Cantilever(rows, columns));
     plates.push_back(plates.back());
-    plates.back().PoissonRatio = 1.0 / 3.0;  // one more coupling vanishes, or almost
+    plates.back().PoissonRatio = 1.0 / 3.0;  // one more coupling (almost) vanishes
   }
   for (unsigned seed = 1; seed <= 25; ++seed) plates.push_back(test::RandomPlate(seed));
   std::mt19937 random(7);
@@ -206,7 +206,7 @@ TEST(WaveSolver, AnUnchangedSystemIsNotSolvedAgainAndAnyOtherIs) {
 
   model.NodeLoad(test::Node(model, 5, 10), 2) = 0.0;
   EXPECT_THROW(SolveStructure(model), RunTimeError);
-  EXPECT_THROW(SolveStructure(model), RunTimeError) << "a failed solve stands for nothing";
+  EXPECT_THROW(SolveStructure(model), RunTimeError) << "a failed solve is not reused";
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ TEST(ImageArea, BoxesLeaveNoGapAndLinesAreSharpAtAnyPixelRatio) {
     const QImage before = area.Image();
     area.FillBox(0, 0, 13, 7);
     EXPECT_EQ(ColorsOf(before), (std::set{Rgb(kRed), Rgb(kBlue)}))
-        << ratio << ": a picture taken keeps what it shows";
+        << ratio << ": an image taken earlier does not change";
   }
 }
 
@@ -64,7 +64,7 @@ TEST(ImageArea, AnEdgeInTheMiddleOfAPixelFallsOnItsUpperEnd) {
   EXPECT_EQ(area.Image(), expected);
 }
 
-/// Draws in blue on 50 x 40 pixels, which are the user coordinates; returns the middle of the ink.
+/// Draws in blue on 50 x 40 pixels, which are the user coordinates; returns the ink's centroid.
 QPointF MiddleOf(int lineWidth, const std::function<void(ImageArea&)>& draw) {
   ImageArea area;
   area.Resize(50, 40, 1);
@@ -157,7 +157,7 @@ TEST(ImageArea, NothingDrawnAnywhereIsUndefined) {
   area.Clear();
   area.SetColor(kRed);
   area.DrawLine(-1e7, -1e7, 1e7 + 1, 1e7 + 1);
-  EXPECT_NE(area.Image().pixel(15, 14), Rgb(kWhite)) << "what passes through the picture is seen";
+  EXPECT_NE(area.Image().pixel(15, 14), Rgb(kWhite)) << "a line through the picture is visible";
   area.Clear();
   for (const double nowhere : {NAN, -NAN}) {
     area.DrawLine(nowhere, 0.5, 0.5, 0.5);

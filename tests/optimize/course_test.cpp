@@ -31,7 +31,7 @@ Model Ruled(Single lambda, Integer epsilon) {
 TEST(Potential, DecaysAndIsFedByTheCellAndItsFourNeighbours) {
   Model model = Ruled(0.5F, 5);
   model.CellStress(2, 2) = 100.00001;   // above the target as a Single
-  model.CellStress(1, 1) = 100;         // equal to the target feeds nothing
+  model.CellStress(1, 1) = 100;         // a stress equal to the target does not feed
   model.CellStress(3, 3) = 100.000001;  // equal to it once it is a Single
   UpdatePotential(model);
   const double expected[3][3] = {{5, 6, 5}, {6, 6, 6}, {5, 6, 5}};
@@ -41,9 +41,9 @@ TEST(Potential, DecaysAndIsFedByTheCellAndItsFourNeighbours) {
       model.CellStress(i, j) = 500, model.Potential(i, j) = 10;
     }
   }
-  EXPECT_EQ(model.CellState(1, 1), kCellDesign) << "equal to the threshold keeps the material";
+  EXPECT_EQ(model.CellState(1, 1), kCellDesign) << "the threshold itself keeps material";
   UpdatePotential(model);
-  EXPECT_EQ(model.Potential(2, 2), 10) << "fed from all five sides it stays saturated";
+  EXPECT_EQ(model.Potential(2, 2), 10) << "fed by five cells it stays saturated";
   EXPECT_EQ(model.Potential(1, 1), 8) << "the border never feeds";
 }
 
@@ -63,7 +63,7 @@ TEST(Potential, LambdaAtItsLimits) {
   Model model = Ruled(0.05F, 1);
   model.Lambda = 0;
   EXPECT_THROW(InitPotential(model), RunTimeError);
-  UpdatePotential(model);  // nothing is forgotten, nothing fed
+  UpdatePotential(model);  // no decay, no feeding
   EXPECT_NEAR(model.Potential(1, 1), 10, 1e-5);
   std::ranges::fill(model.CellState.Raw(), kCellEmpty);
   EXPECT_NO_THROW(InitPotential(model));  // no occupied cell, no division
@@ -104,7 +104,7 @@ Model Loaded(Single scale = 1, double modulus = 210000) {
 
 TEST(Course, LoadAndTargetTimesTheSameGiveTheSameLayouts) {
   const Way one = WayOf(Loaded()), eight = WayOf(Loaded(8)), stiff = WayOf(Loaded(1, 840000));
-  EXPECT_LT(one.volume, 0.9 * 200 * 100 * 100);  // the course does remove material
+  EXPECT_LT(one.volume, 0.9 * 200 * 100 * 100);  // the course removes material
   for (std::size_t step = 0; step < one.layouts.size(); ++step) {
     EXPECT_TRUE(std::ranges::equal(one.layouts[step].Raw(), eight.layouts[step].Raw())) << step;
     EXPECT_TRUE(std::ranges::equal(one.layouts[step].Raw(), stiff.layouts[step].Raw())) << step;
@@ -156,7 +156,7 @@ TEST(Course, TellsItsListenersAndPutsEverythingBackWhereAStepFails) {
   EXPECT_EQ(witness.numbers, (std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 11, 11}));
   course.Analyse();
   EXPECT_EQ(witness.analyses, 2);
-  EXPECT_EQ(course.Figures().steps, 12) << "of both series";
+  EXPECT_EQ(course.Figures().steps, 12) << "in both series together";
 }
 
 TEST(Course, TellsRestCyclesAndConvergence) {
@@ -223,7 +223,7 @@ TEST(History, KeepsTheEarlierOneAndRefusesWhatIsNoFile) {
   const std::filesystem::path path = folder / "History.tmp";
   test::WriteFile(path, "earlier");
   test::WriteFile(folder / "History.tmp~", "earlier still");
-  for (int times = 0; times < 2; ++times) KeepEarlierHistory(path);  // then nothing is there
+  for (int times = 0; times < 2; ++times) KeepEarlierHistory(path);  // then there is none
   EXPECT_EQ(test::ReadFile(folder / "History.tmp~"), "earlier");
   EXPECT_FALSE(std::filesystem::exists(path));
 

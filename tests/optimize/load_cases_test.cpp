@@ -116,11 +116,11 @@ TEST(LoadCases, ALoadIsLostWhereItIsLostInOneCase) {
   loose.NodeFreedom.ReDim({0, loose.NodeCount}, {1, 2});
   LoadCases cases = Cases({lower}), three = Cases({lower, loose, lower});
   EXPECT_TRUE(cases.Connected(model));
-  EXPECT_FALSE(Cases({lower, loose}).Connected(model)) << "the supports are a case's own";
+  EXPECT_FALSE(Cases({lower, loose}).Connected(model)) << "each case has its own supports";
   for (int j = 21; j <= 24; ++j) model.CellState(1, j) = kCellEmpty;
   const std::vector<std::vector<int>> lost = {{}, {25}};
   EXPECT_EQ(cases.LostLoads(model), lost) << "no material under the load of the second";
-  EXPECT_FALSE(cases.Connected(model)) << "the layout is the model's, analysed or not";
+  EXPECT_FALSE(cases.Connected(model)) << "no analysis is needed";
 
   Course course(model);
   course.SetLoadCases(three);
@@ -128,17 +128,17 @@ TEST(LoadCases, ALoadIsLostWhereItIsLostInOneCase) {
   for (int times = 0; times < 20; ++times) {
     try {
       course.Analyse();
-      FAIL() << "the load of a case has no way into the plate";
+      FAIL() << "a case's load acts where there is no material";
     } catch (const RunTimeError& error) {
       EXPECT_TRUE(std::string(error.what()).starts_with("load case 2: Floating-point error: "))
-          << error.what() << ": the first that fails is told, whichever ends first";
+          << error.what() << ": the first failing case is reported, whichever ends first";
       EXPECT_EQ(error.Cause(), ErrorCause::kIdleLoads);
     }
   }
   std::ranges::fill(model.CellState.Raw(), kCellDesign);
   MarkActiveNodes(model);
   course.Analyse();
-  EXPECT_FALSE(course.Figures().lastSolve.converged) << "one case does not";
+  EXPECT_FALSE(course.Figures().lastSolve.converged) << "one case does not converge";
   EXPECT_TRUE(course.Cases().Results()[0].solve.converged);
 }
 

@@ -19,7 +19,7 @@
 namespace quillane {
 namespace {
 
-/// A plate of cells, for which the caller sets supports and loads, analysed.
+/// Returns the plate after an analysis; by default the cells at loads become non-design cells.
 Model Analysed(Model model, bool keepLoads = true) {
   if (keepLoads) KeepLoadedCells(model);
   MarkActiveNodes(model);
@@ -44,7 +44,7 @@ Model Cantilever(int rows, int columns) {
   return Analysed(model);
 }
 
-/// What is sought: a share of the volume of `full`.
+/// Returns a goal or options: this share of the volume of `full`.
 template <class Goal>
 Goal For(const Model& full, double share) {
   Goal goal;
@@ -75,7 +75,8 @@ Model ByHand(Model model, const std::vector<KeptStage>& stages) {
     StressAnalysis(model);
     for (int step = 0; step < kept.stage.steps; ++step) Optimization(model);
     if (model.Lambda == 1) {
-      EXPECT_FALSE(std::ranges::equal(before.Raw(), model.CellState.Raw())) << "is a vote in vain";
+      EXPECT_FALSE(std::ranges::equal(before.Raw(), model.CellState.Raw()))
+          << "a vote without effect";
     }
     EXPECT_EQ(model.Volume, kept.volume);
     EXPECT_EQ(Compliance(model), kept.compliance);
@@ -147,7 +148,7 @@ TEST(VolumeSearch, EndsOnPlatesThatOnceHadItGoOnForEver) {
     EXPECT_TRUE(best.model.Solved.report->converged) << c.name;
     if (best.reached) {
       const double worth = best.compliance * best.model.Volume;
-      EXPECT_LT(worth, 1.5 * Compliance(c.start) * c.start.Volume) << c.name << ": ruined";
+      EXPECT_LT(worth, 1.5 * Compliance(c.start) * c.start.Volume) << c.name << ": too compliant";
     }
   }
 }
@@ -203,7 +204,7 @@ TEST(Vote, TakesEveryCellThatItsTargetDoesNotFeedAndNoOther) {
       EXPECT_EQ(model.CellState(2, 2) == kCellDesign, epsilon <= 5) << lambda << ", " << epsilon;
       EXPECT_EQ(model.CellState(1, 1) == kCellDesign, epsilon <= 3) << lambda << ", " << epsilon;
       EXPECT_FALSE(isFull()) << lambda << ", " << epsilon;
-      // An empty cell that is fed enough is filled after as many.
+      // An empty cell that is fed enough is filled after as many steps.
       std::ranges::fill(model.CellStress.Raw(), 0.0);
       model.CellStress(3, 2) = model.CellStress(2, 3) = 200;
       for (int step = 0; step < steps; ++step) UpdatePotential(model);
@@ -214,7 +215,7 @@ TEST(Vote, TakesEveryCellThatItsTargetDoesNotFeedAndNoOther) {
 
 TEST(Vote, ItsTargetLeavesAsManyCellsAsWished) {
   Model model = Analysed(test::Cantilever(12, 24));
-  model.CellState(6, 12) = model.CellState(7, 12) = kCellEmpty;  // with what remains of a potential
+  model.CellState(6, 12) = model.CellState(7, 12) = kCellEmpty;  // with a remaining potential
   model.Potential(6, 12) = model.Potential(7, 12) = 4;
   const std::pair<Single, Integer> steps[] = {{1, 3},     {1, 5},     {1, 7},
                                               {0.45F, 7}, {0.45F, 9}, {0.7F, 5}};
@@ -242,7 +243,7 @@ TEST_P(Example, IsWhatItsRecipeMakesAndComesDownToHalfItsVolumeWhole) {
   const Model start = Analysed(MakeExample(GetParam(), ExampleStart::kFullDomain));
   SearchGoal goal = For<SearchGoal>(start, 0.5);
   goal.goOn = [] { return true; };
-  SearchWay coarse;  // a search tries finer ones
+  SearchWay coarse;  // a search also tries finer ones
   coarse.pace = 0.06;
   const Attempt best = TryWay(start, coarse, goal);
   EXPECT_TRUE(best.reached);

@@ -102,7 +102,7 @@ std::filesystem::path ScratchFolder::operator/(const std::string& name) const {
 
 std::string ReadFile(const std::filesystem::path& path) {
   std::string text;
-  std::FILE* const file = OpenFile(path, "rb");  // waits where a writer holds the file
+  std::FILE* const file = OpenFile(path, "rb");  // waits while a writer holds the file
   if (file == nullptr) return text;
   char piece[65536];
   while (const std::size_t count = std::fread(piece, 1, sizeof piece, file)) {

@@ -28,7 +28,7 @@ Model RandomPlate(unsigned seed);
 /// A model file's text with one to four random faults; never empty.
 std::string Damaged(std::string text, std::mt19937& random);
 
-/// A new folder that is removed with all its files when the object dies.
+/// A new folder that is removed with all its files when the object is destroyed.
 class ScratchFolder {
  public:
   ScratchFolder();

@@ -18,7 +18,7 @@ TEST_F(Window, LeavingADialogStoresNothing) {
     QRegion taken;
     for (auto* control : dialog.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
       if (control->inherits("QSizeGrip")) continue;
-      EXPECT_FALSE(taken.intersects(control->geometry())) << "a control over another";
+      EXPECT_FALSE(taken.intersects(control->geometry())) << "two controls overlap";
       taken += control->geometry();
     }
     for (auto* box : dialog.findChildren<QLineEdit*>()) box->setText("77");
@@ -70,13 +70,13 @@ TEST_F(Window, OptionsThatEditADomainNeedOne) {
   EXPECT_EQ(model().EditMode, kModeLoadValue) << "Nothing keeps the mode";
   EXPECT_TRUE(robot.Boxes().empty());
   EXPECT_TRUE(Fill("mnuShape", {}));
-  EXPECT_EQ(model().EditMode, kModeNothing) << "what stands chosen at first";
+  EXPECT_EQ(model().EditMode, kModeNothing) << "the option selected at first";
   model().DomainDefined = kTrue;
   EXPECT_TRUE(In("mnuAppliedLoad", [](QDialog& dialog) {
     QTest::keyClick(dialog.findChild<QLineEdit*>("txtLoadY"), Qt::Key_5);
     Click(dialog, "cmdOK");
   }));
-  EXPECT_EQ(model().EditMode, kModeLoad) << "who types a force wants to apply it";
+  EXPECT_EQ(model().EditMode, kModeLoad) << "typing a force selects applying it";
 }
 
 TEST_F(Window, TypedNumbersGoToTheModelAndTheStatusLine) {
@@ -237,7 +237,7 @@ TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
   Show(RandomPlate(7));
   std::filesystem::create_directory("sub");
   EXPECT_TRUE(In("mnuSave", [](QDialog& dialog) {
-    Enter(dialog, "txtFileName", "sub/../plate");  // the text as typed, nothing added
+    Enter(dialog, "txtFileName", "sub/../plate");  // used as typed, without a suffix
     QTest::keyClick(dialog.findChild<QLineEdit*>("txtFileName"), Qt::Key_Return);
   }));
   EXPECT_EQ(model().ModelFilePath, (std::filesystem::current_path() / "sub/../plate").string());
@@ -265,7 +265,7 @@ TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
     EXPECT_EQ(dialog.findChild<QTreeWidget*>("Dir1")->currentItem()->text(0), "sub");
     Enter(dialog, "txtFileName", "far.model");
     Click(dialog, "cmdOpen");
-  })) << "the folder of the last file";
+  })) << "starts in the folder of the last file";
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ TEST_F(Editing, TwoPressesSetUpTheDomainWhicheverCornerComesFirst) {
   ChooseIn("mnuShape", "optDesignDomain");
   Press(251, 240, Qt::RightButton);
   EXPECT_EQ(model().ClickCount, 1);
-  EXPECT_EQ(model().NodeLoad(3, 1), 5) << "the first press leaves the model's contents alone";
+  EXPECT_EQ(model().NodeLoad(3, 1), 5) << "the first press does not change the model";
   Press(-449, -260);
   check();
   EXPECT_EQ(model().NodeLoad(3, 1), 0);
@@ -67,11 +67,11 @@ TEST_F(Editing, RectanglesOfCellsTakeTheirState) {
   Press(50, -50);
   QTest::mouseDClick(Canvas(), Qt::LeftButton, {}, Canvas()->rect().center() + QPoint(9, 9));
   EXPECT_EQ(cells(), "2211111/2200011/2211011/1111111/11111x1/")
-      << "a quick pair of presses empties one cell";
+      << "a double click empties one cell";
   ChooseIn("mnuShape", "optRemoveElements");
   Press(50, -50);
   ChooseIn("mnuShape", "optAddElements");
-  EXPECT_EQ(model().ClickCount, 0) << "OK abandons a half-made rectangle";
+  EXPECT_EQ(model().ClickCount, 0) << "OK drops a half-made rectangle";
 }
 
 TEST_F(Editing, SupportsAndLoadsGoToTheNearestNode) {
@@ -87,7 +87,7 @@ TEST_F(Editing, SupportsAndLoadsGoToTheNearestNode) {
 
   const auto load = [this](const char* option, const char* x, const char* y) {
     Fill("mnuAppliedLoad", {{option, ""}, {"txtLoadX", x}, {"txtLoadY", y}});
-    PressAt(250, 150);  // halves go up and right
+    PressAt(250, 150);  // ties round up and to the right
     return std::pair{model().NodeLoad(48, 1), model().NodeLoad(48, 2)};
   };
   EXPECT_EQ(load("optLoadOn", "10", "-5"), (std::pair{10.0, -5.0}));

@@ -36,7 +36,7 @@ class OutsideEnds : public Window {
 
 TEST_F(OutsideEnds, SignalsRescueWhatNoFileHolds) {
   for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
-    signal(number, SIG_DFL);  // it may come ignored
+    signal(number, SIG_DFL);  // it may be inherited as ignored
     Begin();
     EXPECT_EQ(EndBy(number), 128 + number);
     EXPECT_FALSE(HasRescue()) << "everything is saved";

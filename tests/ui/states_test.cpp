@@ -92,7 +92,7 @@ TEST_F(States, AHalfMadeEditLeavesTheModelAndBringsBackWhatWasShown) {
   Press(350, 350);
   EXPECT_TRUE(Open("other.model"));
   Press(50, 50);
-  EXPECT_EQ(model().ClickCount, 1) << "the mode stays, the corner went";
+  EXPECT_EQ(model().ClickCount, 1) << "the mode stays, the corner is dropped";
   EXPECT_EQ(Text(), ModelFileText(Cantilever(3, 5)));
 }
 
@@ -140,7 +140,7 @@ TEST_F(States, ResultsOfNoAnalysisSaySo) {
   EXPECT_NE(note().find("Before FEA"), std::string::npos);
   ChooseIn("mnuValueIndicator", "optLoadValue");
   Press(350, 350);
-  EXPECT_EQ(note(), "") << "loads are there";
+  EXPECT_EQ(note(), "") << "loads need no analysis";
 }
 
 TEST_F(States, ANewModelForgetsTheResultsOfTheOldOne) {
@@ -209,7 +209,7 @@ TEST_F(States, AModelThatCannotBeDrawnSaysSoOnceAndShowsNothing) {
     Menu("mnuMoveOrigin");
     PressAt(30, 30);
     EXPECT_TRUE(CanvasIsEmpty());
-    EXPECT_EQ(boxesInTime(), 0U) << "one box for one reason";
+    EXPECT_EQ(boxesInTime(), 0U) << "one box per reason";
   }
   EXPECT_TRUE(Open("other.model"));
   EXPECT_FALSE(CanvasIsEmpty());
@@ -239,7 +239,7 @@ TEST_F(States, TheDialogTellsHowTheStepsGo) {
   Fill("mnuWidth", {{"txtWidth", "1500"}});
   EXPECT_FALSE(tells("by hand"));
   Fill("mnuWidth", {{"txtUnitGrid", "50"}});
-  EXPECT_TRUE(tells("by hand")) << "the volume is another";
+  EXPECT_TRUE(tells("by hand")) << "the volume differs";
 }
 
 TEST_F(States, AutomaticStepsEndBeforeTheOneThatMustFail) {
@@ -255,7 +255,7 @@ TEST_F(States, AutomaticStepsEndBeforeTheOneThatMustFail) {
     EXPECT_EQ(ended, -1);
     Click(dialog, "cmdManual");
   });
-  EXPECT_EQ(ended, 1) << "asked for, it fails";
+  EXPECT_EQ(ended, 1) << "a requested step fails";
 }
 
 TEST_F(States, AHistoryIsWrittenStepByStepBesideTheEarlierOneOrEndsTheProgram) {

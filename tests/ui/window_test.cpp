@@ -92,7 +92,7 @@ TEST_F(Window, AnAnalysisThatDoesNotConvergeIsReportedAndItsResultsStand) {
   for (Integer& flag : afloat.NodeFreedom.Raw()) flag = 0;
   Show(afloat);
   Menu("mnuStressAnalysis");
-  EXPECT_EQ(robot.Boxes().size(), 1U) << "a plate that nothing holds does not converge";
+  EXPECT_EQ(robot.Boxes().size(), 1U) << "an unheld plate does not converge";
   EXPECT_TRUE(IsEnabled("mnuOptimization"));
   In("mnuOptimization", [](QDialog& dialog) {
     const QSize size = dialog.size();
@@ -173,7 +173,7 @@ TEST_F(Analysis, AFailedStepEndsTheProgramAndRescuesTheLayoutItStartedFrom) {
   EXPECT_NE(robot.Boxes().at(0).find((folder / "Rescue2.model").string()), std::string::npos);
   PressAt(0, 0);
   Menu("mnuClear");
-  EXPECT_EQ(Text(), before) << "nothing happens to the model any more";
+  EXPECT_EQ(Text(), before) << "the model does not change any more";
 }
 
 }  // namespace
