@@ -150,8 +150,6 @@ TEST_F(Batch, ExitStatusAndWordsOfEveryFailure) {
       {"unloaded.model", 1, "The model has no load."},
       {"plate.model --epsilon 30 --steps 90", 1, "optimization step 1 (numbered 0"},
   });
-  EXPECT_EQ(Run("--help"), 0);
-  EXPECT_TRUE(Contains(out_, "--stress-target"));
 }
 
 TEST_F(Batch, TellsWhatAWorkshopShouldKnowOfAnOutline) {

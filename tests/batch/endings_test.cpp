@@ -14,11 +14,6 @@ class Ending : public Batch {
     return at != std::string::npos &&
            (std::stoull(status.substr(at + set.size()), nullptr, 16) >> (signal - 1) & 1) != 0;
   }
-
-  /// Returns whether the program already catches the signal.
-  static bool Catches(pid_t child, int signal) { return IsIn("SigCgt:", child, signal); }
-
-  std::string Name(const std::string& name) { return (folder_ / name).string(); }
 };
 
 TEST_F(Ending, AFailureAtAStepLeavesTheLayoutThatStood) {
@@ -55,7 +50,7 @@ TEST_F(Ending, ARequestEndsEveryWait) {
   int pipes[2] = {};
   ASSERT_EQ(pipe(pipes), 0);
   fcntl(pipes[1], F_SETFD, FD_CLOEXEC);
-  ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
+  ASSERT_EQ(mkfifo((folder_ / "p").c_str(), 0600), 0);
   const std::pair<const char*, std::vector<std::string>> kCases[] = {
       {"standard input", {"-", "--quiet"}},
       {"a model from nobody", {"p", "--quiet"}},
@@ -64,7 +59,7 @@ TEST_F(Ending, ARequestEndsEveryWait) {
   };
   for (const auto& [what, arguments] : kCases) {
     const pid_t child = Start(arguments, pipes[0]);
-    ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); })) << what;
+    ASSERT_TRUE(Wait([&] { return IsIn("SigCgt:", child, SIGTERM); })) << what;
     usleep(100000);
     kill(child, SIGTERM);
     EXPECT_EQ(StatusOf(child), 128 + SIGTERM) << what;
@@ -78,13 +73,13 @@ TEST_F(Ending, ARequestEndsEveryWait) {
 TEST_F(Ending, ASecondRequestEndsItAtOnce) {
   // The table has a reader that never reads, so the run fills the pipe and waits.
   Save("large.model", [](Model& m) { m = test::Cantilever(40, 60); });
-  ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
-  const int reader = open(Name("p").c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_EQ(mkfifo((folder_ / "p").c_str(), 0600), 0);
+  const int reader = open((folder_ / "p").c_str(), O_RDONLY | O_NONBLOCK);
   int status = 0;
   // The run ends by itself a second after the first request; a busy machine may delay the second.
   for (int attempt = 0; attempt < 9 && status != -SIGTERM; ++attempt) {
     const pid_t child = Start({"large.model", "--quiet", "--cells", "p"});
-    ASSERT_TRUE(Wait([&] { return Catches(child, SIGTERM); }));
+    ASSERT_TRUE(Wait([&] { return IsIn("SigCgt:", child, SIGTERM); }));
     kill(child, SIGINT);
     ASSERT_TRUE(Wait([&] { return !IsIn("ShdPnd:", child, SIGINT); }));
     usleep(200000);
@@ -99,7 +94,7 @@ TEST_F(Ending, OutputsThatAreOneAreRefused) {
   fs::copy_file(folder_ / "plate.model", folder_ / "a.model");
   fs::create_hard_link(folder_ / "a.model", folder_ / "b");
   fs::create_symlink("later.csv", folder_ / "dangling");
-  ASSERT_EQ(mkfifo(Name("p").c_str(), 0600), 0);
+  ASSERT_EQ(mkfifo((folder_ / "p").c_str(), 0600), 0);
   const std::string before = Text("a.model");
   ExpectEnds({
       {"a.model --course b", 2, "b: --course names the same file as the model"},

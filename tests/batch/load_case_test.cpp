@@ -95,14 +95,11 @@ TEST_F(LoadCaseRun, ASearchCarriesTheLoadsOfEveryCase) {
 }
 
 TEST_F(LoadCaseRun, WhatIsNoLoadCaseIsRefusedWithTheReason) {
-  Save("grid.model", [](Model& m) { m = test::Cantilever(12, 6); });
   Save("thick.model", [](Model& m) { m.Thickness = 2; });
   Save("empty.model", [](Model& m) { std::ranges::fill(m.NodeLoad.Raw(), 0); });
   test::WriteFile(folder_ / "bad.model", "1,2,3\n");
   const std::string before = Text("low.model"), with = "plate.model --load-case ";
   ExpectEnds({
-      {with + "grid.model", 2,
-       "grid.model: not a load case of this model: the grid has 12 x 6 cells, not 6"},
       {with + "thick.model", 2,
        "thick.model: not a load case of this model: the thickness is 2 mm, not 1"},
       {with + "bad.model", 2, "bad.model: line "},

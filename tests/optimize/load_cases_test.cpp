@@ -112,8 +112,7 @@ TEST(LoadCases, MirroredCasesGiveASymmetricLayoutInEitherOrder) {
 TEST(LoadCases, ALoadIsLostWhereItIsLostInOneCase) {
   Model model = Held(7, 0, 1000);
   Model lower = Held(1, 0, 1000), loose = model;
-  loose.NodeFreedom = Array2<Integer>("NodeFreedom");
-  loose.NodeFreedom.ReDim({0, loose.NodeCount}, {1, 2});
+  std::ranges::fill(loose.NodeFreedom.Raw(), 0);
   LoadCases cases = Cases({lower}), three = Cases({lower, loose, lower});
   EXPECT_TRUE(cases.Connected(model));
   EXPECT_FALSE(Cases({lower, loose}).Connected(model)) << "each case has its own supports";
