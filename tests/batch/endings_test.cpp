@@ -144,7 +144,7 @@ TEST_F(Ending, WhatHasNoEffectOrIsUnusualIsTold) {
       {"plate.model --until-steady --steps 2 --quiet", 4, "not at rest after 2 steps"},
       {"plate.model --range -3e38,3e38", 2, "--range: expects a range of single precision"},
       {"plate.model --vtu x.vtk", 2, "--vtu: expects .vtu, not x.vtk"},
-      {"'no\033[31m\nne'", 2, "no\\x1b[31m\\x0ane: no such file\n"},
+      {"'no\033[31m\n\xffne'", 2, "no\\x1b[31m\\x0a\\xffne: no such file\n"},
   });
   const std::string odd = "pl\xff te.model";
   fs::copy_file(folder_ / "plate.model", folder_ / odd);
