@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QLineF>
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <set>
