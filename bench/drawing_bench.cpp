@@ -85,9 +85,8 @@ void BM_DrawStressMap(benchmark::State& state) {
   Model model = LargestModel();
   Pictures pictures;
   Prepare(pictures, model, static_cast<double>(state.range(0)));
-  const ColorTable table = MakeColorTable();
   for (auto _ : state) {
-    DrawStressMap(pictures.canvas, pictures.legend, model, table);
+    DrawStressMap(pictures.canvas, pictures.legend, model);
     benchmark::DoNotOptimize(pictures.canvas.Image().constBits());
   }
 }
@@ -122,9 +121,8 @@ void BM_MapOfLargestStep(benchmark::State& state) {
   Model model = LargestPlate();
   Pictures pictures;
   Prepare(pictures, model, static_cast<double>(state.range(0)));
-  const ColorTable table = MakeColorTable();
   for (auto _ : state) {
-    DrawStressMap(pictures.canvas, pictures.legend, model, table);
+    DrawStressMap(pictures.canvas, pictures.legend, model);
     benchmark::DoNotOptimize(pictures.canvas.Image().constBits());
   }
 }

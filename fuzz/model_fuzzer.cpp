@@ -86,12 +86,11 @@ bool Passes(Stage&& stage) {
 }
 
 void Draw(Model& model) {
-  static const ColorTable table = MakeColorTable();
   BlankArea canvas, legend;
   Passes([&] { FitView(model, 1000, 800); });
   Passes([&] { DrawCanvas(canvas, model); });
-  Passes([&] { DrawStressMap(canvas, legend, model, table); });
-  Passes([&] { DrawNeuronMap(canvas, legend, model, table); });
+  Passes([&] { DrawStressMap(canvas, legend, model); });
+  Passes([&] { DrawNeuronMap(canvas, legend, model); });
   const Single x = model.DomainX1 + model.ElementSize;
   const Single y = model.DomainY1 + model.ElementSize;
   Passes([&] { loadValue(model, x, y); });

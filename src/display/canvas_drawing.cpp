@@ -76,11 +76,10 @@ void FillElement(DrawingArea& picCanvas, const Model& model, int element) {
   picCanvas.FillBox(box.x1, box.y1, box.x2, box.y2);
 }
 
-void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                    const ColorTable& table) {
+void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model) {
   ClearCanvas(picCanvas, model, kBackground);
   drawGrid(picCanvas, model);
-  DrawColorBar(picColorBar, table, kStressTitle);
+  DrawColorBar(picColorBar, kStressTitle);
 }
 
 void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, double y) {

@@ -26,8 +26,7 @@ void FillElement(DrawingArea& picCanvas, const Model& model, int element);
 
 /// Clears both pictures: background, axes and grid on the canvas, an unlabelled stress legend.
 /// Leaves the model as it is.
-void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                    const ColorTable& table);
+void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model);
 
 /// Marks the first corner of a new design domain, x, y in mm, with a circle and a cross.
 void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, double y);

@@ -1,5 +1,7 @@
 #include "display/color_scale.h"
 
+#include <array>
+
 #include "display/palette.h"
 #include "model/number_text.h"
 
@@ -10,28 +12,29 @@ constexpr UserScale kLegendScale{-0.5, 17, 5, -1};
 constexpr double kLabelX = 2.0;
 constexpr double kTitleY = 16.8;
 
-Integer Ramp(int distance) { return static_cast<Integer>(255 - 3 * distance * distance); }
+using ColorTable = std::array<Color, kLevelCount>;  // [level - 1]
 
-}  // namespace
+constexpr std::uint8_t Ramp(int distance) {
+  return static_cast<std::uint8_t>(255 - 3 * distance * distance);
+}
 
-ColorTable MakeColorTable() {
-  ColorTable table{};
-  for (int level = 1; level <= 8; ++level) {
-    table[static_cast<std::size_t>(level - 1)] = {0, Ramp(level - 9), Ramp(level)};
-  }
-  for (int level = 9; level <= kLevelCount; ++level) {
-    table[static_cast<std::size_t>(level - 1)] = {Ramp(level - 17), Ramp(level - 8), 0};
+constexpr ColorTable MakeColorTable() {
+  ColorTable table;
+  for (std::size_t k = 0; k < table.size(); ++k) {
+    const int level = static_cast<int>(k) + 1;
+    table[k] = level <= 8 ? Color{0, Ramp(level - 9), Ramp(level)}
+                          : Color{Ramp(level - 17), Ramp(level - 8), 0};
   }
   return table;
 }
 
-Color LevelColor(const ColorTable& table, int level) {
-  const auto& [red, green, blue] = table.at(static_cast<std::size_t>(level - 1));
-  return {static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green),
-          static_cast<std::uint8_t>(blue)};
-}
+constexpr ColorTable kColorTable = MakeColorTable();
 
-void DrawColorBar(DrawingArea& picColorBar, const ColorTable& table, std::string_view title) {
+}  // namespace
+
+Color LevelColor(int level) { return kColorTable.at(static_cast<std::size_t>(level - 1)); }
+
+void DrawColorBar(DrawingArea& picColorBar, std::string_view title) {
   picColorBar.Clear();
   picColorBar.SetScale(kLegendScale);
   picColorBar.SetLineWidth(1);
@@ -39,7 +42,7 @@ void DrawColorBar(DrawingArea& picColorBar, const ColorTable& table, std::string
   picColorBar.SetTextSize(kLegendScale.right, kTitleY - kLevelCount, title);
   picColorBar.DrawText(0, kTitleY, title);
   for (int level = 1; level <= kLevelCount; ++level) {
-    picColorBar.SetColor(LevelColor(table, level));
+    picColorBar.SetColor(LevelColor(level));
     picColorBar.FillBox(0, level - 1, 1.5, level);
     picColorBar.SetColor(kBlue);
     picColorBar.DrawBox(0, level - 1, 1.5, level);

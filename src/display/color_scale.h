@@ -1,7 +1,6 @@
 // The 16-level colour ramp of the result maps and the legend that shows it.
 #pragma once
 
-#include <array>
 #include <string_view>
 
 #include "display/drawing_area.h"
@@ -14,18 +13,13 @@ inline constexpr int kLevelCount = 16;
 inline constexpr std::string_view kStressTitle = "stress(MPa)";
 inline constexpr std::string_view kPotentialTitle = "Potential";
 
-/// [level - 1][component], components red, green, blue of 0..255; level 1 is the lowest.
-using ColorTable = std::array<std::array<Integer, 3>, kLevelCount>;
-
-/// Returns the blue-green-red ramp.
-ColorTable MakeColorTable();
-
-/// Returns the colour of a level 1..16.
-Color LevelColor(const ColorTable& table, int level);
+/// Returns the colour of a level 1..16, of which 1 is the lowest, on a ramp from blue by green to
+/// red.
+Color LevelColor(int level);
 
 /// Redraws the legend from scratch: the scale x = -0.5..5, y = -1..17, the title, and level L as a
 /// box from (0, L - 1) to (1.5, L).
-void DrawColorBar(DrawingArea& picColorBar, const ColorTable& table, std::string_view title);
+void DrawColorBar(DrawingArea& picColorBar, std::string_view title);
 
 /// Writes the value of a level 1..16 beside the box that DrawColorBar draws.
 void DrawLevelLabel(DrawingArea& picColorBar, int level, Single value);

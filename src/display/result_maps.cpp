@@ -39,30 +39,29 @@ int LevelOf(const LevelLimits& limits, Single value) {
   return static_cast<int>(std::distance(limits.begin(), limit)) + 1;
 }
 
-void DrawLegend(DrawingArea& picColorBar, const ColorTable& table, std::string_view title,
-                const LevelLimits& limits) {
-  DrawColorBar(picColorBar, table, title);
+void DrawLegend(DrawingArea& picColorBar, std::string_view title, const LevelLimits& limits) {
+  DrawColorBar(picColorBar, title);
   int level = 0;
   for (const Single limit : limits) DrawLevelLabel(picColorBar, ++level, limit);
 }
 
 void FillCells(DrawingArea& picCanvas, const Model& model, const Array2<Double>& values,
-               const LevelLimits& limits, const ColorTable& table, const DrawingStyle& style) {
+               const LevelLimits& limits, const DrawingStyle& style) {
   ForEachPresentCell(model, [&](int i, int j, int element) {
     const Single given = ToSingle(values(i, j), "The value of a cell");
     const Single value = style.range ? std::min(given, limits.back()) : given;
-    picCanvas.SetColor(LevelColor(table, LevelOf(limits, value)));
+    picCanvas.SetColor(LevelColor(LevelOf(limits, value)));
     FillElement(picCanvas, model, element);
   });
 }
 
 void DrawMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-             const ColorTable& table, std::string_view title, const Array2<Double>& values,
-             ValueRange extremes, const DrawingStyle& style) {
+             std::string_view title, const Array2<Double>& values, ValueRange extremes,
+             const DrawingStyle& style) {
   const LevelLimits limits = LimitsBetween(style.range.value_or(extremes));
   DrawEmptyDomain(picCanvas, model, kWhite, style);
-  DrawLegend(picColorBar, table, title, limits);
-  FillCells(picCanvas, model, values, limits, table, style);
+  DrawLegend(picColorBar, title, limits);
+  FillCells(picCanvas, model, values, limits, style);
   DrawLoads(picCanvas, model);
   DrawSupports(picCanvas, model);
 }
@@ -81,14 +80,14 @@ ValueRange ExtremesOf(const Model& model, const Array2<Double>& values) {
 }  // namespace
 
 void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                   const ColorTable& table, const DrawingStyle& style) {
-  DrawMap(picCanvas, picColorBar, model, table, kStressTitle, model.CellStress,
+                   const DrawingStyle& style) {
+  DrawMap(picCanvas, picColorBar, model, kStressTitle, model.CellStress,
           {model.MinStress, model.MaxStress}, style);
 }
 
 void DrawNeuronMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                   const ColorTable& table, const DrawingStyle& style) {
-  DrawMap(picCanvas, picColorBar, model, table, kPotentialTitle, model.Potential,
+                   const DrawingStyle& style) {
+  DrawMap(picCanvas, picColorBar, model, kPotentialTitle, model.Potential,
           ExtremesOf(model, model.Potential), style);
 }
 

@@ -12,11 +12,11 @@ namespace quillane {
 /// the style, beyond whose ends the outermost colours continue. Throws RunTimeError: overflow if a
 /// value is no Single, subscript if a value exceeds MaxStress, and as DrawCanvas.
 void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                   const ColorTable& table, const DrawingStyle& style = {});
+                   const DrawingStyle& style = {});
 
 /// Draws Potential of every occupied cell on a scale from its smallest to its largest value, 0
 /// included, or on that of the style. Throws as DrawStressMap.
 void DrawNeuronMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-                   const ColorTable& table, const DrawingStyle& style = {});
+                   const DrawingStyle& style = {});
 
 }  // namespace quillane

@@ -16,17 +16,16 @@ namespace {
 
 void DrawKind(ImageArea& canvas, ImageArea& legend, const Model& model,
               const PictureOptions& options) {
-  const ColorTable table = MakeColorTable();
   switch (options.kind) {
     case PictureKind::kModel:
       DrawCanvas(canvas, model, options.style);
-      DrawColorBar(legend, table, kStressTitle);
+      DrawColorBar(legend, kStressTitle);
       break;
     case PictureKind::kStress:
-      DrawStressMap(canvas, legend, model, table, options.style);
+      DrawStressMap(canvas, legend, model, options.style);
       break;
     case PictureKind::kPotential:
-      DrawNeuronMap(canvas, legend, model, table, options.style);
+      DrawNeuronMap(canvas, legend, model, options.style);
       break;
   }
 }

@@ -24,7 +24,6 @@ void CheckView(const Model& model) {
 CanvasView::CanvasView(QWidget* parent, Model& model, const EditState& edits)
     : model_(model),
       edits_(edits),
-      colorTable_(MakeColorTable()),
       picColorBar(new PictureWidget("picColorBar", parent)),
       picCanvas(new PictureWidget("picCanvas", parent)) {}
 
@@ -49,14 +48,14 @@ void CanvasView::ShowModel() {
 void CanvasView::ShowMap(Integer displayMode) {
   Show([this, draw = displayMode == kShowPotential ? DrawNeuronMap : DrawStressMap] {
     CheckView(model_);
-    draw(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_, {});
+    draw(picCanvas->Drawing(), picColorBar->Drawing(), model_, {});
   });
 }
 
 void CanvasView::Clear() {
   Show([this] {
     CheckView(model_);
-    picCanvasClear(picCanvas->Drawing(), picColorBar->Drawing(), model_, colorTable_);
+    picCanvasClear(picCanvas->Drawing(), picColorBar->Drawing(), model_);
   });
 }
 
@@ -78,7 +77,7 @@ void CanvasView::DrawModel() {
   MarkActiveNodes(model_);
   CheckView(model_);
   DrawCanvas(picCanvas->Drawing(), model_);
-  DrawColorBar(picColorBar->Drawing(), colorTable_, kStressTitle);
+  DrawColorBar(picColorBar->Drawing(), kStressTitle);
 }
 
 void CanvasView::Show(std::function<void()> drawing) {
@@ -115,7 +114,7 @@ void CanvasView::ShowNothing() {
   isMarked_ = false;
   picCanvas->Drawing().SetBackground(kBackground);
   picCanvas->Drawing().Clear();
-  DrawColorBar(picColorBar->Drawing(), colorTable_, kStressTitle);
+  DrawColorBar(picColorBar->Drawing(), kStressTitle);
 }
 
 QRectF CanvasView::PlateArea() const {

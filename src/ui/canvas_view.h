@@ -5,7 +5,6 @@
 #include <string>
 
 #include "display/canvas_layout.h"
-#include "display/color_scale.h"
 #include "edit/edit_state.h"
 #include "ui/picture_widget.h"
 
@@ -61,7 +60,6 @@ class CanvasView : public QObject {
 
   Model& model_;
   const EditState& edits_;
-  ColorTable colorTable_;
   std::function<void()> shown_;
   std::string failure_;  ///< why the last drawing failed
   bool isMarked_ = false;

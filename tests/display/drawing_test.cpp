@@ -185,7 +185,7 @@ TEST(CanvasDrawing, AnEmptyOrClearedCanvasShowsAxesAndGridOnly) {
   EXPECT_TRUE(std::ranges::any_of(canvas.calls, [](const DrawCall& call) {
     return call.color == kCyan && call.x1 == double{-31.0F * 66.7F};  // in single precision
   }));
-  picCanvasClear(canvas, legend, InView(test::Cantilever(2, 2)), MakeColorTable());
+  picCanvasClear(canvas, legend, InView(test::Cantilever(2, 2)));
   EXPECT_EQ(canvas.calls.size(), 1U + 2 + 36);
   EXPECT_EQ(legend.Count(Shape::kText, kBlue), 1);
 }
@@ -205,13 +205,11 @@ TEST(CanvasDrawing, WhatCannotBeDrawnIsARunTimeError) {
   EXPECT_THROW(DrawCanvas(canvas, model), RunTimeError);
 }
 
-const ColorTable kTable = MakeColorTable();
-
 struct Map {
   explicit Map(Model model, decltype(&DrawStressMap) draw = DrawStressMap,
                const DrawingStyle& style = {}) {
     FitView(model, 800, 600);
-    draw(canvas, legend, model, kTable, style);
+    draw(canvas, legend, model, style);
   }
 
   RecordingArea canvas, legend;
@@ -223,7 +221,7 @@ TEST(ResultMaps, AValueTakesTheLowestLevelThatReachesIt) {
   for (const auto& [stress, level] :
        {std::pair{0.0, 1}, std::pair{0.001, 2}, std::pair{1 + 1e-12, 2}, std::pair{15.0, 16}}) {
     cell.CellStress(1, 1) = stress;
-    EXPECT_EQ(Map(cell).canvas.Count(Shape::kFill, LevelColor(kTable, level)), 1) << stress;
+    EXPECT_EQ(Map(cell).canvas.Count(Shape::kFill, LevelColor(level)), 1) << stress;
   }
   cell.CellStress(1, 1) = 15.001;
   EXPECT_THROW(Map{cell}, RunTimeError);
@@ -250,7 +248,7 @@ TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
 
   model.MaxStress = 10;
   const Map flat(model);
-  EXPECT_EQ(flat.canvas.Count(Shape::kFill, LevelColor(kTable, 1)), 2);
+  EXPECT_EQ(flat.canvas.Count(Shape::kFill, LevelColor(1)), 2);
   EXPECT_EQ(flat.legend.TextAt(1) + flat.legend.TextAt(16), "1.00E+011.00E+01");
 
   for (const int empty : {1, 2}) {
@@ -262,7 +260,7 @@ TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
     EXPECT_EQ(potentials.legend.TextAt(16.8), "Potential");
     EXPECT_EQ(potentials.legend.TextAt(1), "0.00E+00");
     EXPECT_EQ(potentials.legend.TextAt(16), "7.50E+00") << "the scale includes the empty cell";
-    EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(kTable, 9)), 1) << "4 = 8 * 0.5";
+    EXPECT_EQ(potentials.canvas.Count(Shape::kFill, LevelColor(9)), 1) << "4 = 8 * 0.5";
   }
 }
 
@@ -273,7 +271,7 @@ TEST(ResultMaps, ARangeOfItsOwnHoldsWhateverTheValues) {
   const Map map(model, DrawStressMap, {.grid = false, .range = ValueRange{10, 40}});
   EXPECT_EQ(map.legend.TextAt(1) + map.legend.TextAt(16), "1.00E+014.00E+01");
   for (const int level : {1, 11, 16}) {
-    EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(kTable, level)), 1) << level;
+    EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(level)), 1) << level;
   }
   EXPECT_EQ(map.canvas.Count(Shape::kLine, kRed) + map.canvas.Count(Shape::kLine, kCyan), 0);
 }
@@ -284,10 +282,9 @@ TEST(ResultMaps, ColoursLieOverTheGridAndUnderTheSymbols) {
   model.CellState(2, 1) = kCellEmpty;  // emptied, but keeps its stress
   model.CellState(1, 2) = kCellCutOut;
   const Map map(model);
-  EXPECT_EQ(map.canvas.Colors(false),
-            (std::vector{kWhite, kBackground, kCyan, kRed, LevelColor(kTable, 16),
-                         LevelColor(kTable, 1), kMagenta, kBlue}));
-  EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(kTable, 16)), 1);
+  EXPECT_EQ(map.canvas.Colors(false), (std::vector{kWhite, kBackground, kCyan, kRed, LevelColor(16),
+                                                   LevelColor(1), kMagenta, kBlue}));
+  EXPECT_EQ(map.canvas.Count(Shape::kFill, LevelColor(16)), 1);
   EXPECT_EQ(map.canvas.Count(Shape::kOutline, kCyan), 1) << "the cut-out cell";
 }
 

@@ -128,7 +128,7 @@ TEST(ImageArea, LegendTextStaysInsideWhateverTheSize) {
   for (const int height : {60, 150, 400, 1000}) {
     ImageArea legend;
     legend.Resize(height * 11 / 42, height, 1.25);
-    DrawColorBar(legend, MakeColorTable(), kStressTitle);
+    DrawColorBar(legend, kStressTitle);
     for (int level = 1; level <= kLevelCount; ++level) DrawLevelLabel(legend, level, -8.88e-38F);
     const QImage image = legend.Image();
     EXPECT_EQ(ColorsOf(image.copy(image.width() - 1, 0, 1, image.height())), std::set{Rgb(kWhite)});
