@@ -1,5 +1,3 @@
-#include "batch/check_run.h"
-
 #include <fmt/format.h>
 
 #include <optional>
@@ -12,6 +10,7 @@
 #include "batch/model_check.h"
 #include "batch/model_input.h"
 #include "batch/outputs.h"
+#include "batch/run.h"
 #include "optimize/load_cases.h"
 
 namespace quillane {
@@ -25,7 +24,7 @@ std::vector<Finding> FindingsOf(const std::filesystem::path& path, std::optional
     ModelInput input = ModelFromText(text);
     std::vector<Finding> findings = CheckModel(input.model, input.notes).shown;
     const std::string fault = first ? LoadCaseFault(*first, input.model) : "";
-    if (!fault.empty()) findings.push_back({0, NotACase(fault)});
+    if (!fault.empty()) findings.push_back({0, fault});
     if (!first) first = std::move(input.model);
     return findings;
   } catch (const ModelFileError& error) {

@@ -28,7 +28,6 @@ class CourseTable : public CourseListener {
   void WriteLine(const std::string& line);
 
   std::filesystem::path path_;
-  bool begun_ = false;
   Stream stream_{nullptr, nullptr};
   std::vector<Failure> faults_;
 };

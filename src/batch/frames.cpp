@@ -7,8 +7,7 @@
 namespace quillane {
 
 void Frames::Analysed(const Course& course) {
-  if (begun_) return;
-  begun_ = true;
+  if (course.Figures().solves > 1) return;
   startVolume_ = course.State().Volume;
   Write(course);
 }

@@ -27,7 +27,6 @@ class Frames : public CourseListener {
   void Write(const Course& course);
 
   const BatchOptions& options_;
-  bool begun_ = false;
   double startVolume_ = 0;           ///< of the first analysis, mm^3
   std::vector<std::string> fields_;  ///< file names, by step
 };

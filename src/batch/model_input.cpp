@@ -59,9 +59,7 @@ void OpenModels(const BatchOptions& options, Model& model, LoadCases& cases) {
   for (const std::filesystem::path& path : options.loadCases) {
     Model loadCase = CheckedModel(path, options.strict);
     const std::string fault = LoadCaseFault(model, loadCase);
-    if (!fault.empty()) {
-      throw Failure{kExitUsageOrFile, path.string() + ": " + NotACase(fault)};
-    }
+    if (!fault.empty()) throw Failure{kExitUsageOrFile, path.string() + ": " + fault};
     cases.Add(std::move(loadCase));
   }
   cases.SetThreads(options.jobs);
@@ -94,7 +92,7 @@ void TryDrawings(const BatchOptions& options, const Model& model) {
   const std::filesystem::path& outline = options.outputs[Output::kOutline];
   if (!outline.empty()) {
     EndRunOnError(outline.string(),
-                  [&] { OutlineText(options.outlineFormat, TraceShape(model), model.Thickness); });
+                  [&] { OutlineText(*options.outlineFormat, TraceShape(model), model.Thickness); });
   }
   if (!options.outputs.Wants(Output::kImage)) return;
   PictureOptions picture = options.picture;

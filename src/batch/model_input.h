@@ -23,11 +23,6 @@ struct ModelInput {
 /// Returns the model of such a text. Throws ModelFileError.
 ModelInput ModelFromText(const std::string& text);
 
-/// Returns the sentence for a difference that LoadCaseFault finds.
-inline std::string NotACase(const std::string& difference) {
-  return "not a load case of this model: " + difference;
-}
-
 /// Opens the model and its load cases, applies the options to them, and checks what would fail only
 /// at the end of the run: the parameters of the steps, the outline, the picture. Complains of what
 /// looks wrong in a model, which ends a strict run. Appends to `notes` what the summary should say.

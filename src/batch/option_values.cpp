@@ -45,12 +45,13 @@ std::pair<std::string_view, std::string_view> Halves(std::string_view text, char
   return {text.substr(0, at), text.substr(at + 1)};
 }
 
-Integer IntegerFrom(int lowest, const std::string& option, std::string_view text) {
+template <class T>
+T WholeNumber(int lowest, int highest, const std::string& option, std::string_view text) {
   const std::optional<int> value = Whole<int>(text);
-  if (!value || *value < lowest || *value > kIntegerMax) {
-    Refuse(option, fmt::format("a whole number from {} to {}", lowest, kIntegerMax), text);
+  if (!value || *value < lowest || *value > highest) {
+    Refuse(option, fmt::format("a whole number from {} to {}", lowest, highest), text);
   }
-  return static_cast<Integer>(*value);
+  return static_cast<T>(*value);
 }
 
 }  // namespace
@@ -63,17 +64,15 @@ Single SingleNumber(const std::string& option, std::string_view text) {
 }
 
 Integer IntegerNumber(const std::string& option, std::string_view text) {
-  return IntegerFrom(std::numeric_limits<Integer>::min(), option, text);
+  return WholeNumber<Integer>(std::numeric_limits<Integer>::min(), kIntegerMax, option, text);
 }
 
 Integer StepCount(const std::string& option, std::string_view text) {
-  return IntegerFrom(0, option, text);
+  return WholeNumber<Integer>(0, kIntegerMax, option, text);
 }
 
 int Jobs(const std::string& option, std::string_view text) {
-  const std::optional<int> value = Whole<int>(text);
-  if (!value || *value < 1 || *value > 256) Refuse(option, "a whole number from 1 to 256", text);
-  return *value;
+  return WholeNumber<int>(1, 256, option, text);
 }
 
 double Share(const std::string& option, std::string_view text) {

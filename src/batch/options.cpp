@@ -24,9 +24,9 @@ namespace {
 
 constexpr const char* kDescription =
     "Opens a model, runs the stress analysis, then optimization steps, and writes what is asked "
-    "for.\nExit status: 0 done, 1 a run-time error (or a finding of --check or --strict), 2 wrong "
-    "usage or\na file that cannot be read or written, 3 the last solve did not converge, 4 the "
-    "wish\n"
+    "for.\n"
+    "Exit status: 0 done, 1 a run-time error (or a finding of --check or --strict), 2 wrong usage "
+    "or\na file that cannot be read or written, 3 the last solve did not converge, 4 the wish\n"
     "(--volume-fraction, --until-steady) was not reached, 129, 130 or 143 ended by a signal.";
 
 /// Returns a reader of options whose value is one of these words; wanted lists them for a message.
@@ -150,9 +150,8 @@ class CommandLine {
   /// Viewers recognize the format by the name.
   void RefuseOtherFormats() const {
     const std::filesystem::path& fields = options_.outputs[Output::kVtu];
-    const std::string ending = fields.extension().string();
-    if (ending.empty() || QByteArray::fromStdString(ending).toLower() == ".vtu") return;
-    if (IsStream(fields)) return;
+    const auto ending = QByteArray::fromStdString(fields.extension().string()).toLower();
+    if (ending.isEmpty() || ending == ".vtu" || IsStream(fields)) return;
     throw CLI::ValidationError("--vtu", "expects .vtu, not " + fields.string());
   }
 
@@ -251,12 +250,15 @@ class CommandLine {
   void AddOutlineStyle() {
     auto* outline = app_.get_option("--outline");
     Add("--outline-format", "FORMAT", "svg, dxf or stl, if the ending of FILE is none of them",
-        outlineFormat_,
+        options_.outlineFormat,
         OneOf<OutlineFormat>("svg, dxf or stl", {{"svg", OutlineFormat::kSvg},
                                                  {"dxf", OutlineFormat::kDxf},
                                                  {"stl", OutlineFormat::kStl}}))
         ->needs(outline);
-    AddFlag("--smooth", smooth_, "smooth that edge, except where it has to fit other parts")
+    app_.add_flag_callback(
+            "--smooth", [this] { options_.smooth = SmoothEdges::kDesign; },
+            "smooth that edge, except where it has to fit other parts")
+        ->group(group_)
         ->needs(outline);
     Add("--smooth-edges", "WHICH",
         "design: the same; all: cut-out and non-design cells, too, and round holes as circles",
@@ -270,21 +272,14 @@ class CommandLine {
   void SettleOutline() {
     const std::filesystem::path& outline = options_.outputs[Output::kOutline];
     if (outline.empty()) return;
-    if (!outlineFormat_) outlineFormat_ = OutlineFormatOf(outline);
-    if (!outlineFormat_ && outline == "-") {
-      throw CLI::ValidationError("--outline", "expects --outline-format with standard output");
-    }
-    if (!outlineFormat_) {
-      throw CLI::ValidationError("--outline",
-                                 "expects .svg, .dxf or .stl, not " + outline.string());
-    }
-    options_.outlineFormat = *outlineFormat_;
-    if (smooth_ && !options_.smooth) options_.smooth = SmoothEdges::kDesign;
+    if (!options_.outlineFormat) options_.outlineFormat = OutlineFormatOf(outline);
+    if (options_.outlineFormat) return;
+    throw CLI::ValidationError(
+        "--outline", outline == "-" ? "expects --outline-format with standard output"
+                                    : "expects .svg, .dxf or .stl, not " + outline.string());
   }
 
   BatchOptions& options_;
-  std::optional<OutlineFormat> outlineFormat_;
-  bool smooth_ = false;
   CLI::App app_{kDescription, "quillane-batch"};
   std::string group_;
 };

@@ -33,8 +33,8 @@ struct BatchOptions {
   std::optional<Single> lambda;
 
   OutputPaths outputs;
-  OutlineFormat outlineFormat = OutlineFormat::kSvg;
-  std::optional<SmoothEdges> smooth;  ///< the outline
+  std::optional<OutlineFormat> outlineFormat;  ///< known if an outline is wanted
+  std::optional<SmoothEdges> smooth;           ///< the outline
   PictureOptions picture;
   bool label = false;  ///< write step and volume into the pictures
   bool quiet = false;

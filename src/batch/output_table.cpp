@@ -66,7 +66,7 @@ void AddOutlineNotes(const OutlineFigures& figures, std::vector<std::string>& no
 }
 
 std::string Outline(const BatchOptions& options, const Model& model, RunSummary& summary) {
-  OutlineFile outline = MakeOutlineFile(options.outlineFormat, model, options.smooth);
+  OutlineFile outline = MakeOutlineFile(*options.outlineFormat, model, options.smooth);
   if (options.smooth) {
     summary.notes.push_back(
         fmt::format("smoothing changed the area by {:+.3f} %", 100 * outline.figures.areaChange));

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <string>
 
-#include "batch/check_run.h"
 #include "batch/console.h"
 #include "batch/course_table.h"
 #include "batch/failure.h"

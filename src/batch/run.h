@@ -10,4 +10,8 @@ namespace quillane {
 /// signal is noted (CatchSignals), the run ends after the present step, with all its files written.
 int RunBatch(const BatchOptions& options);
 
+/// Runs --check instead: prints a line for each finding in the model and every load case. Returns
+/// the exit status. Throws Failure.
+int RunCheck(const BatchOptions& options);
+
 }  // namespace quillane

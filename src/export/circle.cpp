@@ -13,18 +13,29 @@ Point Mean(const std::vector<Point>& points) {
   return 1.0 / static_cast<double>(points.size()) * sum;
 }
 
-/// The circle with the least sum of (|p - centre|^2 - radius^2)^2, about the mean of the points.
-Circle AlgebraicFit(const std::vector<Point>& points) {
+/// The normal equations of two unknowns.
+struct NormalEquations {
   double xx = 0, xy = 0, yy = 0;
   Point right;
-  for (const Point& p : points) {
-    xx += p.x * p.x, xy += p.x * p.y, yy += p.y * p.y;
-    right = right + Dot(p, p) / 2 * p;
+
+  void Add(Point d, double wanted) {
+    xx += d.x * d.x, xy += d.x * d.y, yy += d.y * d.y;
+    right = right + wanted * d;
   }
-  const double determinant = xx * yy - xy * xy;
-  const Point centre{(right.x * yy - right.y * xy) / determinant,
-                     (right.y * xx - right.x * xy) / determinant};
-  return {centre, std::sqrt(Dot(centre, centre) + (xx + yy) / static_cast<double>(points.size()))};
+  Point Solution() const {
+    const double determinant = xx * yy - xy * xy;
+    return {(right.x * yy - right.y * xy) / determinant,
+            (right.y * xx - right.x * xy) / determinant};
+  }
+};
+
+/// The circle with the least sum of (|p - centre|^2 - radius^2)^2, about the mean of the points.
+Circle AlgebraicFit(const std::vector<Point>& points) {
+  NormalEquations sums;
+  for (const Point& p : points) sums.Add(p, Dot(p, p) / 2);
+  const Point centre = sums.Solution();
+  const double meanSquare = (sums.xx + sums.yy) / static_cast<double>(points.size());
+  return {centre, std::sqrt(Dot(centre, centre) + meanSquare)};
 }
 
 /// One Gauss-Newton step for the sum of (|p - centre| - radius)^2 in the coordinates of the centre
@@ -38,18 +49,14 @@ Circle Improved(const Circle& circle, const std::vector<Point>& points, const Fi
     radius += distance / static_cast<double>(points.size());
   }
   const Point mean = Mean(towards);
-  double xx = 0, xy = 0, yy = 0;
-  Point right;
+  NormalEquations sums;
   for (std::size_t k = 0; k < points.size(); ++k) {
     const Point d = {fixed.x ? 0 : towards[k].x - mean.x, fixed.y ? 0 : towards[k].y - mean.y};
-    xx += d.x * d.x, xy += d.x * d.y, yy += d.y * d.y;
-    right = right + (Length(points[k] - circle.centre) - radius) * d;
+    sums.Add(d, Length(points[k] - circle.centre) - radius);
   }
-  if (fixed.x) xx = 1;
-  if (fixed.y) yy = 1;
-  const double determinant = xx * yy - xy * xy;
-  const Point shift{(right.x * yy - right.y * xy) / determinant,
-                    (right.y * xx - right.x * xy) / determinant};
+  if (fixed.x) sums.xx = 1;
+  if (fixed.y) sums.yy = 1;
+  const Point shift = sums.Solution();
   return {circle.centre + shift, radius - Dot(mean, shift)};
 }
 

@@ -28,4 +28,9 @@ RunTimeError::RunTimeError(const RunTimeError& error, ErrorCause cause) : RunTim
   cause_ = cause;
 }
 
+RunTimeError::RunTimeError(const std::string& part, const RunTimeError& error)
+    : RunTimeError(error) {
+  message_ = part + ": " + message_;
+}
+
 }  // namespace quillane

@@ -41,6 +41,9 @@ class RunTimeError : public std::exception {
   /// Likewise with the message of another error, whose cause is known by now.
   RunTimeError(const RunTimeError& error, ErrorCause cause);
 
+  /// The same error, with the part of the work that threw it in front of the message.
+  RunTimeError(const std::string& part, const RunTimeError& error);
+
   ErrorKind Kind() const { return kind_; }
   ErrorCause Cause() const { return cause_; }
 

@@ -21,7 +21,7 @@ std::string Place(const Model& model, int node) {
 }
 
 std::string Difference(const std::string& what, const std::string& own, const std::string& wanted) {
-  return what + " " + own + ", not " + wanted;
+  return "not a load case of this model: " + what + " " + own + ", not " + wanted;
 }
 
 /// Of two meshes with as many nodes and elements.
@@ -51,9 +51,6 @@ SolveReport Worse(const SolveReport& one, const SolveReport& other) {
 }
 
 }  // namespace
-
-LoadCaseError::LoadCaseError(std::size_t number, const RunTimeError& error)
-    : RunTimeError(error), message_("load case " + std::to_string(number) + ": " + error.what()) {}
 
 std::string LoadCaseFault(const Model& model, const Model& other) {
   const auto grid = [](const Model& m) {
@@ -95,7 +92,7 @@ LoadCaseResult LoadCases::AnalyseOne(Model& model, std::size_t number) try {
           .minStress = own.MinStress,
           .compliance = quillane::Compliance(own)};
 } catch (const RunTimeError& error) {
-  throw LoadCaseError(number + 1, error);
+  throw RunTimeError("load case " + std::to_string(number + 1), error);
 }
 
 SolveReport LoadCases::Analyse(Model& model) {

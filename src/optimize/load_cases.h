@@ -21,21 +21,8 @@ struct LoadCaseResult {
   double compliance = 0;                                ///< N mm
 };
 
-/// An error in the analysis of one of several cases, which its message names.
-class LoadCaseError : public RunTimeError {
- public:
-  /// number: of the case, from 1 for the model's own.
-  LoadCaseError(std::size_t number, const RunTimeError& error);
-
-  /// "load case 2: Floating-point error: the mean stress."
-  const char* what() const noexcept override { return message_.c_str(); }
-
- private:
-  std::string message_;
-};
-
-/// What keeps `other` from being a load case of `model`: the first difference of their grids or
-/// materials, in words with both values. Empty where there is none.
+/// Returns why `other` is no load case of `model`: the first difference of their grids or
+/// materials, in words with both values. Empty if there is none.
 std::string LoadCaseFault(const Model& model, const Model& other);
 
 /// The load cases beside the one that a model itself holds. Supports and loads make a case; layout,
@@ -59,8 +46,8 @@ class LoadCases {
   /// Then CellStress holds the largest stress of all cases, and MaxStress, MinStress and AvgStress
   /// are of these; displacements and equation system are of the model's own case. The report has
   /// the worst of each number, and has converged where all cases have. The results do not depend on
-  /// the number of threads. Throws LoadCaseError, of the first case that fails, or RunTimeError
-  /// where the model's is the only case.
+  /// the number of threads. Throws RunTimeError; of several cases it is that of the first that
+  /// fails, and its message begins with "load case" and the number, from 1 for the model's own.
   SolveReport Analyse(Model& model);
 
   /// Analyse as what takes the place of AnalyseStructure. This must outlive it.

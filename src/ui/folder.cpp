@@ -19,11 +19,7 @@ std::string LowerCase(const std::string& name) {
 
 /// Sorts names case-insensitively; names that differ only in case by their bytes.
 void Sort(std::vector<std::string>& names) {
-  std::vector<std::pair<std::string, std::string>> keyed;
-  keyed.reserve(names.size());
-  for (std::string& name : names) keyed.emplace_back(LowerCase(name), std::move(name));
-  std::ranges::sort(keyed);
-  std::ranges::transform(keyed, names.begin(), [](auto& pair) { return std::move(pair.second); });
+  std::ranges::sort(names, {}, [](const auto& name) { return std::pair(LowerCase(name), name); });
 }
 
 /// Returns the name of an entry; empty if it has no UTF-8 form, as is possible on Windows.
