@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iterator>
 #include <span>
 #include <utility>
 #include <vector>
@@ -17,27 +16,6 @@
 
 namespace quillane {
 namespace {
-
-EquationSystem Describe(const Model& model) {
-  const auto copy = [](const auto& array) {
-    const auto raw = array.Raw();
-    return std::vector(raw.begin(), raw.end());
-  };
-  EquationSystem system{.rows = model.CellRowCount,
-                        .columns = model.CellColumnCount,
-                        .isPresent = {},
-                        .nodes = copy(model.ElementNodes),
-                        .equations = copy(model.DofNumber),
-                        .stiffness = {},
-                        .loads = copy(model.LoadVector)};
-  const auto states = model.CellState.Raw();
-  system.isPresent.resize(states.size());
-  std::ranges::transform(states, system.isPresent.begin(), [](Integer state) { return state > 0; });
-  for (const auto& row : model.ElementStiffness) {
-    system.stiffness.insert(system.stiffness.end(), std::begin(row), std::end(row));
-  }
-  return system;
-}
 
 /// Assembles the stiffness of the numbered components and compresses it into the row store.
 void AssembleRows(Model& m) {
@@ -123,7 +101,9 @@ SolveReport SolveStructure(Model& model) {
   CalcElementStiffness(model);
   NumberComponents(model);
   AssembleLoads(model);
-  EquationSystem system = Describe(model);
+  EquationSystem system = {model.ElementNodes, model.DofNumber,    model.LoadVector,
+                           model.YoungModulus, model.PoissonRatio, model.Thickness};
+  ForEachPresentCell(model, [&system](int, int, int e) { system.elements.push_back(e); });
   LastSolve& last = model.Solved;
   if (last.report && last.system == system) return *last.report;
 

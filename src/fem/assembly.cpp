@@ -16,11 +16,10 @@ void AssembleStiffness(Model& model) {
 }
 
 void AssembleLoads(Model& model) {
-  for (int d = 1; d <= 2; ++d) {
-    const auto numbers = model.DofNumber.Column(d, model.NodeCount);
-    const auto loads = model.NodeLoad.Column(d, model.NodeCount);
-    for (std::size_t n = 1; n < numbers.size(); ++n) {
-      if (numbers[n] != 0) model.LoadVector(numbers[n]) = loads[n];
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    for (int d = 1; d <= 2; ++d) {
+      const int equation = model.DofNumber(n, d);
+      if (equation != 0) model.LoadVector(equation) = model.NodeLoad(n, d);
     }
   }
 }

@@ -111,11 +111,10 @@ void WriteStresses(Model& model, const StressOf& stressOf) {
 }  // namespace
 
 void ScatterDisplacements(Model& model) {
-  for (int d = 1; d <= 2; ++d) {
-    const auto numbers = model.DofNumber.Column(d, model.NodeCount);
-    const auto displacements = model.NodeDisp.Column(d, model.NodeCount);
-    for (std::size_t n = 1; n < numbers.size(); ++n) {
-      displacements[n] = numbers[n] == 0 ? 0.0 : model.SolutionVector(numbers[n]);
+  for (int n = 1; n <= model.NodeCount; ++n) {
+    for (int d = 1; d <= 2; ++d) {
+      const int equation = model.DofNumber(n, d);
+      model.NodeDisp(n, d) = equation == 0 ? 0.0 : model.SolutionVector(equation);
     }
   }
 }

@@ -12,36 +12,24 @@ namespace {
 /// Returns the codes of all nodes in the layout that WaveOrder takes. Empty if not all equation
 /// numbers are those of NumberComponents, which are consecutive along the nodes.
 std::vector<NodeCode> NodeCodes(const Model& model) {
-  const auto rows = static_cast<std::size_t>(model.CellRowCount);
-  const auto columns = static_cast<std::size_t>(model.CellColumnCount);
-  // Cells row by row, 1 where present, with a margin.
-  const std::size_t up = columns + 2;
-  std::vector<std::uint8_t> isPresent((rows + 2) * up, 0);
-  for (int j = 1; j <= model.CellColumnCount; ++j) {
-    std::uint8_t* cell = &isPresent[static_cast<std::size_t>(j)];
-    for (const Integer state : model.CellState.Column(j, model.CellRowCount)) {
-      *(cell += up) = state > 0;
-    }
-  }
-  constexpr std::size_t kShear = WaveOrder::kShear;
-  constexpr std::size_t kMostOutside = WaveOrder::kMostOutside;
-  const std::size_t width = columns + 1 + 2 * kShear;
-  std::vector<NodeCode> codes((rows + 1 + 2 * kMostOutside) * width, 0);
-  const Integer* numberU = &model.DofNumber.Column(1, model.NodeCount)[1];
-  const Integer* numberV = &model.DofNumber.Column(2, model.NodeCount)[1];
-  NodeCode* code = &codes[kMostOutside * width];
+  const int rows = model.CellRowCount, columns = model.CellColumnCount;
+  constexpr int kShear = WaveOrder::kShear, kMostOutside = WaveOrder::kMostOutside;
+  const int width = columns + 1 + 2 * kShear;
+  std::vector<NodeCode> codes(static_cast<std::size_t>((rows + 1 + 2 * kMostOutside) * width), 0);
   int equations = 0;
-  for (std::size_t i = 0; i <= rows; ++i, code += kShear) {
-    code += kShear;
-    for (std::size_t j = 0; j <= columns; ++j, ++code, ++numberU, ++numberV) {
-      const std::uint8_t* const lowerLeft = &isPresent[i * up + j];
-      const int cells = kCellLowerLeft * lowerLeft[0] + kCellLowerRight * lowerLeft[1] +
-                        kCellUpperLeft * lowerLeft[up] + kCellUpperRight * lowerLeft[up + 1];
-      const bool hasU = *numberU != 0;
-      const bool hasV = *numberV != 0;
+  for (int i = 0; i <= rows; ++i) {
+    for (int j = 0; j <= columns; ++j) {
+      const int node = NodeOfCorner(model, i + 1, j + 1);
+      const bool hasU = model.DofNumber(node, 1) != 0, hasV = model.DofNumber(node, 2) != 0;
+      if (!hasU && !hasV) continue;
       equations += hasU + hasV;
-      if (hasU || hasV)
-        *code = static_cast<NodeCode>(cells + kEquationU * hasU + kEquationV * hasV);
+      const int code = kCellLowerLeft * HasMaterial(model, i, j) +
+                       kCellLowerRight * HasMaterial(model, i, j + 1) +
+                       kCellUpperLeft * HasMaterial(model, i + 1, j) +
+                       kCellUpperRight * HasMaterial(model, i + 1, j + 1) + kEquationU * hasU +
+                       kEquationV * hasV;
+      const int place = (i + kMostOutside) * width + kShear + j;
+      codes[static_cast<std::size_t>(place)] = static_cast<NodeCode>(code);
     }
   }
   if (equations != model.EquationCount) codes.clear();

@@ -61,6 +61,7 @@ class Array1 {
   const T& operator()(int i) const { return values_[Offset(i)]; }
 
   IndexRange Range() const { return range_; }
+  bool operator==(const Array1&) const = default;
 
   /// Returns the elements in index order, for inner loops after one check of the range.
   std::span<T> Raw() { return values_; }
@@ -99,11 +100,6 @@ class Array2 {
 
   /// Returns the elements (lower, j) to (last, j), for inner loops after this one check; none where
   /// last lies below the range.
-  std::span<T> Column(int j, int last) {
-    if (last < first_.lower) return {};
-    return {&(*this)(first_.lower, j),
-            static_cast<std::size_t>(&(*this)(last, j) - &(*this)(first_.lower, j)) + 1};
-  }
   std::span<const T> Column(int j, int last) const {
     if (last < first_.lower) return {};
     return {&(*this)(first_.lower, j),
@@ -113,6 +109,7 @@ class Array2 {
   IndexRange First() const { return first_; }
   IndexRange Second() const { return second_; }
   const char* Name() const { return name_; }
+  bool operator==(const Array2&) const = default;
 
   /// Returns the elements, first index fastest, for inner loops after one check of the ranges.
   std::span<T> Raw() { return values_; }

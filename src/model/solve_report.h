@@ -1,11 +1,10 @@
 // What is known of the last solve.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <vector>
 
-#include "model/types.h"
+#include "model/arrays.h"
 
 namespace quillane {
 
@@ -21,12 +20,12 @@ struct SolveReport {
 /// Everything that determines the displacements, copied from the model: equal systems have equal
 /// solutions.
 struct EquationSystem {
-  int rows = 0, columns = 0;              ///< of cells
-  std::vector<std::uint8_t> isPresent;    ///< of every cell: 1 or 0
-  std::vector<Integer> nodes, equations;  ///< ElementNodes and DofNumber
-  std::vector<Double> stiffness, loads;   ///< ElementStiffness and LoadVector
+  Array2<Integer> nodes{"ElementNodes"}, equations{"DofNumber"};
+  Array1<Double> loads{"LoadVector"};
+  Double youngModulus = 0, poissonRatio = 0, thickness = 0;
+  std::vector<int> elements{};  ///< of the cells that hold one
 
-  friend bool operator==(const EquationSystem&, const EquationSystem&) = default;
+  bool operator==(const EquationSystem&) const = default;
 };
 
 /// The system that SolutionVector solves and the outcome; no report if the last solve failed.

@@ -1,9 +1,5 @@
 #include "optimize/potential.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <vector>
-
 #include "model/numbers.h"
 
 namespace quillane {
@@ -22,22 +18,16 @@ void Forget(Model& model) {
 }
 
 void Feed(Model& model) {
-  // CellStress has a margin of one cell, so every cell has four neighbours.
-  const auto stress = model.CellStress.Raw();
-  std::vector<std::uint8_t> isOver(stress.size());
-  std::ranges::transform(stress, isOver.begin(), [&model](double value) {
-    return ToSingle(value, "a cell's stress") > model.StressTarget;
-  });
-  const std::size_t right = model.CellStress.First().Size();
+  const auto isOver = [&model](int i, int j) {
+    return ToSingle(model.CellStress(i, j), "a cell's stress") > model.StressTarget;
+  };
   const double increment = double{model.PotentialIncrement};
-  for (int j = 1; j <= model.CellColumnCount; ++j) {
-    static_cast<void>(
-        model.CellStress(model.CellRowCount + 1, j + 1));  // throws where it is too small
-    const std::uint8_t* own = &isOver[static_cast<std::size_t>(j) * right];
-    for (double& potential : model.Potential.Column(j, model.CellRowCount)) {
-      ++own;
-      const int fed = own[0] + own[1] + own[right] + *(own - 1) + *(own - right);
-      for (int k = 0; k < fed; ++k) potential += increment;
+  for (int i = 1; i <= model.CellRowCount; ++i) {
+    for (int j = 1; j <= model.CellColumnCount; ++j) {
+      // CellStress has a margin of one cell, so every cell has four neighbours.
+      const int fed =
+          isOver(i, j) + isOver(i, j + 1) + isOver(i, j - 1) + isOver(i + 1, j) + isOver(i - 1, j);
+      for (int k = 0; k < fed; ++k) model.Potential(i, j) += increment;
     }
   }
 }
