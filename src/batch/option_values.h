@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "display/drawing_style.h"
 #include "image/picture.h"
 #include "model/types.h"
 

@@ -15,7 +15,6 @@
 #include "batch/progress_line.h"
 #include "batch/run_summary.h"
 #include "batch/search_run.h"
-#include "batch/verdict.h"
 #include "fem/mesh.h"
 #include "fem/pieces.h"
 #include "model/number_text.h"

@@ -1,4 +1,4 @@
-// The summary of a batch run.
+// The summary of a batch run and its exit status.
 #pragma once
 
 #include <string>
@@ -29,6 +29,17 @@ struct RunSummary {
   std::string error;                      ///< what ended the run early
   int exitStatus = 0;
 };
+
+/// What decides beside the figures.
+struct RunEnd {
+  bool filesWritten = true;  ///< all of them
+  bool wishReached = true;   ///< of --volume-fraction or --until-steady
+  int signal = 0;            ///< that ended the run; 0 for none
+};
+
+/// Adds the notes on solves, pieces and loads to the summary of a course that has ended, and sets
+/// its exit status. Complains if the last solve did not converge.
+void Judge(RunSummary& summary, const Model& model, const RunEnd& end);
 
 /// Returns the volume as a share of that at the start.
 double VolumeFraction(const Model& model, const RunSummary& summary);

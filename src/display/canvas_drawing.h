@@ -1,14 +1,25 @@
 // The drawing of the model on the canvas.
 #pragma once
 
+#include <optional>
+
 #include "display/color_scale.h"
 #include "display/drawing_area.h"
-#include "display/drawing_style.h"
 #include "display/grid.h"
 #include "display/symbols.h"
 #include "model/model.h"
 
 namespace quillane {
+
+struct ValueRange {
+  double smallest = 0;
+  double largest = 0;
+};
+
+struct DrawingStyle {
+  bool grid = true;                 ///< axes, grid lines and the frames of cells
+  std::optional<ValueRange> range;  ///< of a map's colours; by default that of the values
+};
 
 /// Redraws the canvas from the model: background, design domain, cells by state, loads, supports,
 /// axes and grid, in the scale of the model's view. Throws RunTimeError: overflow if the grid has

@@ -4,7 +4,6 @@
 #include <array>
 #include <iterator>
 
-#include "display/canvas_drawing.h"
 #include "display/palette.h"
 #include "model/number_text.h"
 #include "model/numbers.h"

@@ -1,10 +1,7 @@
 // Result fields as coloured cells on the canvas, with their legend.
 #pragma once
 
-#include "display/color_scale.h"
-#include "display/drawing_area.h"
-#include "display/drawing_style.h"
-#include "model/model.h"
+#include "display/canvas_drawing.h"
 
 namespace quillane {
 

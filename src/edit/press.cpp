@@ -1,7 +1,6 @@
 #include "edit/press.h"
 
-#include "edit/domain_editing.h"
-#include "edit/support_load_editing.h"
+#include "edit/operations.h"
 
 namespace quillane {
 namespace {

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "display/canvas_drawing.h"
 #include "display/canvas_layout.h"
 #include "display/palette.h"
 #include "display/result_maps.h"

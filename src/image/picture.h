@@ -5,8 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "display/drawing_style.h"
-#include "model/model.h"
+#include "display/canvas_drawing.h"
 
 namespace quillane {
 

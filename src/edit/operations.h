@@ -1,4 +1,4 @@
-// Edits of the design domain by two presses each: its rectangle, and the material of cells.
+// What presses do to the model, mode by mode: to the domain, its cells, supports and loads.
 #pragma once
 
 #include "edit/press.h"
@@ -17,5 +17,12 @@ PressResult AddDesignElements(Model& model, EditState& state, Single x, Single y
 PressResult AddNonDesignElements(Model& model, EditState& state, Single x, Single y);
 PressResult RemoveElements(Model& model, EditState& state, Single x, Single y);
 PressResult DeleteDesignDomain(Model& model, EditState& state, Single x, Single y);
+
+/// Writes both support flags of the node nearest to (x, y), mm, as EditMode says: kModeFixX,
+/// kModeFixY, kModeFixXY or kModeFree; other codes write nothing.
+PressResult FreedomSet(Model& model, EditState& state, Single x, Single y);
+
+/// Replaces the load of the node nearest to (x, y), mm, by LoadFx, LoadFy.
+PressResult LoadSet(Model& model, EditState& state, Single x, Single y);
 
 }  // namespace quillane
