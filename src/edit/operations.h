@@ -11,8 +11,8 @@ namespace quillane {
 PressResult DesignDomainSet(Model& model, EditState& state, Single x, Single y);
 
 /// Handle a press at (x, y), mm, in a corner cell of a rectangle. The second press sets every cell
-/// of the rectangle to kCellDesign, kCellNonDesign, kCellEmpty or kCellCutOut, in the order below.
-/// A press outside the domain is refused and keeps the first one.
+/// of the rectangle to kCellDesign, kCellNonDesign, kCellEmpty or kCellCutOut, respectively. A
+/// press outside the domain is refused and keeps the first corner.
 PressResult AddDesignElements(Model& model, EditState& state, Single x, Single y);
 PressResult AddNonDesignElements(Model& model, EditState& state, Single x, Single y);
 PressResult RemoveElements(Model& model, EditState& state, Single x, Single y);

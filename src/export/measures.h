@@ -1,4 +1,4 @@
-// What a workshop asks of an outline.
+// Measures of an outline that matter for its manufacture.
 #pragma once
 
 #include <optional>

@@ -35,7 +35,7 @@ std::string StlText(const Shape& shape, double thickness);
 /// writer of the format does.
 std::string OutlineText(OutlineFormat format, const Shape& shape, double thickness);
 
-/// What a workshop wants to know of an outline.
+/// The properties of an outline that matter for its manufacture.
 struct OutlineFigures {
   double areaChange = 0;              ///< by smoothing, as a part of the area
   int pieces = 0, holes = 0;          ///< loops around material and around holes

@@ -19,7 +19,8 @@ std::vector<CutOutCircle> AddCircles(Shape& shape, const Model& model,
 /// cell.
 std::vector<int> FaultyCircles(const Shape& shape);
 
-/// The corners of cells with two opposite sides on the edge, in the order first side, other side.
+/// Returns the corners of the cells with two opposite sides on the edge, in the order first side,
+/// other side.
 std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model);
 
 /// Returns the distance (mm) between the two sides of a thin cell.

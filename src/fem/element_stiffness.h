@@ -12,7 +12,7 @@ namespace quillane {
 /// Source: O. C. Zienkiewicz, R. L. Taylor, The Finite Element Method, vol. 1, plane stress.
 void CalcElementStiffness(Model& model);
 
-/// Returns whether a material can have this Poisson's ratio: it is above -1 and at most 0.5.
+/// Returns whether a material can have this Poisson's ratio: above -1 and at most 0.5.
 inline bool IsPoissonRatio(double nu) { return nu > -1 && nu <= 0.5; }
 
 /// Returns the cause of a quotient by 1 - nu^2 that is not finite.

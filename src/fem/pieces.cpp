@@ -21,8 +21,8 @@ struct Extent {
   bool Wide() const { return low < high; }
 };
 
-/// A piece held in x and in y can still turn about the point where the lines of all its supports
-/// meet: all those in x at one height and all those in y at one place.
+/// Describes a piece. Held in x and in y, it can still rotate about the point where the lines of
+/// all its supports meet: those in x all at one height and those in y all at one place.
 Piece Describe(const Model& model, const Model& loadCase, const std::vector<CellIndex>& cells) {
   Piece piece{.cells = static_cast<int>(cells.size())};
   Extent heightsHeldInX, placesHeldInY;

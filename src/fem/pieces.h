@@ -8,8 +8,8 @@
 
 namespace quillane {
 
-/// An edge-connected set of present cells: two cells that touch at a corner only form a hinge and
-/// do not belong together.
+/// An edge-connected set of present cells. Two cells that touch only at a corner form a hinge, not
+/// a connection.
 struct Piece {
   int cells = 0;
   bool touchesLoad = false;     ///< a load acts on one of its nodes
@@ -31,8 +31,8 @@ Pieces FindPieces(const Model& model);
 /// `model`.
 Pieces FindPieces(const Model& model, const Model& loadCase);
 
-/// Empties the design cells of pieces that neither carry a load nor hold anything, be it in the
-/// model itself or in a load case. Returns how many pieces were dropped.
+/// Empties the design cells of pieces that touch neither a load nor a support, in the model or in
+/// any load case. Returns the number of these pieces.
 int DropLoosePieces(Model& model, std::span<const Model> loadCases = {});
 
 /// Returns the nodes, ascending, with a load that no held piece carries. A load against a support

@@ -98,8 +98,8 @@ class Array2 {
   T& operator()(int i, int j) { return values_[Offset(i, j)]; }
   const T& operator()(int i, int j) const { return values_[Offset(i, j)]; }
 
-  /// Returns the elements (lower, j) to (last, j), for inner loops after this one check; none where
-  /// last lies below the range.
+  /// Returns the elements (lower, j) to (last, j), for inner loops after this one check; none if
+  /// last is below the range.
   std::span<const T> Column(int j, int last) const {
     if (last < first_.lower) return {};
     return {&(*this)(first_.lower, j),

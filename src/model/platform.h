@@ -9,21 +9,20 @@
 
 namespace quillane {
 
-/// Returns the path whose text, as path.string() returns it, is given. The library's own conversion
+/// Returns the path of a text in the encoding of path.string(). The library's own conversion
 /// expects another encoding on Windows.
 std::filesystem::path PathFromText(std::string_view text);
 
-/// Opens as std::fopen does, whatever characters the path is made of.
+/// Opens a file as std::fopen does, with any characters in its path.
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);
 
-/// Creates a file and opens it for writing bytes; fails with EEXIST where the name is taken.
+/// Creates a file and opens it for binary writing; fails with EEXIST if the name is taken.
 std::FILE* CreateNewFile(const std::filesystem::path& path);
 
-/// Returns once what was written to the file is on the disk itself; false where it may not be.
+/// Flushes the file and waits until it is on the disk. Returns false on failure.
 bool SyncToDisk(std::FILE* file);
 
-/// Gives a closed file another name of its folder, in one piece and in place of what bears that
-/// name.
+/// Renames a closed file within its folder atomically, replacing any file of the new name.
 std::error_code MoveOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace quillane

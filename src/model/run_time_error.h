@@ -28,7 +28,7 @@ enum class ErrorCause {
   kLambdaZero,      ///< Lambda is 0
   kGridTooLarge,    ///< more nodes, elements or equations than an Integer counts
   kFileUnwritable,  ///< the folder, its rights or the disk
-  kNotAFile,        ///< something else than a file bears the name
+  kNotAFile,        ///< the path names something other than a file
 };
 
 /// Thrown at the statement that fails, reported once at the edge: the window and the command line
@@ -38,10 +38,10 @@ class RunTimeError : public std::exception {
   /// what: what failed, a sentence without the final stop.
   RunTimeError(ErrorKind kind, const std::string& what, ErrorCause cause = ErrorCause::kNone);
 
-  /// Likewise with the message of another error, whose cause is known by now.
+  /// Makes a copy of an error whose cause has become known.
   RunTimeError(const RunTimeError& error, ErrorCause cause);
 
-  /// The same error, with the part of the work that threw it in front of the message.
+  /// Makes a copy of an error whose message is prefixed with the part of the work that failed.
   RunTimeError(const std::string& part, const RunTimeError& error);
 
   ErrorKind Kind() const { return kind_; }

@@ -18,8 +18,8 @@ using File = std::unique_ptr<std::FILE, decltype([](std::FILE* file) { std::fclo
 
 std::string SystemReason() { return std::generic_category().message(errno); }
 
-/// A file that this call creates beside target. Its name is short whatever target's is, and never
-/// one that bears a file already, so that two programs do not write into one.
+/// Creates a file beside target. Its name is short, whatever the length of target's, and unused, so
+/// that two programs never write to the same file.
 File CreateNeighbour(const fs::path& target, fs::path& fresh) {
   for (int number = 1; number <= 10000; ++number) {
     fresh = target.parent_path() / ("quillane" + std::to_string(number) + ".part");
@@ -39,7 +39,7 @@ void WriteWhole(File file, std::string_view content) {
   }
 }
 
-/// Throws unless a new file may take the place of what stands at target, if anything does.
+/// Throws unless target may be created or replaced.
 void CheckTarget(const fs::path& target, fs::file_status old) {
   std::error_code error;
   if (target.filename().empty() || fs::is_directory(old)) {

@@ -13,8 +13,8 @@ class FileWriteError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Returns the path that a file of this name stands or would stand at: that itself, or what a link
-/// leads to. Throws FileWriteError where a link cannot be read.
+/// Follows symbolic links, even if their target does not exist, and returns the path at their end.
+/// Throws FileWriteError if a link cannot be read.
 std::filesystem::path LinkTarget(std::filesystem::path path);
 
 /// Writes content to a new file beside path and then replaces path with it; keeps the old file's

@@ -9,8 +9,8 @@
 
 namespace quillane {
 
-/// Renames an earlier history to the same name with "~" behind it, over one kept before. Does
-/// nothing where path names no ordinary file. Throws RunTimeError (file).
+/// Renames an earlier history by appending "~" to its name, replacing one kept before. Does nothing
+/// if path does not name an ordinary file. Throws RunTimeError (file).
 void KeepEarlierHistory(const std::filesystem::path& path);
 
 /// The history file: header "Iteration, Max, Avg, Min", then StepCount, MaxStress, AvgStress and
@@ -19,24 +19,24 @@ void KeepEarlierHistory(const std::filesystem::path& path);
 class History : public CourseListener {
  public:
   /// Sets HistoryRecording, creates or empties the file, writes the header and a record of the
-  /// present state. Throws RunTimeError (file), also where path names something other than an
-  /// ordinary file.
+  /// present state. Throws RunTimeError (file), also if path names something other than an ordinary
+  /// file.
   void Start(Model& model, const std::filesystem::path& path);
 
-  /// Goes on with the file where its last record is that of the step before StepCount in the
-  /// present state; else as Start.
+  /// Continues the file if its last record is that of the present state at the step before
+  /// StepCount; otherwise calls Start.
   void Resume(Model& model, const std::filesystem::path& path);
 
-  /// Appends a record if the model is recording; it is in the file when this returns. Throws
-  /// RunTimeError (file) when the disk is full.
+  /// Appends a record and flushes it to the file if the model is recording. Throws RunTimeError
+  /// (file) if it cannot be written.
   void Record(const Model& model);
 
   /// Records every step, and no analysis.
   void Analysed(const Course&) override {}
   void Stepped(const Course& course) override { Record(course.State()); }
 
-  /// Closes the file and clears HistoryRecording; harmless when nothing is recorded. Throws
-  /// RunTimeError (file) when what was written did not reach the disk.
+  /// Closes the file and clears HistoryRecording; does nothing else if no file is open. Throws
+  /// RunTimeError (file) if not all records could be written.
   void Close(Model& model);
 
  private:

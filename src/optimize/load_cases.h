@@ -1,4 +1,4 @@
-// Several load cases on one layout: each is analysed, and the largest stress of every cell counts.
+// Several load cases on one layout: each is analysed; the largest stress of every cell decides.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace quillane {
 
-/// What one case gave.
+/// The results of one case.
 struct LoadCaseResult {
   SolveReport solve;
   Array2<Double> stress{"CellStress"};                  ///< as Model::CellStress
@@ -29,43 +29,44 @@ std::string LoadCaseFault(const Model& model, const Model& other);
 /// potentials and parameters are those of the model.
 class LoadCases {
  public:
-  /// Adds the supports and loads of `other`, of whose grid and material LoadCaseFault finds no
-  /// fault.
+  /// Adds the supports and loads of `other`, which LoadCaseFault must accept.
   void Add(Model other) { others_.push_back(std::move(other)); }
 
-  /// Analyses at most so many cases at a time; else as many as there are cores.
+  /// Sets how many cases are analysed at a time; by default one per core.
   void SetThreads(int threads) { threads_ = threads; }
 
-  /// How many cases there are, the model's own among them.
+  /// Returns the number of cases, the model's own included.
   std::size_t Count() const { return others_.size() + 1; }
 
-  /// The cases added: supports and loads count.
+  /// Returns the added cases; only their supports and loads are meaningful.
   std::span<const Model> Others() const { return others_; }
 
   /// Analyses the model, as AnalyseStructure does, and every further case on the model's layout.
-  /// Then CellStress holds the largest stress of all cases, and MaxStress, MinStress and AvgStress
-  /// are of these; displacements and equation system are of the model's own case. The report has
-  /// the worst of each number, and has converged where all cases have. The results do not depend on
-  /// the number of threads. Throws RunTimeError; of several cases it is that of the first that
-  /// fails, and its message begins with "load case" and the number, from 1 for the model's own.
+  /// CellStress then holds the largest stress of all cases, from which MaxStress, MinStress and
+  /// AvgStress follow; displacements and equation system are those of the model's own case. The
+  /// report holds the worst value of each figure and has converged if all cases have. The results
+  /// do not depend on the number of threads. Throws RunTimeError: with several cases, the error of
+  /// the first one that fails, its message prefixed with "load case" and the number, from 1 for the
+  /// model's own.
   SolveReport Analyse(Model& model);
 
-  /// Analyse as what takes the place of AnalyseStructure. This must outlive it.
+  /// Returns Analyse as a replacement for AnalyseStructure, which this object must outlive.
   Analysis AsAnalysis() {
     return [this](Model& model) { return Analyse(model); };
   }
 
-  /// Of the last Analyse that succeeded: the model's own case, then the others in their order.
-  /// Empty where the model's is the only case.
+  /// Returns the results of the last successful Analyse: the model's own case, then the others in
+  /// their order. Empty if the model's is the only case.
   const std::vector<LoadCaseResult>& Results() const { return results_; }
 
-  /// The compliances of all cases together (N mm), of the last Analyse; model: the one analysed.
+  /// Returns the sum of the compliances (N mm) of all cases after Analyse(model).
   double Compliance(const Model& model) const;
 
-  /// The nodes of each case, the model's own first, whose loads are lost on the model's layout.
+  /// Returns, for each case, the model's own first, the nodes whose loads are lost on the model's
+  /// layout.
   std::vector<std::vector<int>> LostLoads(const Model& model) const;
 
-  /// Whether no load is lost in any case.
+  /// Returns whether no load is lost in any case.
   bool Connected(const Model& model) const;
 
  private:

@@ -8,7 +8,7 @@
 
 namespace quillane {
 
-/// Gives a model its stresses and volume: AnalyseStructure, or what takes its place.
+/// Computes stresses and volume of a model: AnalyseStructure or a replacement for it.
 using Analysis = std::function<SolveReport(Model& model)>;
 
 /// Runs a stress analysis: EditMode and StepCount 0, the finite-element chain on the active nodes
@@ -16,14 +16,13 @@ using Analysis = std::function<SolveReport(Model& model)>;
 /// it.
 SolveReport StressAnalysis(Model& model, const Analysis& analyse = AnalyseStructure);
 
-/// Runs one optimization step: new potentials and cell states from the last stresses, the
-/// finite-element chain on the new layout, then `stands` with the solve's report (for map, label
-/// and history, with StepCount still this step's number), and StepCount plus one. Throws
-/// RunTimeError.
+/// Runs one optimization step: updates potentials and cell states from the last stresses, analyses
+/// the new layout, calls `stands` with the solve's report (for map, label and history; StepCount is
+/// still the number of this step), and increments StepCount. Throws RunTimeError.
 SolveReport Optimization(Model& model, const std::function<void(const SolveReport&)>& stands = {},
                          const Analysis& analyse = AnalyseStructure);
 
-/// Whether the step counter is at its maximum: the next step fails.
+/// Returns whether the step counter is at its maximum, so that the next step fails.
 inline bool StepCounterIsFull(const Model& model) { return model.StepCount == kIntegerMax; }
 
 }  // namespace quillane

@@ -10,11 +10,11 @@ namespace quillane {
 /// occupied cell, (overflow) for a Lambda whose increment passes single precision.
 void InitPotential(Model& model);
 
-/// One update from CellStress: every potential forgets the share Lambda, gains PotentialIncrement
-/// for each of the cell and its four edge neighbours whose stress (as a Single) is strictly above
-/// StressTarget, and every design cell (state 0 or 1) holds material exactly when its potential is
-/// at least Epsilon. Throws RunTimeError: overflow for a Lambda whose increment or a stress that
-/// passes single precision, floating point where a potential is not finite.
+/// Updates potentials and states from CellStress: every potential loses the share Lambda and gains
+/// PotentialIncrement for each of the cell and its four edge neighbours whose stress (as a Single)
+/// is strictly above StressTarget; then every design cell (state 0 or 1) holds material exactly if
+/// its potential is at least Epsilon. Throws RunTimeError: overflow if an increment or a stress is
+/// no Single, floating point if a potential is not finite.
 void UpdatePotential(Model& model);
 
 }  // namespace quillane
