@@ -83,8 +83,8 @@ std::vector<Point> ArcPoints(const Circle& circle, Point a, Point b, double devi
 
 Circle FitCircle(const std::vector<Point>& points, const FixedCentre& fixed) {
   const Point middle = Mean(points);
-  std::vector<Point> centred;
-  for (const Point& p : points) centred.push_back(p - middle);
+  std::vector<Point> centred = points;
+  for (Point& p : centred) p = p - middle;
   Circle circle = AlgebraicFit(centred);
   if (fixed.x) circle.centre.x = *fixed.x - middle.x;
   if (fixed.y) circle.centre.y = *fixed.y - middle.y;

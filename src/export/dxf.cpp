@@ -80,7 +80,7 @@ void WriteContours(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
     const int count = static_cast<int>(contour.size());
     dxf.writePolyline(file, DL_PolylineData(count, 0, 0, kClosed), byLayer);
     Contour next = contour;
-    std::ranges::rotate(next, next.begin() + 1);
+    std::rotate(next.begin(), next.begin() + 1, next.end());
     for (std::size_t k = 0; k < contour.size(); ++k) {
       const auto& [p, arc] = contour[k];
       const double bulge = arc == nullptr ? 0 : Bulge(*arc, p, next[k].place);

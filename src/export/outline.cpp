@@ -50,8 +50,10 @@ std::vector<Contour> Outline(const Shape& shape) {
 }
 
 std::vector<std::vector<Point>> Polygons(const std::vector<Contour>& outline, double deviation) {
-  std::vector<std::vector<Point>> polygons;
-  for (const Contour& contour : outline) polygons.push_back(Polygon(contour, deviation));
+  std::vector<std::vector<Point>> polygons(outline.size());
+  std::ranges::transform(outline, polygons.begin(), [deviation](const Contour& contour) {
+    return Polygon(contour, deviation);
+  });
   return polygons;
 }
 

@@ -83,7 +83,7 @@ class Solid {
     }
     if (std::min(Twice(p[0], p[1], p[2]), Twice(p[0], p[2], p[3])) <
         std::min(Twice(p[1], p[2], p[3]), Twice(p[1], p[3], p[0]))) {
-      std::ranges::rotate(p, p.begin() + 1);
+      std::rotate(p.begin(), p.begin() + 1, p.end());
     }
     AddFaces({p[0], p[1], p[2]});
     AddFaces({p[0], p[2], p[3]});
