@@ -12,12 +12,8 @@
 namespace quillane {
 namespace {
 
-std::string Pair(const std::string& one, const std::string& other) {
-  return "(" + one + ", " + other + ")";
-}
-
 std::string Place(const Model& model, int node) {
-  return Pair(GeneralText(model.NodeXY(node, 1)), GeneralText(model.NodeXY(node, 2)));
+  return "(" + GeneralText(model.NodeXY(node, 1)) + ", " + GeneralText(model.NodeXY(node, 2)) + ")";
 }
 
 std::string Difference(const std::string& what, const std::string& own, const std::string& wanted) {
