@@ -12,10 +12,8 @@
 
 namespace quillane {
 
-/// Attempts of one search at most, and steps with a Lambda of 1; with a smaller one VoteSteps times
-/// as many.
-inline constexpr int kMostAttempts = 6;
-inline constexpr int kMostSearchSteps = kMostAttempts * kMostVotes;
+/// Attempts of one search at most.
+inline constexpr int kMostAttempts = 8;
 
 struct SearchOptions {
   double share = 0;                ///< of the full volume, above 0 and at most kLargestWish
