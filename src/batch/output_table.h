@@ -54,11 +54,11 @@ enum class Writing {
 
 struct OutputRow {
   Output output;
+  Writing writing;
   const char* group;   ///< of options, as the help heads it
   const char* option;  ///< its name, with the dashes
   const char* type;    ///< of its value, as the help shows it
   const char* help;
-  Writing writing;
   /// Returns the content that is written from the final model; null for what is written during the
   /// run or after everything else. What is worth telling of it becomes a note of the summary.
   std::string (*content)(const BatchOptions&, const Model&, RunSummary&) = nullptr;
