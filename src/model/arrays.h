@@ -91,7 +91,9 @@ class Array2 {
     detail::CheckRange(name_, second);
     first_ = first;
     second_ = second;
-    detail::Recreate(values_, first.Size() * second.Size(), name_);
+    rows_ = first.Size();
+    columns_ = second.Size();
+    detail::Recreate(values_, rows_ * columns_, name_);
   }
 
   /// Returns element (i, j); throws RunTimeError (subscript) outside the ranges.
@@ -117,16 +119,17 @@ class Array2 {
 
  private:
   std::size_t Offset(int i, int j) const {
-    if (!first_.Contains(i) || !second_.Contains(j)) {
-      detail::ThrowSubscript(name_, i, j, first_, second_);
-    }
-    return static_cast<std::size_t>(i - first_.lower) +
-           static_cast<std::size_t>(j - second_.lower) * first_.Size();
+    // Below a range a difference becomes huge, so one comparison suffices in the inner loops.
+    const auto row = static_cast<std::size_t>(i - first_.lower);
+    const auto column = static_cast<std::size_t>(j - second_.lower);
+    if (row >= rows_ || column >= columns_) detail::ThrowSubscript(name_, i, j, first_, second_);
+    return row + column * rows_;
   }
 
   const char* name_;
   IndexRange first_;
   IndexRange second_;
+  std::size_t rows_ = 0, columns_ = 0;
   std::vector<T> values_;
 };
 
