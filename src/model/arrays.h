@@ -49,11 +49,13 @@ class Array1 {
  public:
   explicit Array1(const char* name) : name_(name) {}
 
-  /// Re-creates the array zero-filled; old contents are dropped, the allocation is reused.
+  /// Re-creates the array zero-filled; old contents are dropped, the allocation is reused. Throws
+  /// RunTimeError and then leaves the array as it is.
   void ReDim(int lower, int upper) {
-    detail::CheckRange(name_, {lower, upper});
-    range_ = {lower, upper};
-    detail::Recreate(values_, range_.Size(), name_);
+    const IndexRange range = {lower, upper};
+    detail::CheckRange(name_, range);
+    detail::Recreate(values_, range.Size(), name_);
+    range_ = range;
   }
 
   /// Returns element i; throws RunTimeError (subscript) outside the range.
@@ -85,15 +87,16 @@ class Array2 {
  public:
   explicit Array2(const char* name) : name_(name) {}
 
-  /// Re-creates the array zero-filled; old contents are dropped, the allocation is reused.
+  /// Re-creates the array zero-filled; old contents are dropped, the allocation is reused. Throws
+  /// RunTimeError and then leaves the array as it is.
   void ReDim(IndexRange first, IndexRange second) {
     detail::CheckRange(name_, first);
     detail::CheckRange(name_, second);
+    detail::Recreate(values_, first.Size() * second.Size(), name_);
     first_ = first;
     second_ = second;
     rows_ = first.Size();
     columns_ = second.Size();
-    detail::Recreate(values_, rows_ * columns_, name_);
   }
 
   /// Returns element (i, j); throws RunTimeError (subscript) outside the ranges.
