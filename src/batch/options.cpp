@@ -8,8 +8,6 @@
 #include <cstdio>
 #include <iostream>
 #include <map>
-#include <string>
-#include <vector>
 
 #include "batch/console.h"
 #include "batch/failure.h"

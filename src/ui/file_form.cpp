@@ -9,7 +9,7 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTreeWidget>
-#include <ranges>
+#include <algorithm>
 
 #include "model/platform.h"
 #include "ui/file_name.h"
@@ -46,7 +46,7 @@ QTreeWidgetItem* FolderRow(const QString& text, const QIcon& icon, const fs::pat
 /// Returns the folder of the last file, or else the current directory, or else the root.
 fs::path StartFolder(const std::string& lastFile) {
   std::error_code gone;
-  const fs::path last = fs::canonical(PathFromText(lastFile).parent_path(), gone);
+  fs::path last = fs::canonical(PathFromText(lastFile).parent_path(), gone);
   if (!gone && fs::is_directory(last, gone)) return last;
   const fs::path current = fs::current_path(gone);
   return gone ? fs::path("/") : current;
@@ -184,7 +184,8 @@ void FileForm::ShowFolder(const std::vector<std::string>& subfolders) {
   const QIcon open = style()->standardIcon(QStyle::SP_DirOpenIcon);
   std::vector<fs::path> way = {folder_};  // up to the root
   while (way.back().has_relative_path()) way.push_back(way.back().parent_path());
-  for (const fs::path& path : way | std::views::reverse) {
+  std::ranges::reverse(way);
+  for (const fs::path& path : way) {
     const fs::path name = path.has_relative_path() ? path.filename() : path;
     QTreeWidgetItem* row = FolderRow(FileNameText(name.string()), open, path);
     above->addChild(row);
