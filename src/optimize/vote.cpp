@@ -12,7 +12,7 @@
 namespace quillane {
 namespace {
 
-constexpr double kSameStress = 1e-5;  ///< relative; stresses this close count as equal
+constexpr double kSameStress = 5e-5;  ///< relative; stresses this close count as equal
 
 /// The number of the five positions whose stress must be above the target for a cell to stay when
 /// all has been forgotten.
