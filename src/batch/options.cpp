@@ -202,7 +202,7 @@ class CommandLine {
     auto* fraction =
         Add("--volume-fraction", "F",
             "search for the stiffest plate of this share of the volume, for example "
-            "0.5, in at most 8 attempts of 400 stages; --lambda and --epsilon restrict the "
+            "0.5, in at most 6 attempts of 400 stages; --lambda and --epsilon restrict the "
             "search",
             options_.volumeFraction, Share);
     app_.add_flag_callback(

@@ -137,7 +137,7 @@ class BatchRun {
   /// Runs one stage; not ended by a signal, since these steps are few.
   void Do(const Stage& stage) {
     Prescribe(stage, model_);
-    if (stage.analyses) EndRunOnError("stress analysis", [&] { course_.Analyse(); });
+    EndRunOnError("stress analysis", [&] { course_.Analyse(); });
     for (int step = 0; step < stage.steps; ++step) Step();
   }
 

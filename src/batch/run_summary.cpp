@@ -24,8 +24,7 @@ double Plain(Single value) { return QString::fromStdString(GeneralText(value)).t
 QJsonArray StageArray(const RunSummary& summary) {
   QJsonArray stages;
   for (const auto& [stage, volume, compliance] : summary.stages) {
-    stages.append(QJsonObject{{"analysis", stage.analyses},
-                              {"stressTarget", Plain(stage.stressTarget)},
+    stages.append(QJsonObject{{"stressTarget", Plain(stage.stressTarget)},
                               {"epsilon", stage.epsilon},
                               {"lambda", Plain(stage.lambda)},
                               {"steps", stage.steps},
@@ -104,7 +103,6 @@ QJsonArray AttemptArray(const SearchResult& search) {
                                 {"otherEpsilons", !attempt.way.narrowed},
                                 {"votes", attempt.way.votes},
                                 {"pace", attempt.way.pace},
-                                {"erodes", attempt.way.erodes},
                                 {"stages", static_cast<int>(attempt.stages.size())},
                                 {"stepsTried", attempt.steps},
                                 {"volume", attempt.volume},
@@ -181,15 +179,14 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
   line("min stress", GeneralText(model.MinStress) + " MPa");
   text += CaseTable(summary);
   if (!summary.stages.empty()) {
-    text += "\nstage  FEA  target (MPa)  Epsilon  Lambda  steps  fraction  compliance\n";
+    text += "\nstage  target (MPa)  Epsilon  Lambda  steps  fraction  compliance\n";
   }
   int number = 0;
   for (const auto& [stage, volume, compliance] : summary.stages) {
     fmt::format_to(std::back_inserter(text),
-                   "{:>5}  {:>3}  {:>12}  {:>7}  {:>6}  {:>5}  {:>8.4f}  {:>10.5g}\n", ++number,
-                   stage.analyses ? "yes" : "no", GeneralText(stage.stressTarget), stage.epsilon,
-                   GeneralText(stage.lambda), stage.steps, volume / summary.startVolume,
-                   compliance);
+                   "{:>5}  {:>12}  {:>7}  {:>6}  {:>5}  {:>8.4f}  {:>10.5g}\n", ++number,
+                   GeneralText(stage.stressTarget), stage.epsilon, GeneralText(stage.lambda),
+                   stage.steps, volume / summary.startVolume, compliance);
   }
   if (summary.search) text += AttemptTable(*summary.search, summary.startVolume);
   for (const std::string& note : summary.notes) text += note + "\n";

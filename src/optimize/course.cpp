@@ -36,24 +36,9 @@ CourseFigures Joined(const CourseFigures& first, CourseFigures then) {
 Course::Course(Model& model, std::initializer_list<CourseListener*> listeners)
     : model_(model), listeners_(listeners) {}
 
-void Course::ReuseResults(const SolveReport& solved) {
-  reusable_ = Solved{model_.CellState, solved};
-}
-
-Analysis Course::AsAnalysis() {
-  if (!reusable_) return cases_->AsAnalysis();
-  return [this](Model& model) {
-    if (!std::ranges::equal(reusable_->layout.Raw(), model.CellState.Raw())) {
-      reusable_->layout = model.CellState;
-      reusable_->report = cases_->Analyse(model);
-    }
-    return reusable_->report;
-  };
-}
-
 void Course::Analyse() {
   Forget();
-  Begin(StressAnalysis(model_, AsAnalysis()));
+  Begin(StressAnalysis(model_, cases_->AsAnalysis()));
   for (CourseListener* listener : listeners_) listener->Analysed(*this);
 }
 
@@ -85,7 +70,7 @@ void Course::Step() {
       Add(report);
       for (CourseListener* listener : listeners_) listener->Stepped(*this);
     };
-    Optimization(model_, stands, AsAnalysis());
+    Optimization(model_, stands, cases_->AsAnalysis());
   } catch (...) {
     state() = before;
     throw;

@@ -64,11 +64,6 @@ class Course {
   /// Includes these load cases, beside the model's own, in all later analyses and steps.
   void SetLoadCases(LoadCases& cases) { cases_ = &cases; }
 
-  /// Lets analyses and steps that leave the layout as it is adopt the results of the solve before,
-  /// which another one would only repeat. Nothing but this course may change the model from now on.
-  /// solved: the report of the solve whose results the model holds.
-  void ReuseResults(const SolveReport& solved);
-
   void AddListener(CourseListener& listener) { listeners_.push_back(&listener); }
 
   /// Runs the stress analysis, which begins a new series of steps. Throws RunTimeError, the model
@@ -115,7 +110,6 @@ class Course {
   using Layouts = std::deque<Array2<Integer>>;
   using Repeated = std::array<int, kLongestCycle>;
 
-  Analysis AsAnalysis();
   void Forget();
   void Begin(const SolveReport& report);
   void Add(const SolveReport& report);
@@ -124,11 +118,6 @@ class Course {
   Model& model_;
   LoadCases noOthers_;
   LoadCases* cases_ = &noOthers_;
-  struct Solved {
-    Array2<Integer> layout;
-    SolveReport report;
-  };
-  std::optional<Solved> reusable_;  ///< the last solve, if its results are to be reused
   std::vector<CourseListener*> listeners_;
   CourseFigures figures_;
   Layouts layouts_;         ///< the last ones, the present one first

@@ -8,6 +8,7 @@
 
 #include "optimize/potential.h"
 #include "optimize/search_moves.h"
+#include "optimize/vote.h"
 
 namespace quillane {
 namespace {
@@ -65,15 +66,10 @@ class Search {
     attempt_.end = cells_ < lightest_ ? SearchEnd::kTooLight : SearchEnd::kNothingLeft;
     moves_ = AllowedBy(way, kMoves);
     repairs_ = AllowedBy(way, kRepairs);
-    if (way.erodes) moves_.insert(moves_.begin(), kErosions.begin(), kErosions.end());
     if (moves_.empty()) moves_ = {{{way.epsilon}, {way.epsilon}}};
   }
 
   Attempt Run() {
-    Course course(attempt_.model);
-    course.SetLoadCases(attempt_.cases);
-    course.Analyse();
-    solved_ = course.Figures().lastSolve;
     double pace = attempt_.way.pace;
     while (cells_ > aim_ && !ended_) {
       const int taken = std::max(1, static_cast<int>(pace * cells_));
@@ -81,7 +77,7 @@ class Search {
         pace = std::min(attempt_.way.pace, 1.7 * pace);
       } else if (taken > 1) {
         pace /= 3;
-      } else if (cells_ <= heaviest_ || !(attempt_.way.thorough && (Repair() || Erode()))) {
+      } else if (cells_ <= heaviest_ || !(Repair() || Erode())) {
         break;
       } else {
         pace = attempt_.way.pace;
@@ -104,7 +100,6 @@ class Search {
   struct Trial {
     Model model;
     LoadCases cases;
-    SolveReport solved;  ///< of the layout
     std::vector<KeptStage> stages = {};
     CourseFigures figures = {};
     int cells = 0;
@@ -119,7 +114,7 @@ class Search {
   /// Tries moves until one costs nothing; keeps the best layout that is good enough.
   bool Advance(int taken) {
     const int aim = std::max(aim_, cells_ - taken);
-    const std::size_t most = taken > 1 && !attempt_.way.erodes ? 2 : moves_.size();
+    const std::size_t most = taken > 1 ? 2 : moves_.size();
     Trial best;
     for (std::size_t move = 0; move < std::min(most, moves_.size()); ++move) {
       const int judgedFrom = move == 0 ? attempt_.way.votes : 1;
@@ -130,10 +125,13 @@ class Search {
            Keep(best);
   }
 
-  bool Repair() { return KeepBest(repairs_, kRepairPaces, 1, attempt_.way.largestLoss); }
+  bool Repair() {
+    const double good = attempt_.way.thorough ? 1 : kUsualLoss;
+    return KeepBest(repairs_, kRepairPaces, good, attempt_.way.largestLoss);
+  }
 
   bool Erode() {
-    return attempt_.way.mayErode && KeepBest(kErosions, kErosionPaces, kUsualLoss, kUsualLoss);
+    return attempt_.way.erodes && KeepBest(kErosions, kErosionPaces, kUsualLoss, kUsualLoss);
   }
 
   /// Tries all moves at one pace after the other, until one is good; keeps the best, if any loses
@@ -154,10 +152,9 @@ class Search {
   /// Casts the votes of a move, judges the layouts from the judgedFrom-th on, until one costs
   /// nothing.
   void TryMove(const Move& move, int judgedFrom, int aim, Trial& best) {
-    Trial trial{.model = attempt_.model, .cases = attempt_.cases, .solved = solved_};
+    Trial trial{.model = attempt_.model, .cases = attempt_.cases};
     Course course(trial.model);
     course.SetLoadCases(trial.cases);
-    course.ReuseResults(trial.solved);
     int cast = 0;
     for (const Vote& vote : move) {
       if (!Cast(vote, static_cast<int>(aim * (1 + vote.room)), course, trial)) return;
@@ -186,24 +183,32 @@ class Search {
   bool Cast(const Vote& vote, int aim, Course& course, Trial& trial) {
     Model& model = trial.model;
     if (++votes_ > kMostVotes) return End(SearchEnd::kTriedEnough);
-    const Stage last{false, model.StressTarget, model.Epsilon, model.Lambda};
-    for (const Stage& stage : StagesOf(vote, attempt_.way.lambda, aim, model)) {
-      Prescribe(stage, model);
-      if (stage.lambda == 1 && IsLayoutOf(model, NextLayout(model))) {
-        Prescribe(last, model);
-        return true;
-      }
-      if (stage.analyses) course.Analyse();
-      for (int step = 0; step < stage.steps; ++step) {
-        if (!TakeStep(course, model)) return false;
-      }
-      trial.stages.push_back({stage, model.Volume, course.Compliance()});
+    const Stage last{model.StressTarget, model.Epsilon, model.Lambda};
+    const Stage stage = StageOf(vote, aim, model);
+    Prescribe(stage, model);
+    if (stage.lambda == 1 && IsLayoutOf(model, NextLayout(model))) {
+      Prescribe(last, model);
+      return true;
+    }
+    course.Analyse();
+    for (int step = 0; step < stage.steps; ++step) {
+      if (!TakeStep(course, model)) return false;
     }
     trial.figures = course.Figures();
-    trial.solved = trial.figures.lastSolve;
     trial.compliance = course.Compliance();
     trial.cells = PresentCells(model);
+    trial.stages.push_back({stage, model.Volume, trial.compliance});
     return true;
+  }
+
+  Stage StageOf(const Vote& vote, int aim, const Model& model) const {
+    if (vote.oneStep > 0) {
+      const Single target = TargetThatKeeps(model, vote.oneStep, vote.epsilon, aim);
+      return {target, vote.epsilon, vote.oneStep, 1};
+    }
+    const Single lambda = attempt_.way.lambda;
+    return {TargetThatKeeps(model, 1, vote.epsilon, aim), vote.epsilon, lambda,
+            VoteSteps(lambda, vote.epsilon)};
   }
 
   bool TakeStep(Course& course, Model& model) {
@@ -239,7 +244,6 @@ class Search {
     attempt_.compliance = trial.compliance;
     attempt_.model = std::move(trial.model);
     attempt_.cases = std::move(trial.cases);
-    solved_ = trial.solved;
     attempt_.stages.insert(attempt_.stages.end(), trial.stages.begin(), trial.stages.end());
     attempt_.figures = Joined(attempt_.figures, trial.figures);
     cells_ = trial.cells;
@@ -249,15 +253,14 @@ class Search {
 
   /// Votes at the wished volume; what is stiffer is kept, with all that led to it.
   void Polish() {
-    Trial path{.model = attempt_.model, .cases = attempt_.cases, .solved = solved_};
+    Trial path{.model = attempt_.model, .cases = attempt_.cases};
     const SearchEnd end = attempt_.end;
     for (const Integer epsilon : kPolish) {
       if (ended_) break;
       if (attempt_.way.narrowed && epsilon != attempt_.way.epsilon) continue;
-      Trial next{.model = path.model, .cases = path.cases, .solved = path.solved};
+      Trial next{.model = path.model, .cases = path.cases};
       Course course(next.model);
       course.SetLoadCases(next.cases);
-      course.ReuseResults(next.solved);
       if (!Cast({epsilon}, aim_, course, next) || next.stages.empty()) continue;
       if (!next.figures.lastSolve.converged || next.cells < lightest_ || next.cells > heaviest_ ||
           LossOf(next) > 1.1) {
@@ -265,7 +268,6 @@ class Search {
       }
       path.model = std::move(next.model);
       path.cases = std::move(next.cases);
-      path.solved = next.solved;
       path.stages.push_back(next.stages.front());
       path.figures = Joined(path.figures, next.figures);
       path.cells = next.cells;
@@ -285,7 +287,6 @@ class Search {
   std::vector<std::vector<int>> lostBefore_;
   Attempt attempt_;
   std::vector<Move> moves_, repairs_;
-  SolveReport solved_;             ///< of the layout kept last
   int cells_ = 0;                  ///< present in the layout kept last
   int aim_, lightest_, heaviest_;  ///< cells at the wish
   double cellVolume_ = 0;          ///< mm^3
@@ -294,6 +295,12 @@ class Search {
 };
 
 }  // namespace
+
+void Prescribe(const Stage& stage, Model& model) {
+  model.StressTarget = stage.stressTarget;
+  model.Epsilon = stage.epsilon;
+  model.Lambda = stage.lambda;
+}
 
 Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal,
                const LoadCases& cases) {

@@ -6,9 +6,19 @@
 
 #include "model/model.h"
 #include "optimize/course.h"
-#include "optimize/vote.h"
 
 namespace quillane {
+
+/// A stress analysis, which sets the potentials anew, and then `steps` optimization steps.
+struct Stage {
+  Single stressTarget = 0;  ///< MPa
+  Integer epsilon = 0;
+  Single lambda = 0;
+  int steps = 0;
+};
+
+/// Gives the model the target, Epsilon and Lambda of a stage.
+void Prescribe(const Stage& stage, Model& model);
 
 struct KeptStage {
   Stage stage;
@@ -36,9 +46,8 @@ struct SearchWay {
   double pace = 0.02;         ///< share of the plate that is taken at once
   bool narrowed = false;      ///< no other Epsilon than this one
   double largestLoss = 1.25;  ///< accepted for the last cell that can be taken at once
-  bool mayErode = true;       ///< may take steps with another Lambda
-  bool erodes = false;        ///< tries erosions before votes
-  bool thorough = false;      ///< where nothing else helps, repairs, and at last erodes
+  bool thorough = false;      ///< tries every repair before it takes one
+  bool erodes = false;        ///< where no repair helps, takes cells by steps that add none
 };
 
 struct Attempt;
@@ -74,22 +83,20 @@ inline constexpr double kVolumeTolerance = 0.02;
 /// The Epsilons that a way votes with which is not narrowed to one.
 inline const std::vector<Integer> kSearchEpsilons = {1, 3, 5, 7};
 
-/// Votes and erosions that an attempt tries at most, and steps of an erosion.
+/// Votes that an attempt tries at most.
 inline constexpr int kMostVotes = 400;
-inline constexpr int kMostErosionSteps = 6;
 
 /// Takes material from a model, analysed with its load cases, until the wished volume is left.
 ///
 /// A vote is a stage of VoteSteps steps. Its target is chosen from the present stresses such that
-/// it takes the way's pace of the plate. An erosion is a series of single steps at falling targets,
-/// of which only the last takes cells, and by which hardly any come. After an erosion, or one or
-/// more votes, the plate is judged: it must carry all loads that it carried at the start, converge,
-/// and its compliance times volume must not rise by more than 4 %. Otherwise other votes and
-/// erosions are tried from the same layout, then a third of the pace. Where not even a single cell
-/// can be taken, largestLoss is accepted, at last after a repair, a series of votes at constant
-/// volume that thickens what a broken member has overloaded. At the wish some votes at constant
-/// volume follow; the stiffest layout of them is kept. Throws RunTimeError other than where a step
-/// fails for a broken plate.
+/// it takes the way's pace of the plate. After one or more votes the plate is judged: it must carry
+/// all loads that it carried at the start, converge, and its compliance times volume must not rise
+/// by more than 4 %. Otherwise other votes are tried from the same layout, then a third of the
+/// pace. Where not even a single cell can be taken, largestLoss is accepted, at last after a series
+/// of votes at constant volume, which thickens what a broken member has overloaded; or some cells
+/// are taken by a single step with a Lambda of 0.45, by which hardly any come. At the wish
+/// some votes at constant volume follow; the stiffest layout of them is kept. Throws RunTimeError
+/// other than where a step fails for a broken plate.
 Attempt TryWay(const Model& analysed, const SearchWay& way, const SearchGoal& goal,
                const LoadCases& cases = {});
 

@@ -20,24 +20,20 @@ constexpr std::size_t kRound = 2;  ///< attempts
 
 /// The ways, in the order in which they are tried.
 constexpr std::array<SearchWay, kMostAttempts> kWays = {
-    {{.votes = 1, .pace = 0.012},
-     {.votes = 2, .pace = 0.03, .erodes = true},
-     {.votes = 2, .pace = 0.02, .erodes = true},
-     {.votes = 1, .pace = 0.01, .erodes = true},
+    {{.votes = 1, .pace = 0.015},
      {.votes = 2, .pace = 0.03},
-     {.votes = 1, .pace = 0.015, .erodes = true},
-     {.votes = 2, .pace = 0.012, .largestLoss = 1.5, .thorough = true},
-     {.votes = 1, .pace = 0.03, .largestLoss = 1.5, .thorough = true}}};
+     {.votes = 2, .pace = 0.02, .thorough = true, .erodes = true},
+     {.votes = 1, .pace = 0.04, .thorough = true},
+     {.votes = 2, .pace = 0.012, .largestLoss = 1.5, .thorough = true, .erodes = true},
+     {.votes = 1, .pace = 0.03, .largestLoss = 1.5, .thorough = true, .erodes = true}}};
 
 std::vector<SearchWay> Ways(const SearchOptions& options) {
   std::vector<SearchWay> ways(kWays.begin(), kWays.end());
-  if (!options.lambda && !options.epsilon) return ways;
   for (SearchWay& way : ways) {
     way.lambda = options.lambda.value_or(way.lambda);
     way.epsilon = options.epsilon.value_or(way.epsilon);
     way.narrowed = options.epsilon.has_value();
-    way.mayErode = way.erodes = false;
-    way.thorough = true;
+    way.erodes = way.erodes && !options.lambda && !options.epsilon;
   }
   return ways;
 }

@@ -12,8 +12,10 @@
 
 namespace quillane {
 
-/// Attempts of one search at most.
-inline constexpr int kMostAttempts = 8;
+/// Attempts of one search at most, and steps with a Lambda of 1; with a smaller one VoteSteps times
+/// as many.
+inline constexpr int kMostAttempts = 6;
+inline constexpr int kMostSearchSteps = kMostAttempts * kMostVotes;
 
 struct SearchOptions {
   double share = 0;                ///< of the full volume, above 0 and at most kLargestWish

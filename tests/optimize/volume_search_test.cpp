@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 #include "examples/recipes.h"
@@ -63,12 +62,9 @@ SearchResult Found(const Model& start, double share, int jobs = 1,
   return SearchVolume(start, options, {});
 }
 
-bool SameStates(const Model& one, const Model& other) {
-  return std::ranges::equal(one.CellState.Raw(), other.CellState.Raw());
-}
-
 bool SameLayout(const Model& one, const Model& other) {
-  return SameStates(one, other) && std::ranges::equal(one.Potential.Raw(), other.Potential.Raw());
+  return std::ranges::equal(one.CellState.Raw(), other.CellState.Raw()) &&
+         std::ranges::equal(one.Potential.Raw(), other.Potential.Raw());
 }
 
 /// Runs the stages as a user would in the window.
@@ -76,7 +72,7 @@ Model ByHand(Model model, const std::vector<KeptStage>& stages) {
   for (const KeptStage& kept : stages) {
     const Array2<Integer> before = model.CellState;
     Prescribe(kept.stage, model);
-    if (kept.stage.analyses) StressAnalysis(model);
+    StressAnalysis(model);
     for (int step = 0; step < kept.stage.steps; ++step) Optimization(model);
     if (model.Lambda == 1) {
       EXPECT_FALSE(std::ranges::equal(before.Raw(), model.CellState.Raw()))
@@ -112,7 +108,7 @@ TEST(VolumeSearch, ItsStagesDoneByHandGiveTheSamePlateWhateverTheThreads) {
   }
 }
 
-TEST(VolumeSearch, ErodesASlenderPlateByStepsOfWhichOnlyTheLastTakesCells) {
+TEST(VolumeSearch, ErodesASlenderPlateBySingleStepsThatCanBeDoneByHand) {
   const Model start = HalfBeam(8, 20);
   SearchGoal goal = For<SearchGoal>(start, 0.3);
   goal.goOn = [] { return true; };
@@ -121,14 +117,9 @@ TEST(VolumeSearch, ErodesASlenderPlateByStepsOfWhichOnlyTheLastTakesCells) {
   way.erodes = true;
   const Attempt with = TryWay(start, way, goal);
   EXPECT_LT(with.volume, without.volume);
-  int erosions = 0;
-  for (std::size_t at = 1; at + 1 < with.stages.size(); ++at) {
-    if (with.stages[at].stage.analyses || !with.stages[at + 1].stage.analyses) continue;
-    ++erosions;
-    EXPECT_EQ(with.stages[at - 1].volume, with.stages[at - 2].volume);
-    EXPECT_LT(with.stages[at].volume, with.stages[at - 1].volume);
-  }
-  EXPECT_GT(erosions, 0);
+  EXPECT_GT(std::ranges::count_if(with.stages,
+                                  [](const KeptStage& kept) { return kept.stage.lambda != 1; }),
+            0);
   EXPECT_TRUE(SameLayout(ByHand(start, with.stages), with.model));
 }
 
@@ -148,9 +139,7 @@ TEST(VolumeSearch, EndsOnPlatesThatOnceHadItGoOnForEver) {
     const Attempt& best = result.Best();
     const double share = best.model.Volume / c.start.Volume;
     EXPECT_LE(static_cast<int>(result.attempts.size()), kMostAttempts) << c.name;
-    for (const Attempt& attempt : result.attempts) {
-      EXPECT_LE(attempt.steps, kMostVotes * kMostErosionSteps) << c.name;
-    }
+    for (const Attempt& attempt : result.attempts) EXPECT_LE(attempt.steps, kMostVotes) << c.name;
     EXPECT_EQ(best.reached, std::abs(share - c.share) <= kVolumeTolerance) << c.name << share;
     if (c.start.ElementCount > 2) {
       EXPECT_EQ(best.reached, c.reachable) << c.name << ": " << share;
@@ -224,45 +213,23 @@ TEST(Vote, TakesEveryCellThatItsTargetDoesNotFeedAndNoOther) {
   }
 }
 
-TEST(Vote, ItsTargetsLeaveAsManyCellsAsWishedAndBothOrNoneOfTwins) {
+TEST(Vote, ItsTargetLeavesAsManyCellsAsWished) {
   Model model = Analysed(test::Cantilever(12, 24));
   model.CellState(6, 12) = model.CellState(7, 12) = kCellEmpty;  // with a remaining potential
   model.Potential(6, 12) = model.Potential(7, 12) = 4;
-  model.CellStress(6, 12) = 0;
-  for (int i = 1; i <= 6; ++i) {
-    for (int j = 1; j <= 24; ++j) {
-      const double decimal = std::round(100 * model.CellStress(i, j)) / 100;  // as targets are
-      model.CellStress(i, j) = decimal;
-      model.CellStress(13 - i, j) = decimal * (1 + 3e-6);
-    }
-  }
-  const Vote votes[] = {{3},
-                        {5},
-                        {7},
-                        {7, 0, 0.45F},
-                        {9, 0, 0.45F},
-                        {5, 0, 0.7F},
-                        {7, 0, 0.13F, 4},
-                        {7, 0, 0.09F, 6}};
-  for (const Vote& vote : votes) {
+  const std::pair<Single, Integer> steps[] = {{1, 3},     {1, 5},     {1, 7},
+                                              {0.45F, 7}, {0.45F, 9}, {0.7F, 5}};
+  for (const auto& [lambda, epsilon] : steps) {
     for (const int cells : {280, 250, 200, 120}) {
-      const std::string what = std::to_string(vote.epsilon) + ", " + std::to_string(vote.lambda) +
-                               ", " + std::to_string(cells) + ": ";
       Model next = model;
-      for (const Stage& stage : StagesOf(vote, 1, cells, model)) {
-        EXPECT_TRUE(SameStates(next, model)) << what << "only the last step changes the layout";
-        Prescribe(stage, next);
-        UpdatePotential(next);
-      }
+      next.Lambda = lambda;
+      next.Epsilon = epsilon;
+      next.StressTarget = TargetThatKeeps(model, lambda, epsilon, cells);
+      UpdatePotential(next);
       const auto left =
           std::ranges::count_if(next.CellState.Raw(), [](Integer s) { return s > 0; });
-      EXPECT_LE(left, cells) << what;
-      EXPECT_GE(left, cells - 6) << what;
-      for (int j = 1; j <= 24; ++j) {
-        for (int i = 1; i <= 6; ++i) {
-          EXPECT_EQ(next.CellState(i, j), next.CellState(13 - i, j)) << what << i << ", " << j;
-        }
-      }
+      EXPECT_LE(left, cells) << lambda << ", " << epsilon;
+      EXPECT_GE(left, cells - 6) << lambda << ", " << epsilon << ": symmetric cells leave together";
     }
   }
 }
