@@ -43,6 +43,11 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
                    ShownText());
 }
 
+LabelFont ElidedLabel::FontSize() const {
+  const QFontMetricsF metrics(font());
+  return {metrics.height(), metrics.averageCharWidth()};
+}
+
 QString ElidedLabel::ShownText() const {
   return QFontMetrics(ShownFont()).elidedText(text(), Qt::ElideRight, contentsRect().width());
 }

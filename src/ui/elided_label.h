@@ -3,6 +3,8 @@
 
 #include <QLabel>
 
+#include "display/canvas_layout.h"
+
 namespace quillane {
 
 /// text() is always the whole caption; if it is elided, the tooltip shows it.
@@ -15,6 +17,8 @@ class ElidedLabel : public QLabel {
   /// Sets the caption, and a note for its tooltip.
   void Tell(const QString& caption, const QString& note = {});
 
+  /// Returns the size of a character of a caption that fits.
+  LabelFont FontSize() const;
   /// Returns the visible text.
   QString ShownText() const;
   /// Returns the caption, if it is elided, and the note.

@@ -26,11 +26,6 @@ constexpr double kStartHeight = 5880;
 constexpr double kLeastWidth = 7800;
 constexpr double kLeastHeight = 3000;
 
-LabelFont FontOf(const QWidget* label) {
-  const QFontMetricsF metrics(label->font());
-  return {metrics.height(), metrics.averageCharWidth()};
-}
-
 }  // namespace
 
 frmMain::frmMain()
@@ -45,7 +40,7 @@ frmMain::frmMain()
   setCentralWidget(client_);
   BuildMenus();
   ConnectEvents();
-  const double unit = LayoutUnit(1, 1, FontOf(lblUpDate));
+  const double unit = LayoutUnit(1, 1, lblUpDate->FontSize());
   const int menuHeight = menuBar()->sizeHint().height();
   const QSize room = RoomOnScreen(*this) - QSize(0, menuHeight);
   client_->setMinimumSize((QSizeF(kLeastWidth, kLeastHeight) * unit).toSize().boundedTo(room));
@@ -79,13 +74,10 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::Form_Resize() {
-  if (isMinimized()) {
-    setWindowTitle("POST");
-    return;
-  }
-  setWindowTitle(kTitle);
+  setWindowTitle(isMinimized() ? "POST" : kTitle);
+  if (isMinimized()) return;
   const CanvasLayout layout =
-      LayOutClientArea(client_->width(), client_->height(), FontOf(lblUpDate));
+      LayOutClientArea(client_->width(), client_->height(), lblUpDate->FontSize());
   lblUpDate->setGeometry(0, layout.labelTop, layout.upDateWidth, layout.labelHeight);
   lblMouseXY->setGeometry(layout.mouseXYLeft, layout.labelTop, layout.mouseXYWidth,
                           layout.labelHeight);

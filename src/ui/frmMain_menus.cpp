@@ -1,8 +1,5 @@
 // The menu tree and the handlers of its items.
-#include <QMenuBar>
-#include <QProxyStyle>
 #include <QShortcut>
-#include <QStyleOption>
 
 #include "ui/frmAppliedLoad.h"
 #include "ui/frmController.h"
@@ -16,35 +13,9 @@
 #include "ui/frmShape.h"
 #include "ui/frmValueIndicator.h"
 #include "ui/frmWidth.h"
+#include "ui/menu_bar.h"
 
 namespace quillane {
-namespace {
-
-/// Highlights the item with the keyboard focus; some styles do so only while its menu is open.
-class MenuBarStyle : public QProxyStyle {
- public:
-  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                   const QWidget* widget) const override {
-    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-    if (element != CE_MenuBarItem || item == nullptr || !(item->state & State_Selected)) {
-      return QProxyStyle::drawControl(element, option, painter, widget);
-    }
-    QStyleOptionMenuItem shown = *item;
-    shown.state |= State_Sunken;
-    QProxyStyle::drawControl(element, &shown, painter, widget);
-  }
-};
-
-QMenu* AddMenu(QMenuBar* bar, const char* name, const char* caption) {
-  QMenu* menu = bar->addMenu(caption);
-  menu->setObjectName(name);
-  menu->menuAction()->setObjectName(name);
-  return menu;
-}
-
-void AddSeparator(QMenu* menu, const char* name) { menu->addSeparator()->setObjectName(name); }
-
-}  // namespace
 
 template <class Dialog>
 void frmMain::mnuDialog_Click() {
@@ -57,21 +28,14 @@ void frmMain::mnuShape_Click() {
 }
 
 void frmMain::BuildMenus() {
-  QMenuBar* bar = menuBar();
-  bar->setNativeMenuBar(false);
-  auto* style = new MenuBarStyle;
-  style->setParent(bar);
-  bar->setStyle(style);
+  auto* bar = new MenuBar(this);
+  setMenuBar(bar);
   const auto add = [this](QWidget* parent, const char* name, const char* caption,
                           void (frmMain::*handler)()) {
-    auto* item = new QAction(caption, parent);
-    item->setObjectName(name);
-    item->setMenuRole(QAction::NoRole);
-    connect(item, &QAction::triggered, this, OrWarn(this, handler));
-    parent->addAction(item);
+    connect(AddItem(parent, name, caption), &QAction::triggered, this, OrWarn(this, handler));
   };
 
-  QMenu* file = AddMenu(bar, "mnuFile", "File");
+  QMenu* file = bar->AddMenu("mnuFile", "File");
   add(file, "mnuOpen", "Open model", &frmMain::mnuDialog_Click<frmOpen>);
   add(file, "mnuSave", "Save model", &frmMain::mnuDialog_Click<frmSave>);
   add(file, "mnuImageCopy", "Copy image", &frmMain::mnuImageCopy_Click);
@@ -79,7 +43,7 @@ void frmMain::BuildMenus() {
   AddSeparator(file, "separater2");
   add(file, "mnuExit", "Exit", &frmMain::mnuExit_Click);
 
-  QMenu* graphic = AddMenu(bar, "mnuGraphicArea", "Graphic");
+  QMenu* graphic = bar->AddMenu("mnuGraphicArea", "Graphic");
   add(graphic, "mnuWidth", "Width and Mesh Density", &frmMain::mnuDialog_Click<frmWidth>);
   add(graphic, "mnuMoveOrigin", "Move Origin", &frmMain::mnuMoveOrigin_Click);
   AddSeparator(graphic, "separater3");
@@ -90,7 +54,7 @@ void frmMain::BuildMenus() {
 
   add(bar, "mnuShape", "Shape", &frmMain::mnuShape_Click);
 
-  QMenu* parameter = AddMenu(bar, "mnuAnalysis", "Parameter");
+  QMenu* parameter = bar->AddMenu("mnuAnalysis", "Parameter");
   add(parameter, "mnuMaterial", "Design Property", &frmMain::mnuDialog_Click<frmMaterial>);
   add(parameter, "mnuFreedom", "Freedom Conditions", &frmMain::mnuDialog_Click<frmFreedom>);
   add(parameter, "mnuAppliedLoad", "Applied Load", &frmMain::mnuDialog_Click<frmAppliedLoad>);
@@ -100,11 +64,7 @@ void frmMain::BuildMenus() {
   add(bar, "mnuStressAnalysis", "FEA", &frmMain::mnuStressAnalysis_Click);
   add(bar, "mnuOptimization", "Optimization", &frmMain::mnuDialog_Click<frmOptimization>);
 
-  const auto* firstMenu = new QShortcut(Qt::Key_F10, bar);
-  connect(firstMenu, &QShortcut::activated, bar,
-          [bar, file] { bar->setActiveAction(file->menuAction()); });
-  const auto* escape = new QShortcut(Qt::Key_Escape, this);
-  connect(escape, &QShortcut::activated, this, &frmMain::DropCorner);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &frmMain::DropCorner);
 }
 
 void frmMain::SetResultMenusEnabled(bool enabled) {
