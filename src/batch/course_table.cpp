@@ -2,10 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <system_error>
-
 #include "model/number_text.h"
+#include "model/safe_file.h"
 
 namespace quillane {
 namespace {
@@ -60,8 +58,8 @@ void CourseTable::WriteLine(const std::string& line) {
 void CourseTable::Finish(std::vector<Failure>& faults) {
   const bool closed = !stream_ || stream_.get_deleter()(stream_.release()) == 0;
   if (!closed && faults_.empty()) {
-    faults_.push_back({kExitUsageOrFile, path_.string() + ": it could not be written completely: " +
-                                             std::generic_category().message(errno)});
+    faults_.push_back({kExitUsageOrFile,
+                       path_.string() + ": it could not be written completely: " + SystemReason()});
   }
   faults.insert(faults.end(), faults_.begin(), faults_.end());
 }

@@ -17,14 +17,13 @@
 #include "batch/resume.h"
 #include "batch/search_run.h"
 #include "model/number_text.h"
+#include "model/safe_file.h"
 #include "optimize/course.h"
 
 namespace quillane {
 namespace {
 
 constexpr std::size_t kLongestInput = std::size_t{64} << 20;  ///< bytes; a full grid needs four MiB
-
-std::string SystemReason() { return std::generic_category().message(errno); }
 
 std::string AllOf(std::FILE* input, std::uintmax_t expected) {
   std::string text;

@@ -180,7 +180,7 @@ Stream OpenStream(const fs::path& path) {
   if (path == "-") return {stdout, [](std::FILE*) { return 0; }};
   Stream stream(IsStream(path) ? OpenToWrite(path) : OpenFile(path, "wb"), std::fclose);
   if (!stream && errno == EINTR) throw Interrupted("interrupted, nobody reads it");
-  if (!stream) throw FileWriteError(std::generic_category().message(errno));
+  if (!stream) throw FileWriteError(SystemReason());
   return stream;
 }
 
@@ -190,8 +190,7 @@ void WriteNow(std::FILE* stream, std::string_view content) {
     const std::string_view piece = content.substr(at, kBytesAtOnce);
     if (std::fwrite(piece.data(), 1, piece.size(), stream) != piece.size() ||
         std::fflush(stream) != 0) {
-      throw FileWriteError(std::string("it cannot be written to: ") +
-                           std::generic_category().message(errno));
+      throw FileWriteError("it cannot be written to: " + SystemReason());
     }
   }
 }

@@ -103,14 +103,6 @@ class Array2 {
   T& operator()(int i, int j) { return values_[Offset(i, j)]; }
   const T& operator()(int i, int j) const { return values_[Offset(i, j)]; }
 
-  /// Returns the elements (lower, j) to (last, j), for inner loops after this one check; none if
-  /// last is below the range.
-  std::span<const T> Column(int j, int last) const {
-    if (last < first_.lower) return {};
-    return {&(*this)(first_.lower, j),
-            static_cast<std::size_t>(&(*this)(last, j) - &(*this)(first_.lower, j)) + 1};
-  }
-
   IndexRange First() const { return first_; }
   IndexRange Second() const { return second_; }
   const char* Name() const { return name_; }

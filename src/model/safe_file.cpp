@@ -16,8 +16,6 @@ namespace fs = std::filesystem;
 
 using File = std::unique_ptr<std::FILE, decltype([](std::FILE* file) { std::fclose(file); })>;
 
-std::string SystemReason() { return std::generic_category().message(errno); }
-
 /// Creates a file beside target. Its name is short, whatever the length of target's, and unused, so
 /// that two programs never write to the same file.
 File CreateNeighbour(const fs::path& target, fs::path& fresh) {
@@ -57,6 +55,8 @@ void CheckTarget(const fs::path& target, fs::file_status old) {
 }
 
 }  // namespace
+
+std::string SystemReason() { return std::generic_category().message(errno); }
 
 fs::path LinkTarget(fs::path path) {
   std::error_code error;

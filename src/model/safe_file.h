@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace quillane {
@@ -12,6 +13,9 @@ class FileWriteError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+/// Returns the system's text for errno, the reason of the call that failed last.
+std::string SystemReason();
 
 /// Follows symbolic links, even if their target does not exist, and returns the path at their end.
 /// Throws FileWriteError if a link cannot be read.

@@ -1,12 +1,12 @@
 #include "optimize/history.h"
 
-#include <cerrno>
 #include <iterator>
 #include <string>
 #include <system_error>
 
 #include "model/number_text.h"
 #include "model/run_time_error.h"
+#include "model/safe_file.h"
 
 namespace quillane {
 namespace {
@@ -25,8 +25,6 @@ std::string RecordText(const Model& model, int step) {
                        ErrorCause cause = ErrorCause::kFileUnwritable) {
   throw RunTimeError(ErrorKind::kFile, "the history " + path.string() + " " + what, cause);
 }
-
-std::string SystemReason() { return std::generic_category().message(errno); }
 
 }  // namespace
 

@@ -12,10 +12,8 @@
 
 namespace quillane {
 
-/// Attempts of one search at most, and steps with a Lambda of 1; with a smaller one VoteSteps times
-/// as many.
+/// Attempts of one search at most. Each tries at most kMostVotes votes, of VoteSteps steps each.
 inline constexpr int kMostAttempts = 6;
-inline constexpr int kMostSearchSteps = kMostAttempts * kMostVotes;
 
 struct SearchOptions {
   double share = 0;                ///< of the full volume, above 0 and at most kLargestWish
