@@ -63,7 +63,7 @@ TEST(Shape, LiesWhereTheModelLies) {
 TEST(Shape, RefusesWhatIsNoRegularGrid) {
   const std::pair<const char*, void (*)(Model&)> kFaults[] = {
       {"no material", [](Model& m) { std::ranges::fill(m.CellState.Raw(), kCellEmpty); }},
-      {"lies elsewhere", [](Model& m) { m.NodeXY(5, 2) += 3; }},
+      {"lies elsewhere", [](Model& m) { m.NodeXY(m.NodeCount, 2) += 3; }},
       {"other nodes", [](Model& m) { m.ElementNodes(2, 3) = 1; }},
       {"no size", [](Model& m) { m.ElementSize = 0; }},
       {"as many", [](Model& m) { m.NodeCount = 4; }},

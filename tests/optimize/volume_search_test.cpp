@@ -93,6 +93,8 @@ TEST(VolumeSearch, ItsStagesDoneByHandGiveTheSamePlateWhateverTheThreads) {
   const Model byHand = ByHand(start, best.stages);
   EXPECT_TRUE(SameLayout(byHand, best.model));
   EXPECT_EQ(byHand.StepCount, best.model.StepCount);
+  EXPECT_EQ(byHand.MaxStress, best.maxStress);
+  EXPECT_EQ(byHand.AvgStress, best.meanStress);
   EXPECT_NEAR(byHand.Volume / start.Volume, 0.5, kVolumeTolerance);
   EXPECT_TRUE(SameLayout(best.model, four.Best().model));
   EXPECT_EQ(one.best, four.best);
