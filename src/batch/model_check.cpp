@@ -102,8 +102,7 @@ class ModelCheck {
       for (int j = 1; j <= model_.CellColumnCount; ++j) {
         const Integer state = model_.CellState(i, j);
         anyMaterial = anyMaterial || state > 0;
-        const std::array known = {kCellCutOut, kCellEmpty, kCellDesign, kCellNonDesign};
-        if (std::ranges::find(known, state) != known.end()) continue;
+        if (IsCellState(state)) continue;
         Report(Record::kCell, ElementOfCell(model_, i, j), "the state is none of -3, 0, 1, 2",
                fmt::format("cell ({}, {}) has state {}", i, j, state));
       }

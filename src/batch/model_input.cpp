@@ -2,11 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <sstream>
 #include <system_error>
 
@@ -14,8 +11,9 @@
 #include "batch/failure.h"
 #include "batch/messages.h"
 #include "batch/model_check.h"
-#include "batch/resume.h"
+#include "batch/outputs.h"
 #include "batch/search_run.h"
+#include "batch/tables.h"
 #include "model/number_text.h"
 #include "model/safe_file.h"
 #include "optimize/course.h"
@@ -25,9 +23,8 @@ namespace {
 
 constexpr std::size_t kLongestInput = std::size_t{64} << 20;  ///< bytes; a full grid needs four MiB
 
-std::string AllOf(std::FILE* input, std::uintmax_t expected) {
+std::string AllOf(std::FILE* input) {
   std::string text;
-  text.reserve(std::min<std::uintmax_t>(expected, kLongestInput));
   char piece[65536];
   std::ptrdiff_t count = 1;
   while (text.size() <= kLongestInput && (count = ReadSome(input, piece, sizeof piece)) > 0) {
@@ -103,15 +100,14 @@ void TryDrawings(const BatchOptions& options, const Model& model) {
 }  // namespace
 
 std::string InputText(const std::filesystem::path& path) {
-  if (path == "-") return AllOf(stdin, 0);
+  if (path == "-") return AllOf(stdin);
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
   if (!std::filesystem::exists(status)) throw ModelFileError(0, "no such file");
   if (std::filesystem::is_directory(status)) throw ModelFileError(0, "this is a folder");
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenToRead(path), std::fclose);
+  const Stream file(OpenToRead(path), std::fclose);
   if (!file) throw ModelFileError(0, "the file cannot be opened: " + SystemReason());
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  return AllOf(file.get(), error ? 0 : size);
+  return AllOf(file.get());
 }
 
 ModelInput ModelFromText(const std::string& text) {

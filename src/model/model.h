@@ -17,6 +17,11 @@ inline constexpr Integer kCellEmpty = 0;
 inline constexpr Integer kCellDesign = 1;
 inline constexpr Integer kCellNonDesign = 2;
 
+/// Returns whether the code is one of these.
+constexpr bool IsCellState(int code) {
+  return code == kCellCutOut || (code >= kCellEmpty && code <= kCellNonDesign);
+}
+
 /// Codes of Model::EditMode: what a press on the canvas does.
 inline constexpr Integer kModeNothing = 0;
 inline constexpr Integer kModeDomain = 1;        ///< a corner of the design domain
