@@ -118,11 +118,7 @@ class CommandLine {
   CLI::Option* Add(const std::string& name, const char* type, const char* help, Value& value,
                    const Read& read) {
     const auto store = [&value, name, read](const std::string& text) { value = read(name, text); };
-    return app_.add_option_function<std::string>(name, store, help)->type_name(type)->group(group_);
-  }
-
-  CLI::Option* AddFlag(const char* name, bool& flag, const char* help) {
-    return app_.add_flag(name, flag, help)->group(group_);
+    return app_.add_option_function<std::string>(name, store, help)->type_name(type);
   }
 
   CLI::Option* AddFile(const std::string& name, std::filesystem::path& path, const char* help) {
@@ -130,13 +126,12 @@ class CommandLine {
     return app_.add_option_function<std::string>(name, store, help)->check(NameFault);
   }
 
-  void AddFiles(const char* group) {
-    group_ = group;
+  /// Begins a group and adds its outputs.
+  void AddFiles(const std::string& group) {
+    app_.option_defaults()->group(group);
     for (const OutputRow& row : OutputTable()) {
-      if (row.group != group_) continue;
-      AddFile(row.option, options_.outputs[row.output], row.help)
-          ->type_name(row.type)
-          ->group(group_);
+      if (row.group != group) continue;
+      AddFile(row.option, options_.outputs[row.output], row.help)->type_name(row.type);
     }
   }
 
@@ -149,7 +144,7 @@ class CommandLine {
   void RefuseOtherFormats() const {
     const std::filesystem::path& fields = options_.outputs[Output::kVtu];
     const auto ending = QByteArray::fromStdString(fields.extension().string()).toLower();
-    if (ending.isEmpty() || ending == ".vtu" || IsStream(fields)) return;
+    if (ending.isEmpty() || ending == ".vtu" || !IsFile(fields)) return;
     throw CLI::ValidationError("--vtu", "expects .vtu, not " + fields.string());
   }
 
@@ -194,11 +189,11 @@ class CommandLine {
   }
 
   void AddCourse() {
-    group_ = "Optimization";
+    app_.option_defaults()->group("Optimization");
     auto* steps = Add("--steps", "N", "optimization steps after the analysis (default 0)",
                       options_.steps, StepCount);
-    auto* steady = AddFlag("--until-steady", options_.untilSteady,
-                           "step until the layout is at rest; with --steps N, at most N");
+    auto* steady = app_.add_flag("--until-steady", options_.untilSteady,
+                                 "step until the layout is at rest; with --steps N, at most N");
     auto* fraction =
         Add("--volume-fraction", "F",
             "search for the stiffest plate of this share of the volume, for example "
@@ -208,17 +203,15 @@ class CommandLine {
     app_.add_flag_callback(
             "--no-keep", [this] { options_.keepLoads = false; },
             "let --volume-fraction remove cells at loads, too")
-        ->group(group_)
         ->needs(fraction);
     Add("--jobs", "N",
         "threads of a search and of load cases (default: all cores); they do not change the result",
         options_.jobs, Jobs);
     AddFile("--resume", options_.resume,
             "continue from a table that --cells wrote in an earlier run of MODEL")
-        ->type_name("CELLS.csv")
-        ->group(group_);
-    AddFlag("--drop-loose", options_.dropLoose,
-            "leave out pieces that neither carry a load nor are held");
+        ->type_name("CELLS.csv");
+    app_.add_flag("--drop-loose", options_.dropLoose,
+                  "leave out pieces that neither carry a load nor are held");
     auto* target = Add("--stress-target", "S", "in place of the model's, MPa",
                        options_.stressTarget, SingleNumber);
     Add("--epsilon", "E", "threshold in place of the model's, a whole number", options_.epsilon,
@@ -238,11 +231,11 @@ class CommandLine {
         options_.picture.size, PixelSize);
     Add("--range", "MIN,MAX", "the colours' range in place of the smallest and largest value",
         options_.picture.style.range, NumberRange);
-    AddFlag("--fit", options_.picture.fitDomain, "frame the design domain, not the model's view");
-    AddFlag("--label", options_.label, "write step and volume into them");
+    app_.add_flag("--fit", options_.picture.fitDomain,
+                  "frame the design domain, not the model's view");
+    app_.add_flag("--label", options_.label, "write step and volume into them");
     app_.add_flag_callback(
-            "--no-grid", [this] { options_.picture.style.grid = false; }, "without axes and grid")
-        ->group(group_);
+        "--no-grid", [this] { options_.picture.style.grid = false; }, "without axes and grid");
   }
 
   void AddOutlineStyle() {
@@ -256,7 +249,6 @@ class CommandLine {
     app_.add_flag_callback(
             "--smooth", [this] { options_.smooth = SmoothEdges::kDesign; },
             "smooth that edge, except where it has to fit other parts")
-        ->group(group_)
         ->needs(outline);
     Add("--smooth-edges", "WHICH",
         "design: the same; all: cut-out and non-design cells, too, and round holes as circles",
@@ -279,7 +271,6 @@ class CommandLine {
 
   BatchOptions& options_;
   CLI::App app_{kDescription, "quillane-batch"};
-  std::string group_;
 };
 
 }  // namespace

@@ -18,6 +18,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Returns whether the path is a pipe or device, which is written to and never replaced.
+bool IsStream(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  return fs::is_fifo(status) || fs::is_character_file(status) || fs::is_socket(status);
+}
+
 /// Calls use(row, path) for every wanted output that is one file.
 template <class Use>
 void ForEachFile(const OutputPaths& paths, const Use& use) {
@@ -85,8 +92,7 @@ void RefuseOutputsThatAreOne(const BatchOptions& options) {
     std::error_code error;
     const bool shared = fs::is_character_file(fs::status(file, error));
     for (const InUse& other : inUse) {
-      const bool inPlace =
-          row.output == Output::kSave && &other == &inUse.front() && !IsStream(file);
+      const bool inPlace = row.output == Output::kSave && &other == &inUse.front() && IsFile(file);
       if (!shared && !inPlace && LeadToOneFile(file, other.path)) {
         Refuse(file, fmt::format("{} names the same file as {}", row.option, other.name));
       }
@@ -132,12 +138,6 @@ bool WritesToStandardOutput(const OutputPaths& paths) {
   return writes;
 }
 
-bool IsStream(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  return fs::is_fifo(status) || fs::is_character_file(status) || fs::is_socket(status);
-}
-
 FreshFiles::~FreshFiles() {
   std::error_code error;
   for (const fs::path& file : files_) {
@@ -150,7 +150,7 @@ void TryOutputs(const BatchOptions& options, FreshFiles& fresh) {
   const fs::path& frames = options.outputs[Output::kFrames];
   if (!frames.empty()) EndRunOnError(frames.string(), [&] { PrepareFrames(frames); });
   ForEachFile(options.outputs, [&](const OutputRow& row, const fs::path& file) {
-    if (file == "-" || IsStream(file)) return;
+    if (!IsFile(file)) return;
     EndRunOnError(file.string(), [&] {
       TryReplaceFile(file);
       if (row.writing == Writing::kAtEnd) return;
@@ -169,10 +169,10 @@ fs::path FramePath(const fs::path& folder, int step, const char* suffix) {
 fs::path SeriesPath(const fs::path& folder) { return folder / "frames.pvd"; }
 
 void WriteOutput(const fs::path& path, std::string_view content) {
-  if (path == "-" || IsStream(path)) {
-    WriteNow(OpenStream(path).get(), content);
-  } else {
+  if (IsFile(path)) {
     ReplaceFile(path, content);
+  } else {
+    WriteNow(OpenStream(path).get(), content);
   }
 }
 

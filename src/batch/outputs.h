@@ -12,14 +12,11 @@
 
 namespace quillane {
 
-/// Returns whether the path names a file that is replaced as a whole: no "-", pipe or device.
+/// Returns whether the path names a file that is replaced as a whole: not "-", a pipe or a device.
 bool IsFile(const std::filesystem::path& path);
 
 /// Returns whether some output goes to standard output.
 bool WritesToStandardOutput(const OutputPaths& paths);
-
-/// Returns whether the path is a pipe or device, which is written to and never replaced.
-bool IsStream(const std::filesystem::path& path);
 
 /// Files created before the run. Removes those that are still empty at the end.
 class FreshFiles {
