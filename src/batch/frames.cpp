@@ -22,8 +22,7 @@ void Frames::Write(const Course& course) {
   };
   write(".png", [&] { return PictureFile(options_, model, step, startVolume_); });
   if (!options_.outputs.Wants(Output::kVtu)) return;
-  const std::string field = write(".vtu", [&] { return VtuText(model); });
-  fields_.push_back(field);
+  fields_.push_back(write(".vtu", [&] { return VtuText(model); }));
 }
 
 void Frames::Finish(std::vector<Failure>& faults) {

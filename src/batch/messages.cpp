@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include <QUtf8StringView>
+#include <algorithm>
 #include <cstdio>
-#include <iterator>
 
 #include "batch/console.h"
 
@@ -31,13 +31,12 @@ std::string Printable(std::string_view text) {
   std::string printable;
   while (!text.empty()) {
     const std::size_t length = LengthOfFirst(text);
-    const std::string_view first = text.substr(0, length == 0 ? 1 : length);
+    const std::string_view first = text.substr(0, std::max<std::size_t>(length, 1));
     if (length > 0 && !IsControl(first)) {
       printable += first;
     } else {
       for (const char byte : first) {
-        fmt::format_to(std::back_inserter(printable), "\\x{:02x}",
-                       static_cast<unsigned char>(byte));
+        printable += fmt::format("\\x{:02x}", static_cast<unsigned char>(byte));
       }
     }
     text.remove_prefix(first.size());

@@ -115,8 +115,7 @@ class BatchRun {
       return;
     }
     EndRunOnError("search", [&] {
-      summary_.search =
-          RunSearch(options_, model_, cases_, summary_.startVolume, progress_, GoesOn);
+      summary_.search = RunSearch(options_, model_, cases_, summary_.startVolume, progress_);
     });
     const Attempt& best = summary_.search->Best();
     if (best.reached && best.worstLoss > 1.25) {
@@ -145,7 +144,7 @@ class BatchRun {
 
   /// Notes what became of the wish. --quiet does not hide that it was not reached.
   void NoteWish(bool reached, const std::string& note) {
-    wishReached_ = reached;
+    summary_.wishReached = reached;
     Note(note);
     if (!reached && options_.quiet) Complain(note);
   }
@@ -228,7 +227,7 @@ class BatchRun {
     ComplainOf(faults);
     const bool written = std::ranges::none_of(
         faults, [](const Failure& fault) { return fault.exitStatus < kExitSignal; });
-    Judge(summary_, model_, {written, wishReached_, NotedSignal()});
+    Judge(summary_, model_, written);
   }
 
   void WriteJson(std::vector<Failure>& faults) {
@@ -260,7 +259,6 @@ class BatchRun {
   CourseTable table_;
   Frames frames_;
   Course course_;
-  bool wishReached_ = true;
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <QUtf8StringView>
 #include <iterator>
 
+#include "batch/console.h"
 #include "batch/failure.h"
 #include "batch/messages.h"
 #include "batch/search_run.h"
@@ -36,7 +37,8 @@ QJsonArray StageArray(const RunSummary& summary) {
 
 QString Text(const std::string& text) { return QString::fromStdString(Printable(text)); }
 
-/// Adds the model's name; percent-encoded, which a member says, if it is not UTF-8.
+/// Adds the name of a model's file. One that is not UTF-8 is percent-encoded, which a further
+/// member says.
 void AddModelName(QJsonObject& object, const std::string& name) {
   const bool isUtf8 = QUtf8StringView(name).isValidUtf8();
   object["model"] =
@@ -70,15 +72,13 @@ QJsonArray CaseArray(const RunSummary& summary) {
   QJsonArray cases;
   for (std::size_t k = 0; k < summary.cases.size(); ++k) {
     const LoadCaseResult& result = summary.cases[k];
-    cases.append(QJsonObject{{"model", QString::fromStdString(summary.caseFiles[k])},
-                             {"compliance", result.compliance},
-                             {"maxStress", result.maxStress},
-                             {"meanStress", result.meanStress},
-                             {"minStress", result.minStress},
-                             {"iterations", result.solve.iterations},
-                             {"trueResidual", result.solve.trueResidual},
-                             {"converged", result.solve.converged},
-                             {"connected", summary.lost[k].empty()}});
+    QJsonObject object{
+        {"compliance", result.compliance},       {"maxStress", result.maxStress},
+        {"meanStress", result.meanStress},       {"minStress", result.minStress},
+        {"iterations", result.solve.iterations}, {"trueResidual", result.solve.trueResidual},
+        {"converged", result.solve.converged},   {"connected", summary.lost[k].empty()}};
+    AddModelName(object, summary.caseFiles[k]);
+    cases.append(object);
   }
   return cases;
 }
@@ -90,7 +90,8 @@ std::string CaseTable(const RunSummary& summary) {
   for (std::size_t k = 0; k < summary.cases.size(); ++k) {
     const LoadCaseResult& result = summary.cases[k];
     fmt::format_to(std::back_inserter(text), "{:>9}  {:>10.5g}  {:>10.4g}  {:>9.4g}  {}\n", k + 1,
-                   result.compliance, result.meanStress, result.maxStress, summary.caseFiles[k]);
+                   result.compliance, result.meanStress, result.maxStress,
+                   Printable(summary.caseFiles[k]));
   }
   return text;
 }
@@ -117,9 +118,14 @@ QJsonArray AttemptArray(const SearchResult& search) {
   return attempts;
 }
 
+/// Returns the volume as a share of that at the start.
+double VolumeFraction(const Model& model, const RunSummary& summary) {
+  return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;
+}
+
 }  // namespace
 
-void Judge(RunSummary& summary, const Model& model, const RunEnd& end) {
+void Judge(RunSummary& summary, const Model& model, bool filesWritten) {
   const CourseFigures& figures = summary.figures;
   const auto note = [&summary](const std::string& text) { summary.notes.push_back(text); };
   if (figures.unconvergedSolves > 0) {
@@ -136,7 +142,8 @@ void Judge(RunSummary& summary, const Model& model, const RunEnd& end) {
     }
     if (!summary.connected) note("a load is not connected to adequate supports");
   }
-  if (end.signal != 0) note(fmt::format("interrupted after step {}", figures.steps));
+  const int signal = NotedSignal();
+  if (signal != 0) note(fmt::format("interrupted after step {}", figures.steps));
   if (figures.solves > 0 && !figures.lastSolve.converged) {
     Complain(fmt::format(
         "the last solve did not converge: its displacements and stresses mean nothing; "
@@ -146,15 +153,11 @@ void Judge(RunSummary& summary, const Model& model, const RunEnd& end) {
                                              : "is held, but Poisson's ratio is not between "
                                                "-1 and 0.5"));
   }
-  summary.exitStatus = !end.filesWritten              ? kExitUsageOrFile
-                       : end.signal != 0              ? kExitSignal + end.signal
+  summary.exitStatus = !filesWritten                  ? kExitUsageOrFile
+                       : signal != 0                  ? kExitSignal + signal
                        : !figures.lastSolve.converged ? kExitNotConverged
-                       : !end.wishReached             ? kExitWishNotReached
+                       : !summary.wishReached         ? kExitWishNotReached
                                                       : kExitDone;
-}
-
-double VolumeFraction(const Model& model, const RunSummary& summary) {
-  return summary.startVolume > 0 ? model.Volume / summary.startVolume : 0;
 }
 
 std::string SummaryText(const Model& model, const RunSummary& summary) {

@@ -26,23 +26,15 @@ struct RunSummary {
   std::optional<OutlineFigures> outline;  ///< if one was written
   std::vector<std::string> remarks;       ///< on the command line
   std::vector<std::string> notes;         ///< one line each
+  bool wishReached = true;                ///< of --volume-fraction or --until-steady
   std::string error;                      ///< what ended the run early
   int exitStatus = 0;
 };
 
-/// What decides beside the figures.
-struct RunEnd {
-  bool filesWritten = true;  ///< all of them
-  bool wishReached = true;   ///< of --volume-fraction or --until-steady
-  int signal = 0;            ///< that ended the run; 0 for none
-};
-
-/// Adds the notes on solves, pieces and loads to the summary of a course that has ended, and sets
-/// its exit status. Complains if the last solve did not converge.
-void Judge(RunSummary& summary, const Model& model, const RunEnd& end);
-
-/// Returns the volume as a share of that at the start.
-double VolumeFraction(const Model& model, const RunSummary& summary);
+/// Adds the notes on solves, pieces, loads and a noted signal to the summary of a course that has
+/// ended, and sets its exit status. filesWritten: whether every file was. Complains if the last
+/// solve did not converge.
+void Judge(RunSummary& summary, const Model& model, bool filesWritten);
 
 /// Returns the lines for standard output.
 std::string SummaryText(const Model& model, const RunSummary& summary);

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <iterator>
 
+#include "batch/console.h"
 #include "batch/failure.h"
 #include "batch/outputs.h"
 #include "batch/tables.h"
@@ -70,8 +71,7 @@ void CheckSearch(const BatchOptions& options, const Model& model) {
 }
 
 SearchResult RunSearch(const BatchOptions& options, const Model& analysed, const LoadCases& cases,
-                       double fullVolume, ProgressLine& progress,
-                       const std::function<bool()>& goOn) {
+                       double fullVolume, ProgressLine& progress) {
   SearchOptions search;
   search.share = *options.volumeFraction;
   search.fullVolume = fullVolume;
@@ -80,7 +80,7 @@ SearchResult RunSearch(const BatchOptions& options, const Model& analysed, const
   search.jobs = options.jobs;
   Checkpoints checkpoints(options.outputs);
   SearchWatch watch;
-  watch.goOn = goOn;
+  watch.goOn = [] { return NotedSignal() == 0; };
   watch.kept = [&](const Attempt& soFar, std::size_t index) {
     progress.Show(soFar.model, static_cast<int>(soFar.stages.size()),
                   fmt::format("attempt {}  target {} MPa  stage by ", index + 1,

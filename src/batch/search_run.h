@@ -1,7 +1,6 @@
 // The search for a wished volume as the command line runs it.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "batch/options.h"
@@ -15,18 +14,18 @@ namespace quillane {
 void CheckSearch(const BatchOptions& options, const Model& model);
 
 /// Searches from an analysed model. While it runs, the layout that the leading attempt kept last is
-/// written to --save and --cells, at most once a second. goOn is asked after every step.
+/// written to --save and --cells, at most once a second. A noted signal ends it before the next
+/// step. Throws Failure if one of these files cannot be written, RunTimeError as SearchVolume.
 SearchResult RunSearch(const BatchOptions& options, const Model& analysed, const LoadCases& cases,
-                       double fullVolume, ProgressLine& progress,
-                       const std::function<bool()>& goOn);
+                       double fullVolume, ProgressLine& progress);
 
-/// How the search ended, in a sentence. fullVolume in mm^3.
+/// Returns how the search ended, in a sentence. fullVolume in mm^3.
 std::string SearchNote(const SearchResult& result, double share, double fullVolume);
 
-/// The attempts as a table, a line each. fullVolume in mm^3.
+/// Returns the attempts as a table with one line each. fullVolume in mm^3.
 std::string AttemptTable(const SearchResult& result, double fullVolume);
 
-/// Why an attempt ended, as the note and the JSON tell it.
+/// Returns why an attempt ended, in words for the note and the JSON.
 const char* WhyEnded(SearchEnd end);
 
 }  // namespace quillane

@@ -148,9 +148,13 @@ TEST_F(Ending, WhatHasNoEffectOrIsUnusualIsTold) {
   });
   const std::string odd = "pl\xff te.model";
   fs::copy_file(folder_ / "plate.model", folder_ / odd);
-  ASSERT_EQ(Run("'" + odd + "' --quiet --json j.json"), 0) << err_;
-  EXPECT_EQ(Json("j.json")["model"].toString(), "pl%FF te.model");
-  EXPECT_EQ(Json("j.json")["modelEncoding"].toString(), "percent");
+  ASSERT_EQ(Run("'" + odd + "' --load-case '" + odd + "' --json j.json"), 0) << err_;
+  const QJsonObject summary = Json("j.json");
+  for (const QJsonObject& named : {summary, summary["loadCases"][1].toObject()}) {
+    EXPECT_EQ(named["model"].toString(), "pl%FF te.model");
+    EXPECT_EQ(named["modelEncoding"].toString(), "percent");
+  }
+  EXPECT_TRUE(Contains(out_, "  pl\\xff te.model\n")) << out_;
 }
 
 }  // namespace
