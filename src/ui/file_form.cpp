@@ -12,7 +12,6 @@
 #include <algorithm>
 
 #include "model/platform.h"
-#include "ui/file_name.h"
 #include "ui/folder.h"
 #include "ui/message_box.h"
 #include "ui/screen_room.h"

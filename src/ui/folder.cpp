@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStorageInfo>
+#include <QUtf8StringView>
 #include <algorithm>
 #include <iterator>
 
@@ -12,6 +13,16 @@ namespace quillane {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr char16_t kByteBase = 0xDC00;
+
+/// Returns the length of the character at the start of the bytes; 0 if there is none.
+std::size_t CharacterLength(std::string_view bytes) {
+  for (std::size_t length = 1; length <= std::min<std::size_t>(4, bytes.size()); ++length) {
+    if (QUtf8StringView(bytes.substr(0, length)).isValidUtf8()) return length;
+  }
+  return 0;
+}
 
 std::string LowerCase(const std::string& name) {
   return QByteArray::fromStdString(name).toLower().toStdString();
@@ -48,6 +59,35 @@ fs::path PathOf(const QString& text) {
 }
 
 }  // namespace
+
+QString FileNameText(std::string_view bytes) {
+  QString text;
+  while (!bytes.empty()) {
+    const std::size_t length = CharacterLength(bytes);
+    if (length > 0) {
+      text += QString::fromUtf8(bytes.data(), static_cast<qsizetype>(length));
+    } else {
+      text += QChar(static_cast<char16_t>(kByteBase + static_cast<unsigned char>(bytes.front())));
+    }
+    bytes.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return text;
+}
+
+std::string FileNameBytes(const QString& text) {
+  std::string bytes;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const char16_t unit = text[i].unicode();
+    if (text[i].isHighSurrogate() && i + 1 < text.size()) {
+      bytes += text.mid(i++, 2).toStdString();
+    } else if (unit >= kByteBase + 0x80 && unit <= kByteBase + 0xFF) {
+      bytes += static_cast<char>(unit - kByteBase);
+    } else {
+      bytes += text.mid(i, 1).toStdString();
+    }
+  }
+  return bytes;
+}
 
 FolderContents ReadFolder(const fs::path& folder) {
   FolderContents contents;

@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 #include <QTreeWidget>
 
-#include "ui/file_name.h"
+#include "ui/folder.h"
 #include "ui/window.h"
 
 namespace quillane::test {
