@@ -23,13 +23,6 @@ void PassOn(int number) {
   errno = error;
 }
 
-void Handle(int number, void (*handler)(int)) {
-  struct sigaction action = {};
-  action.sa_handler = handler;
-  action.sa_flags = SA_RESTART;
-  sigaction(number, &action, nullptr);
-}
-
 bool IsIgnored(int number) {
   struct sigaction present = {};
   sigaction(number, nullptr, &present);
@@ -39,8 +32,8 @@ bool IsIgnored(int number) {
 }  // namespace
 
 EndSignals::EndSignals() {
-  Handle(SIGPIPE, SIG_IGN);
-  Handle(SIGXFSZ, SIG_IGN);
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   if (pipe(pipeEnds.data()) != 0) return;
   for (const int end : pipeEnds) {
     fcntl(end, F_SETFD, FD_CLOEXEC);
@@ -53,13 +46,13 @@ EndSignals::EndSignals() {
   });
   notifier_ = notifier;
   for (const int number : kEnding) {
-    if (!IsIgnored(number)) Handle(number, PassOn);
+    if (!IsIgnored(number)) std::signal(number, PassOn);
   }
 }
 
 EndSignals::~EndSignals() {
   for (const int number : kEnding) {
-    if (!IsIgnored(number)) Handle(number, SIG_DFL);
+    if (!IsIgnored(number)) std::signal(number, SIG_DFL);
   }
   delete notifier_;
   for (int& end : pipeEnds) {

@@ -14,8 +14,9 @@
 #include "ui/message_box.h"
 
 namespace quillane {
-
 namespace {
+
+std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
 
 /// Shows by colour and tooltip what the text is read as, if it is not read as it looks.
 void TellReading(QLineEdit* box, NumberRule rule) {
@@ -131,8 +132,6 @@ QVBoxLayout* Form::Rows() {
   return rows;
 }
 
-std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
-
 void FocusText(QLineEdit* box) {
   box->setFocus();
   box->selectAll();
@@ -183,7 +182,7 @@ void NumberForm::cmdOK_Click() {
     Warn(this, refused->why);
     return FocusText(boxes_[static_cast<std::size_t>(refused->index)]);
   }
-  Main().SetUpDateCaption(QString::fromStdString(Caption()));
+  Main().SetUpDateCaption(Caption());
   Unload();
 }
 

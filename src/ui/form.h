@@ -83,9 +83,6 @@ class Form : public QDialog {
   QPushButton* cancel_;
 };
 
-/// Returns a box's text as UTF-8.
-std::string TextOf(const QLineEdit* box);
-
 /// Focuses a box and selects its text.
 void FocusText(QLineEdit* box);
 

@@ -108,14 +108,16 @@ void frmMain::changeEvent(QEvent* event) {
 
 void frmMain::closeEvent(QCloseEvent*) { OrWarn(this, &frmMain::Form_Unload)(); }
 
-void frmMain::SetUpDateCaption(const QString& text) { lblUpDate->Tell(text); }
+void frmMain::SetUpDateCaption(const std::string& text) {
+  lblUpDate->Tell(QString::fromStdString(text));
+}
 
 std::string frmMain::Summary() const {
   return "Width = " + GeneralText(model_.DomainWidth) +
          "mm  Element Size = " + GeneralText(model_.ElementSize) + "mm";
 }
 
-void frmMain::WriteSummary() { SetUpDateCaption(QString::fromStdString(Summary())); }
+void frmMain::WriteSummary() { SetUpDateCaption(Summary()); }
 
 void frmMain::Run(const std::function<void()>& action, bool endsOnError) {
   if (ended_) return;

@@ -48,7 +48,7 @@ class frmMain : public QMainWindow, private CourseListener {
   }
 
   /// Sets the caption of lblUpDate.
-  void SetUpDateCaption(const QString& text);
+  void SetUpDateCaption(const std::string& text);
   /// Returns the width and the size of an element: "Width = 2000mm  Element Size = 100mm".
   std::string Summary() const;
   /// Writes the summary into lblUpDate.

@@ -11,8 +11,8 @@
 namespace quillane {
 namespace {
 
-QString VolumeCaption(const Model& model) {
-  return QString::fromStdString("  Volume = " + ExponentText(model.Volume) + "mm^3");
+std::string VolumeCaption(const Model& model) {
+  return "  Volume = " + ExponentText(model.Volume) + "mm^3";
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ void frmMain::Optimization() {
 
 void frmMain::Stepped(const Course&) {
   view_->ShowMap(model_.DisplayMode);
-  SetUpDateCaption(QString("%1     %2step").arg(VolumeCaption(model_)).arg(model_.StepCount));
+  SetUpDateCaption(VolumeCaption(model_) + "     " + std::to_string(model_.StepCount) + "step");
 }
 
 void frmMain::tmrOpt_Timer() {

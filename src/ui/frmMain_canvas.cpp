@@ -59,7 +59,7 @@ void frmMain::picCanvas_MouseMove(Integer, Integer, Single X, Single Y) {
 
 void frmMain::ShowReadOut(const std::optional<std::string>& caption, PressResult refusal) {
   if (!caption) return Warn(this, RefusalText(refusal));
-  SetUpDateCaption(QString::fromStdString(*caption));
+  SetUpDateCaption(*caption);
   if (model_.EditMode != kModeLoadValue) TellMissingResults();
 }
 

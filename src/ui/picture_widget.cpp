@@ -51,9 +51,6 @@ void PictureWidget::mousePressEvent(QMouseEvent* event) {
                  static_cast<Single>(user.x()), static_cast<Single>(user.y()));
 }
 
-/// Treats the second press of a double click as any other press.
-void PictureWidget::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
-
 void PictureWidget::mouseMoveEvent(QMouseEvent* event) {
   const QPointF user = UserPosition(*event);
   emit MouseMove(ButtonMask(event->buttons()), ShiftMask(event->modifiers()),

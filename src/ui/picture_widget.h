@@ -35,8 +35,7 @@ class PictureWidget : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;  // also of a double click's second press
   void mouseMoveEvent(QMouseEvent* event) override;
 
  private:
