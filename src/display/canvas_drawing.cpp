@@ -16,8 +16,8 @@ void ClearCanvas(DrawingArea& picCanvas, const Model& model, Color background) {
 void DrawDomainBox(DrawingArea& picCanvas, const Model& model) {
   if (model.DomainDefined == 0) return;
   picCanvas.SetColor(kWhite);
-  picCanvas.FillBox(static_cast<double>(model.DomainX1), static_cast<double>(model.DomainY1),
-                    static_cast<double>(model.DomainX2), static_cast<double>(model.DomainY2));
+  picCanvas.FillBox(double{model.DomainX1}, double{model.DomainY1}, double{model.DomainX2},
+                    double{model.DomainY2});
 }
 
 struct ElementBox {
@@ -83,7 +83,7 @@ void picCanvasClear(DrawingArea& picCanvas, DrawingArea& picColorBar, const Mode
 }
 
 void MarkDomainCorner(DrawingArea& picCanvas, const Model& model, double x, double y) {
-  const double radius = static_cast<double>(model.DomainWidth) / 200;
+  const double radius = double{model.DomainWidth} / 200;
   picCanvas.SetLineWidth(1);
   picCanvas.SetColor(kLightRed);
   picCanvas.DrawCircle(x, y, radius);

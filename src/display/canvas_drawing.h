@@ -29,7 +29,7 @@ void DrawCanvas(DrawingArea& picCanvas, const Model& model, const DrawingStyle& 
 /// Redraws what lies below a result map: the canvas drawing on this background, without material,
 /// loads and supports. Throws as DrawCanvas.
 void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background,
-                     const DrawingStyle& style = {});
+                     const DrawingStyle& style);
 
 /// Fills the square of an element, from 1, in the drawing colour, from its first to its third node.
 /// Throws RunTimeError (subscript) if there is no such element or node.

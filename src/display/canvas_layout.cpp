@@ -17,10 +17,6 @@ constexpr double kMouseXYWidth = 4000;   // units
 constexpr double kLabelCharacters = 60;  // that fit the wider label
 constexpr double kLongestSide = 32000;   // units, well within an Integer
 
-Integer ColorBarWidth(Integer canvasHeight) {
-  return ToInteger(canvasHeight / 21.0 * 5.5, "The width of the colour bar");
-}
-
 Integer AtLeastZero(double length, const char* what) {
   return ToInteger(std::max(length, 0.0), what);
 }
@@ -40,7 +36,7 @@ LayoutUnits LayOutUnits(double width, double height) {
   LayoutUnits units;
   units.canvasHeight = AtLeastZero(height - kLabelStrip, "The height of the canvas");
   units.labelTop = AtLeastZero(height - kLabelBelow, "The top of the labels");
-  units.colorBarWidth = ColorBarWidth(units.canvasHeight);
+  units.colorBarWidth = ToInteger(units.canvasHeight / 21.0 * 5.5, "The width of the colour bar");
   units.canvasWidth = AtLeastZero(width - units.colorBarWidth, "The width of the canvas");
   return units;
 }

@@ -14,8 +14,7 @@ struct GridLimits {
 };
 
 Integer LinesWithin(double distance, Single elementSize) {
-  return ToInteger(static_cast<double>(static_cast<Single>(distance) / elementSize),
-                   "The number of grid lines");
+  return ToInteger(double{static_cast<Single>(distance) / elementSize}, "The number of grid lines");
 }
 
 GridLimits LimitsOf(Single elementSize, const UserScale& scale) {

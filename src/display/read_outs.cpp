@@ -7,48 +7,47 @@
 namespace quillane {
 namespace {
 
-/// Returns the offset of the cell at a press if it is within the array's range; the grid may not
-/// fit the mesh. Offset 0 is returned even if the array begins at 1.
-std::optional<CellIndex> CellIn(const Array2<Double>& values, const Model& model, Single x,
-                                Single y) {
-  const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
-  return cell && cell->row <= values.First().upper && cell->column <= values.Second().upper
-             ? cell
-             : std::nullopt;
+using Caption = std::optional<std::string>;
+
+/// Returns both components at the node nearest to a press, each after its label.
+Caption NodeCaption(const Array2<Double>& values, const Model& model, Single x, Single y,
+                    const char* first, const char* second, const char* unit) {
+  const std::optional<int> node = NodeIn(values.First(), model, x, y);
+  if (!node) return std::nullopt;
+  return first + GeneralText(values(*node, 1)) + unit + second + GeneralText(values(*node, 2)) +
+         unit;
 }
 
-/// Returns "row,column" with the label and the value of a cell, in single precision.
-std::string CellCaption(CellIndex cell, const char* label, Double value) {
-  return GeneralText(int{cell.row}) + "," + GeneralText(int{cell.column}) + "   " + label + " = " +
-         GeneralText(ToSingle(value, label));
+/// Returns "row,column" of a press, counted from 0, with the label and the value there in single
+/// precision; nothing beyond the array's upper bounds, as the grid may not fit the mesh.
+Caption CellCaption(const Array2<Double>& values, const Model& model, Single x, Single y,
+                    const char* label) {
+  const std::optional<CellIndex> cell = CellOffsetAt(model, x, y);
+  if (!cell || cell->row > values.First().upper || cell->column > values.Second().upper) {
+    return std::nullopt;
+  }
+  const Single value = ToSingle(values(cell->row, cell->column), label);
+  return GeneralText(cell->row) + "," + GeneralText(cell->column) + "   " + label + " = " +
+         GeneralText(value);
 }
 
 }  // namespace
 
 std::optional<std::string> loadValue(const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeIn(model.NodeLoad.First(), model, x, y);
-  if (!node) return std::nullopt;
-  return "Px = " + GeneralText(model.NodeLoad(*node, 1)) +
-         "N  Py = " + GeneralText(model.NodeLoad(*node, 2)) + "N";
+  return NodeCaption(model.NodeLoad, model, x, y, "Px = ", "  Py = ", "N");
 }
 
 std::optional<std::string> dispValue(const Model& model, Single x, Single y) {
-  const std::optional<int> node = NodeIn(model.NodeDisp.First(), model, x, y);
-  if (!node) return std::nullopt;
-  return "u = " + GeneralText(model.NodeDisp(*node, 1)) +
-         "mm  v = " + GeneralText(model.NodeDisp(*node, 2)) + "mm";
+  return NodeCaption(model.NodeDisp, model, x, y, "u = ", "  v = ", "mm");
 }
 
 std::optional<std::string> stressValue(const Model& model, Single x, Single y) {
-  const std::optional<CellIndex> cell = CellIn(model.CellStress, model, x, y);
-  if (!cell) return std::nullopt;
-  return CellCaption(*cell, "stress", model.CellStress(cell->row, cell->column)) + "MPa";
+  const Caption caption = CellCaption(model.CellStress, model, x, y, "stress");
+  return caption ? *caption + "MPa" : caption;
 }
 
 std::optional<std::string> neuronValue(const Model& model, Single x, Single y) {
-  const std::optional<CellIndex> cell = CellIn(model.Potential, model, x, y);
-  if (!cell) return std::nullopt;
-  return CellCaption(*cell, "Potential", model.Potential(cell->row, cell->column));
+  return CellCaption(model.Potential, model, x, y, "Potential");
 }
 
 }  // namespace quillane

@@ -22,7 +22,7 @@ LevelLimits LimitsBetween(ValueRange extremes) {
   LevelLimits limits{};
   for (std::size_t k = 0; k < 15; ++k) {
     const Single above = static_cast<Single>(k) * width;
-    limits[k] = ToSingle(static_cast<double>(above) + extremes.smallest, "The limit of a level");
+    limits[k] = ToSingle(double{above} + extremes.smallest, "The limit of a level");
   }
   limits[15] = ToSingle(extremes.largest, "The largest value");
   return limits;
@@ -38,39 +38,30 @@ int LevelOf(const LevelLimits& limits, Single value) {
   return static_cast<int>(std::distance(limits.begin(), limit)) + 1;
 }
 
-void DrawLegend(DrawingArea& picColorBar, std::string_view title, const LevelLimits& limits) {
+void DrawMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
+             std::string_view title, const Array2<Double>& values, ValueRange extremes,
+             const DrawingStyle& style) {
+  const LevelLimits limits = LimitsBetween(style.range.value_or(extremes));
+  DrawEmptyDomain(picCanvas, model, kWhite, style);
   DrawColorBar(picColorBar, title);
-  int level = 0;
-  for (const Single limit : limits) DrawLevelLabel(picColorBar, ++level, limit);
-}
-
-void FillCells(DrawingArea& picCanvas, const Model& model, const Array2<Double>& values,
-               const LevelLimits& limits, const DrawingStyle& style) {
+  for (int level = 0; const Single limit : limits) DrawLevelLabel(picColorBar, ++level, limit);
   ForEachPresentCell(model, [&](int i, int j, int element) {
     const Single given = ToSingle(values(i, j), "The value of a cell");
     const Single value = style.range ? std::min(given, limits.back()) : given;
     picCanvas.SetColor(LevelColor(LevelOf(limits, value)));
     FillElement(picCanvas, model, element);
   });
-}
-
-void DrawMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
-             std::string_view title, const Array2<Double>& values, ValueRange extremes,
-             const DrawingStyle& style) {
-  const LevelLimits limits = LimitsBetween(style.range.value_or(extremes));
-  DrawEmptyDomain(picCanvas, model, kWhite, style);
-  DrawLegend(picColorBar, title, limits);
-  FillCells(picCanvas, model, values, limits, style);
   DrawLoads(picCanvas, model);
   DrawSupports(picCanvas, model);
 }
 
-ValueRange ExtremesOf(const Model& model, const Array2<Double>& values) {
+/// Returns the extremes of Potential over all cells, 0 included.
+ValueRange PotentialRange(const Model& model) {
   ValueRange extremes;
   for (int i = 1; i <= model.CellRowCount; ++i) {
     for (int j = 1; j <= model.CellColumnCount; ++j) {
-      extremes.smallest = std::min(extremes.smallest, values(i, j));
-      extremes.largest = std::max(extremes.largest, values(i, j));
+      extremes.smallest = std::min(extremes.smallest, model.Potential(i, j));
+      extremes.largest = std::max(extremes.largest, model.Potential(i, j));
     }
   }
   return extremes;
@@ -86,8 +77,8 @@ void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model
 
 void DrawNeuronMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
                    const DrawingStyle& style) {
-  DrawMap(picCanvas, picColorBar, model, kPotentialTitle, model.Potential,
-          ExtremesOf(model, model.Potential), style);
+  DrawMap(picCanvas, picColorBar, model, kPotentialTitle, model.Potential, PotentialRange(model),
+          style);
 }
 
 }  // namespace quillane

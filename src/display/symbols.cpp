@@ -7,52 +7,36 @@ namespace {
 
 int Sgn(double value) { return (value > 0) - (value < 0); }
 
-/// Deliberately draws the shaft twice, before each half of the head; so does DrawArrowY.
-void DrawArrowX(DrawingArea& picCanvas, double x, double y, double length) {
-  const double tip = x + length;
-  picCanvas.DrawLine(x, y, tip, y);
-  picCanvas.DrawLine(tip, y, tip - length / 3, y + length / 5);
-  picCanvas.DrawLine(x, y, tip, y);
-  picCanvas.DrawLine(tip, y, tip - length / 3, y - length / 5);
+/// Draws an arrow along x or y; the other length is 0. Deliberately draws the shaft twice, before
+/// each half of the head.
+void DrawArrow(DrawingArea& picCanvas, double x, double y, double dx, double dy) {
+  const double tipX = x + dx, tipY = y + dy;
+  for (const double side : {5, -5}) {
+    picCanvas.DrawLine(x, y, tipX, tipY);
+    picCanvas.DrawLine(tipX, tipY, tipX - dx / 3 + dy / side, tipY - dy / 3 + dx / side);
+  }
 }
 
-void DrawArrowY(DrawingArea& picCanvas, double x, double y, double length) {
-  const double tip = y + length;
-  picCanvas.DrawLine(x, y, x, tip);
-  picCanvas.DrawLine(x, tip, x + length / 5, tip - length / 3);
-  picCanvas.DrawLine(x, y, x, tip);
-  picCanvas.DrawLine(x, tip, x - length / 5, tip - length / 3);
-}
-
-double SupportSize(const Model& model) { return static_cast<double>(model.DomainWidth) / 100; }
-
-void SetSupportPen(DrawingArea& picCanvas) {
-  picCanvas.SetLineWidth(1);
-  picCanvas.SetColor(kBlue);
-}
-
-}  // namespace
-
-void drawSymbolFx(DrawingArea& picCanvas, const Model& model, double x, double y) {
-  const double h = SupportSize(model);
-  SetSupportPen(picCanvas);
+/// Draws a support in x: a triangle of height h left of the node and its ground line.
+void drawSymbolFx(DrawingArea& picCanvas, double x, double y, double h) {
   picCanvas.DrawLine(x, y, x - h, y + h / 2);
   picCanvas.DrawLine(x - h, y + h / 2, x - h, y - h / 2);
   picCanvas.DrawLine(x - h, y - h / 2, x, y);
   picCanvas.DrawLine(x - 4 * h / 3, y - h / 2, x - 4 * h / 3, y + h / 2);
 }
 
-void drawSymbolFy(DrawingArea& picCanvas, const Model& model, double x, double y) {
-  const double h = SupportSize(model);
-  SetSupportPen(picCanvas);
+/// Draws a support in y: the same symbol below the node.
+void drawSymbolFy(DrawingArea& picCanvas, double x, double y, double h) {
   picCanvas.DrawLine(x, y, x - h / 2, y - h);
   picCanvas.DrawLine(x - h / 2, y - h, x + h / 2, y - h);
   picCanvas.DrawLine(x + h / 2, y - h, x, y);
   picCanvas.DrawLine(x - h / 2, y - 4 * h / 3, x + h / 2, y - 4 * h / 3);
 }
 
+}  // namespace
+
 void DrawLoads(DrawingArea& picCanvas, const Model& model) {
-  const double length = static_cast<double>(model.DomainWidth) / 30;
+  const double length = double{model.DomainWidth} / 30;
   picCanvas.SetColor(kMagenta);
   picCanvas.SetLineWidth(2);
   for (int k = 1; k <= model.NodeCount; ++k) {
@@ -61,17 +45,20 @@ void DrawLoads(DrawingArea& picCanvas, const Model& model) {
     if (signX == 0 && signY == 0) continue;
     const double x = model.NodeXY(k, 1);
     const double y = model.NodeXY(k, 2);
-    DrawArrowX(picCanvas, x, y, signX * length);
-    DrawArrowY(picCanvas, x, y, signY * length);
+    DrawArrow(picCanvas, x, y, signX * length, 0);
+    DrawArrow(picCanvas, x, y, 0, signY * length);
   }
 }
 
 void DrawSupports(DrawingArea& picCanvas, const Model& model) {
+  const double height = double{model.DomainWidth} / 100;
+  picCanvas.SetLineWidth(1);
+  picCanvas.SetColor(kBlue);
   for (int k = 1; k <= model.NodeCount; ++k) {
     const double x = model.NodeXY(k, 1);
     const double y = model.NodeXY(k, 2);
-    if (model.NodeFreedom(k, 1) == 1) drawSymbolFx(picCanvas, model, x, y);
-    if (model.NodeFreedom(k, 2) == 1) drawSymbolFy(picCanvas, model, x, y);
+    if (model.NodeFreedom(k, 1) == 1) drawSymbolFx(picCanvas, x, y, height);
+    if (model.NodeFreedom(k, 2) == 1) drawSymbolFy(picCanvas, x, y, height);
   }
 }
 

@@ -6,12 +6,6 @@
 
 namespace quillane {
 
-/// Draws a support in x at (x, y) mm: a triangle left of the node and its ground line.
-void drawSymbolFx(DrawingArea& picCanvas, const Model& model, double x, double y);
-
-/// Draws a support in y: the same symbol below the node.
-void drawSymbolFy(DrawingArea& picCanvas, const Model& model, double x, double y);
-
 /// Draws an arrow for each component of every load, all of one length, from the node in the
 /// direction of the force; a zero component of a loaded node is a dot. Throws RunTimeError
 /// (subscript) if NodeLoad or NodeXY have fewer nodes than NodeCount.

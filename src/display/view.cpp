@@ -8,13 +8,11 @@
 namespace quillane {
 
 void FitView(Model& model, double canvasWidth, double canvasHeight) {
-  const auto width = static_cast<double>(model.DomainWidth);
+  const double width{model.DomainWidth};
   model.DomainHeight = ToSingle(width * canvasHeight / canvasWidth, "The height of the area shown");
-  model.ViewRight =
-      ToSingle(static_cast<double>(model.OriginFracX) * width, "The right edge of the view");
+  model.ViewRight = ToSingle(double{model.OriginFracX} * width, "The right edge of the view");
   model.ViewTop =
-      ToSingle(static_cast<double>(model.OriginFracY) * static_cast<double>(model.DomainHeight),
-               "The top edge of the view");
+      ToSingle(double{model.OriginFracY} * double{model.DomainHeight}, "The top edge of the view");
 }
 
 void FrameDomain(Model& model, double canvasWidth, double canvasHeight) {
@@ -33,8 +31,7 @@ void FrameDomain(Model& model, double canvasWidth, double canvasHeight) {
 UserScale CanvasScale(const Model& model) {
   const Single left = model.ViewRight - model.DomainWidth;
   const Single bottom = model.ViewTop - model.DomainHeight;
-  return {static_cast<double>(left), static_cast<double>(model.ViewTop),
-          static_cast<double>(model.ViewRight), static_cast<double>(bottom)};
+  return {double{left}, double{model.ViewTop}, double{model.ViewRight}, double{bottom}};
 }
 
 }  // namespace quillane
