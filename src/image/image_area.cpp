@@ -16,26 +16,39 @@ namespace {
 /// The longest side of a picture that the painter can address, device pixels.
 constexpr double kLongestSide = 32000;
 
-/// Positions up to so many pixels outside the picture are kept apart.
+/// How far outside the picture positions remain distinct, device pixels.
 constexpr double kMargin = 64;
 
-/// Positions are clamped to so many pixels, which keeps their differences finite.
+/// The limit that positions are clamped to, which keeps their differences finite, device pixels.
 constexpr double kFarAway = 1e9;
 
-/// Positions this close below the middle of a pixel count as the middle, so that an edge computed
-/// with different roundings falls on one pixel.
+/// Positions this close below the middle of a pixel count as the middle, so that an edge falls on
+/// one pixel however its position was rounded.
 constexpr double kSnapBias = 1.0 / 1024;
 
 /// Returns the pixel boundary nearest to a device position, clamped to the margin.
 int Snap(double position, int size) {
-  const double near = std::min(std::max(position, -kMargin), size + kMargin);
+  const double near = std::clamp(position, -kMargin, size + kMargin);
   return static_cast<int>(std::floor(near + 0.5 + kSnapBias));
 }
 
 /// Returns the offset of a line from a pixel's corner: a line of odd width runs through its middle.
 QPointF PenOffset(int width) { return width % 2 == 0 ? QPointF(0, 0) : QPointF(0.5, 0.5); }
 
+/// Returns the box between two opposite corners.
+QRect Between(QPoint a, QPoint b) {
+  return {std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::abs(a.x() - b.x()),
+          std::abs(a.y() - b.y())};
+}
+
+/// Returns whether a position is defined: an infinite coordinate or a scale without extent may
+/// leave none.
 bool IsPoint(QPointF point) { return !std::isnan(point.x()) && !std::isnan(point.y()); }
+
+/// Returns whether the painter can address a device position.
+bool IsAddressable(QPointF point) {
+  return std::fabs(point.x()) <= kLongestSide && std::fabs(point.y()) <= kLongestSide;
+}
 
 }  // namespace
 
@@ -83,25 +96,18 @@ void ImageArea::Open() {
 
 QPainter& ImageArea::Painter() {
   Open();
-  const QPen& pen = painter_.pen();
-  if (pen.color().rgb() != color_ || pen.width() != lineWidth_) {
-    painter_.setPen(QPen(QColor(color_), lineWidth_));
-  }
+  painter_.setPen(QPen(QColor(color_), lineWidth_));
   lastFill_ = {};
   return painter_;
 }
 
-void ImageArea::FillPixels(PixelBox box, QRgb color) {
-  box.left = std::max(box.left, 0);
-  box.top = std::max(box.top, 0);
-  box.right = std::min(box.right, image_.width());
-  box.bottom = std::min(box.bottom, image_.height());
+void ImageArea::FillPixels(QRect box, QRgb color) {
+  box &= image_.rect();
   Open();
   const bool isDone = box == lastFill_ && color == lastColor_;
-  if (box.left >= box.right || isDone) return;
-  const int width = box.right - box.left;
-  for (int row = box.top; row < box.bottom; ++row) {
-    std::fill_n(reinterpret_cast<QRgb*>(target_.scanLine(row)) + box.left, width, color);
+  if (box.isEmpty() || isDone) return;
+  for (int row = box.top(); row <= box.bottom(); ++row) {
+    std::fill_n(reinterpret_cast<QRgb*>(target_.scanLine(row)) + box.left(), box.width(), color);
   }
   lastFill_ = box;
   lastColor_ = color;
@@ -117,14 +123,8 @@ QPoint ImageArea::OnPixel(QPointF point) const {
   return {Snap(point.x(), image_.width()), Snap(point.y(), image_.height())};
 }
 
-bool ImageArea::IsNear(QPointF point) const {
-  return point.x() >= -kMargin && point.x() <= image_.width() + kMargin && point.y() >= -kMargin &&
-         point.y() <= image_.height() + kMargin;
-}
-
-ImageArea::PixelBox ImageArea::Between(QPoint a, QPoint b) {
-  return {std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::max(a.x(), b.x()),
-          std::max(a.y(), b.y())};
+QRectF ImageArea::WithMargin() const {
+  return QRectF(image_.rect()).adjusted(-kMargin, -kMargin, kMargin, kMargin);
 }
 
 void ImageArea::SetScale(const UserScale& scale) { scale_ = scale; }
@@ -133,7 +133,7 @@ void ImageArea::SetBackground(Color color) {
   background_ = qRgb(color.red, color.green, color.blue);
 }
 
-void ImageArea::Clear() { FillPixels({0, 0, image_.width(), image_.height()}, background_); }
+void ImageArea::Clear() { FillPixels(image_.rect(), background_); }
 
 void ImageArea::SetColor(Color color) { color_ = qRgb(color.red, color.green, color.blue); }
 
@@ -142,11 +142,10 @@ void ImageArea::SetLineWidth(int pixels) {
   lineWidth_ = std::max(1, static_cast<int>(std::lround(pixels * ratio_)));
 }
 
-/// Fills a line of the present width along a box without width or height.
-void ImageArea::FillStroke(PixelBox box) {
+void ImageArea::FillStroke(QRect box) {
   const int before = lineWidth_ / 2;
   const int after = lineWidth_ - before;
-  FillPixels({box.left - before, box.top - before, box.right + after, box.bottom + after}, color_);
+  FillPixels(box.adjusted(-before, -before, after, after), color_);
 }
 
 void ImageArea::DrawLine(double x1, double y1, double x2, double y2) {
@@ -157,7 +156,7 @@ void ImageArea::DrawLine(double x1, double y1, double x2, double y2) {
   const QPoint end = OnPixel(to);
   if (begin.x() == end.x() || begin.y() == end.y()) {
     FillStroke(Between(begin, end));
-  } else if (IsNear(from) && IsNear(to)) {
+  } else if (WithMargin().contains(from) && WithMargin().contains(to)) {
     DrawSlantedLine(begin, end);
   } else {
     DrawClippedLine(from, to);
@@ -168,7 +167,7 @@ void ImageArea::DrawClippedLine(QPointF from, QPointF to) {
   const QPointF step = to - from;
   double first = 0;
   double last = 1;
-  // Narrows first..last to the part of the line where a coordinate is from -kMargin to the upper.
+  // Narrows first..last to the part of the line where a coordinate is from -kMargin to upper.
   const auto isAnyLeft = [&](double start, double length, double upper) {
     if (length == 0) return start >= -kMargin && start <= upper;
     const auto [enter, leave] =
@@ -177,8 +176,8 @@ void ImageArea::DrawClippedLine(QPointF from, QPointF to) {
     last = std::min(last, leave);
     return first <= last;
   };
-  if (isAnyLeft(from.x(), step.x(), image_.width() + kMargin) &&
-      isAnyLeft(from.y(), step.y(), image_.height() + kMargin)) {
+  if (isAnyLeft(from.x(), step.x(), WithMargin().right()) &&
+      isAnyLeft(from.y(), step.y(), WithMargin().bottom())) {
     DrawSlantedLine(OnPixel(from + first * step), OnPixel(from + last * step));
   }
 }
@@ -191,11 +190,10 @@ void ImageArea::DrawBox(double x1, double y1, double x2, double y2) {
   const QPointF from = DevicePoint(x1, y1);
   const QPointF to = DevicePoint(x2, y2);
   if (!IsPoint(from) || !IsPoint(to)) return;
-  const auto [left, top, right, bottom] = Between(OnPixel(from), OnPixel(to));
-  FillStroke({left, top, right, top});
-  FillStroke({left, bottom, right, bottom});
-  FillStroke({left, top, left, bottom});
-  FillStroke({right, top, right, bottom});
+  const QPoint a = OnPixel(from), b = OnPixel(to), c(a.x(), b.y()), d(b.x(), a.y());
+  for (const auto& [begin, end] : {std::pair(a, c), {c, b}, {b, d}, {d, a}}) {
+    FillStroke(Between(begin, end));
+  }
 }
 
 void ImageArea::FillBox(double x1, double y1, double x2, double y2) {
@@ -207,16 +205,14 @@ void ImageArea::FillBox(double x1, double y1, double x2, double y2) {
 void ImageArea::DrawCircle(double x, double y, double radius) {
   const QPointF center = DevicePoint(x, y);
   const double extent = std::fabs(radius / (scale_.right - scale_.left)) * image_.width();
-  const bool near = IsPoint(center) && std::fabs(center.x()) < kLongestSide &&
-                    std::fabs(center.y()) < kLongestSide && extent < kLongestSide;
-  if (!near) return;
+  if (!IsAddressable(center) || !(extent < kLongestSide)) return;
   Painter().drawEllipse(OnPixel(center) + PenOffset(lineWidth_), extent, extent);
 }
 
 void ImageArea::SetTextSize(double width, double height, std::string_view sample) {
   const double boxWidth = std::fabs(width / (scale_.right - scale_.left)) * image_.width();
   const double boxHeight = std::fabs(height / (scale_.top - scale_.bottom)) * image_.height();
-  const QString text = QString::fromUtf8(sample.data(), static_cast<qsizetype>(sample.size()));
+  const QString text = QString::fromUtf8(sample);
   font_ = QGuiApplication::font();
   int size = static_cast<int>(std::lround(QFontInfo(font_).pixelSize() * ratio_));
   do {
@@ -228,14 +224,11 @@ void ImageArea::SetTextSize(double width, double height, std::string_view sample
 
 void ImageArea::DrawText(double x, double y, std::string_view text) {
   const QPointF corner = DevicePoint(x, y);
-  if (!IsPoint(corner) || std::fabs(corner.x()) > kLongestSide ||
-      std::fabs(corner.y()) > kLongestSide) {
-    return;
-  }
+  if (!IsAddressable(corner)) return;
   Painter().setFont(font_);
   painter_.drawText(
       QPointF(std::round(corner.x()), std::round(corner.y() + QFontMetricsF(font_).ascent())),
-      QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+      QString::fromUtf8(text));
 }
 
 }  // namespace quillane

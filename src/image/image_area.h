@@ -41,23 +41,17 @@ class ImageArea final : public DrawingArea {
   void DrawText(double x, double y, std::string_view text) override;
 
  private:
-  /// Pixels left..right - 1, top..bottom - 1.
-  struct PixelBox {
-    int left, top, right, bottom;
-    friend bool operator==(const PixelBox&, const PixelBox&) = default;
-  };
-
   void Open();
   QPainter& Painter();
-  void FillPixels(PixelBox box, QRgb color);
+  void FillPixels(QRect box, QRgb color);
   /// Returns the place of user coordinates in device pixels.
   QPointF DevicePoint(double x, double y) const;
   /// Returns the pixel corner nearest to a place in device pixels.
   QPoint OnPixel(QPointF point) const;
-  /// Returns whether a place lies in the picture or its margin.
-  bool IsNear(QPointF point) const;
-  static PixelBox Between(QPoint a, QPoint b);
-  void FillStroke(PixelBox box);
+  /// Returns the picture and its margin in device pixels.
+  QRectF WithMargin() const;
+  /// Fills a line of the present width along a box without width or height.
+  void FillStroke(QRect box);
   /// Draws a slanted line, in device pixels, of which an end lies far outside the picture.
   void DrawClippedLine(QPointF from, QPointF to);
   /// Draws a slanted line between pixel corners in or near the picture.
@@ -71,9 +65,9 @@ class ImageArea final : public DrawingArea {
   int linePixels_ = 1;  // logical
   int lineWidth_ = 1;   // device pixels
   QFont font_;
-  // What FillPixels last did; reset when anything else is drawn. The finest grid has 20 lines to a
-  // pixel: 5 ms instead of 85 ms.
-  PixelBox lastFill_{};
+  // What FillPixels filled last, which need not be filled again until anything else is drawn: the
+  // finest grid has 20 lines to a pixel and takes 5 ms instead of 85 ms.
+  QRect lastFill_;
   QRgb lastColor_ = 0;
   QImage target_;             // the pixels of image_ at a ratio of 1, while the painter is open
   mutable QPainter painter_;  // on target_; open until the picture is asked for

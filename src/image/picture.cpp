@@ -29,7 +29,8 @@ void DrawKind(ImageArea& canvas, ImageArea& legend, const Model& model,
   }
 }
 
-/// In the upper left corner, a thirtieth of the canvas high, or as much as can be read.
+/// Writes the label in the upper left corner, a thirtieth of the canvas high but at least 14
+/// pixels.
 void DrawLabel(ImageArea& canvas, const std::string& label, int canvasHeight) {
   const double height = std::max(1.0 / 30, 14.0 / canvasHeight);
   canvas.SetScale({0, 1, 1, 0});
@@ -38,12 +39,12 @@ void DrawLabel(ImageArea& canvas, const std::string& label, int canvasHeight) {
   canvas.DrawText(0.02, 1 - height / 2, label);
 }
 
-/// The default size, or the part of it that a fitted domain and its legend need; even numbers,
-/// which many players of films want.
+/// Returns the default size, or the part of it that a fitted domain and its legend need, in even
+/// numbers, as many video players require.
 PictureSize SizeFor(const Model& model, const PictureOptions& options) {
   constexpr PictureSize kWhole;
-  constexpr int kLeast = 240;          // a legend lower than this cannot be read
-  constexpr double kNarrowest = 0.25;  // of the height, for the canvas
+  constexpr int kLeastHeight = 240;      // below, the legend is illegible
+  constexpr double kLeastAspect = 0.25;  // width of the canvas over its height
   const double width = std::fabs(double{model.DomainX2} - double{model.DomainX1});
   const double height = std::fabs(double{model.DomainY2} - double{model.DomainY1});
   if (!options.fitDomain || !(width > 0) || !(height > 0)) return kWhole;
@@ -51,12 +52,12 @@ PictureSize SizeFor(const Model& model, const PictureOptions& options) {
   const double legend = 1.0 * whole.colorBarWidth / whole.canvasHeight;
   const auto even = [](double length) { return 2 * static_cast<int>(std::ceil(length / 2)); };
   const double needed = std::min(1.0 * kWhole.height, kWhole.width / (width / height + legend));
-  const int picked = std::max(kLeast, even(needed));
-  const double across = std::max(width / height, kNarrowest) * picked + legend * picked;
+  const int picked = std::max(kLeastHeight, even(needed));
+  const double across = std::max(width / height, kLeastAspect) * picked + legend * picked;
   return {std::min(kWhole.width, even(across)), picked};
 }
 
-/// Copies pixel by pixel, whatever the device pixel ratio.
+/// Joins two pictures pixel by pixel, whatever their device pixel ratio.
 QImage SideBySide(QImage left, QImage right) {
   left.setDevicePixelRatio(1);
   right.setDevicePixelRatio(1);
