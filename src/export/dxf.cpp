@@ -3,7 +3,6 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -62,9 +61,9 @@ void WriteTables(DL_Dxf& dxf, DL_WriterA& file) {
 }
 
 /// Returns the bulge, by which the format describes an arc: the tangent of a quarter of its angle,
-/// negative if it is clockwise.
-double Bulge(const Circle& circle, Point from, Point to) {
-  return -std::tan(ClockwiseAngle(circle, from, to) / 4);
+/// negative if it is clockwise; 0 for a segment.
+double Bulge(const Side& side) {
+  return side.arc == nullptr ? 0 : -std::tan(ClockwiseAngle(*side.arc, side.from, side.to) / 4);
 }
 
 void WriteContours(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
@@ -79,12 +78,8 @@ void WriteContours(DL_Dxf& dxf, DL_WriterA& file, const Shape& shape) {
     }
     const int count = static_cast<int>(contour.size());
     dxf.writePolyline(file, DL_PolylineData(count, 0, 0, kClosed), byLayer);
-    Contour next = contour;
-    std::rotate(next.begin(), next.begin() + 1, next.end());
-    for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [p, arc] = contour[k];
-      const double bulge = arc == nullptr ? 0 : Bulge(*arc, p, next[k].place);
-      dxf.writeVertex(file, DL_VertexData(p.x, p.y, 0, bulge));
+    for (const Side& side : contour) {
+      dxf.writeVertex(file, DL_VertexData(side.from.x, side.from.y, 0, Bulge(side)));
     }
     dxf.writePolylineEnd(file);
   }

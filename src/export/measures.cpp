@@ -101,12 +101,10 @@ class Necks {
 double ShortestSegment(const std::vector<Contour>& outline) {
   double shortest = DBL_MAX;
   for (const Contour& contour : outline) {
-    for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [here, arc] = contour[k];
-      const Point next = contour[(k + 1) % contour.size()].place;
-      shortest =
-          std::min(shortest, arc == nullptr ? Length(next - here)
-                                            : arc->radius * ClockwiseAngle(*arc, here, next));
+    for (const auto& [from, to, arc] : contour) {
+      const double length =
+          arc == nullptr ? Length(to - from) : arc->radius * ClockwiseAngle(*arc, from, to);
+      shortest = std::min(shortest, length);
     }
   }
   return shortest;

@@ -16,12 +16,10 @@ bool IsStraight(Point a, Point b, Point c) {
 
 std::vector<Point> Polygon(const Contour& contour, double deviation) {
   std::vector<Point> polygon;
-  for (std::size_t k = 0; k < contour.size(); ++k) {
-    const auto& [place, arc] = contour[k];
-    polygon.push_back(place);
+  for (const auto& [from, to, arc] : contour) {
+    polygon.push_back(from);
     if (arc == nullptr) continue;
-    const Point next = contour[(k + 1) % contour.size()].place;
-    std::ranges::copy(ArcPoints(*arc, place, next, deviation), std::back_inserter(polygon));
+    std::ranges::copy(ArcPoints(*arc, from, to, deviation), std::back_inserter(polygon));
   }
   return polygon;
 }
@@ -40,27 +38,29 @@ std::vector<Contour> Outline(const Shape& shape) {
       const bool goesOn =
           before == after &&
           (after != nullptr || IsStraight(at(k + loop.size() - 1), at(k), at(k + 1)));
-      if (!goesOn) contour.push_back({at(k), after});
+      if (!goesOn) contour.push_back({at(k), {}, after});
       before = after;
     }
-    if (contour.empty()) contour.push_back({at(0), before});
+    if (contour.empty()) contour.push_back({at(0), {}, before});
+    for (std::size_t k = 0; k < contour.size(); ++k) {
+      contour[k].to = contour[(k + 1) % contour.size()].from;
+    }
     outline.push_back(std::move(contour));
   }
   return outline;
 }
 
 std::vector<std::vector<Point>> Polygons(const std::vector<Contour>& outline, double deviation) {
-  std::vector<std::vector<Point>> polygons(outline.size());
-  std::ranges::transform(outline, polygons.begin(), [deviation](const Contour& contour) {
-    return Polygon(contour, deviation);
-  });
+  std::vector<std::vector<Point>> polygons;
+  for (const Contour& contour : outline) polygons.push_back(Polygon(contour, deviation));
   return polygons;
 }
 
 Box Bounds(const std::vector<Contour>& outline) {
-  Box box{outline.front().front().place, outline.front().front().place};
+  const Point first = outline.front().front().from;
+  Box box{first, first};
   for (const Contour& contour : outline) {
-    for (const auto& [p, circle] : contour) {
+    for (const auto& [p, to, arc] : contour) {
       box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y)};
       box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y)};
     }
@@ -68,11 +68,11 @@ Box Bounds(const std::vector<Contour>& outline) {
   return box;
 }
 
-std::vector<Point> CellPolygon(const Shape& shape, const std::array<int, 4>& cell,
-                               double deviation) {
+std::vector<Point> CellPolygon(const Shape& shape, const Cell& cell, double deviation) {
   Contour contour;
   for (std::size_t k = 0; k < 4; ++k) {
-    contour.push_back({shape.At(cell[k]), ArcOfEdge(shape, cell[k], cell[(k + 1) % 4])});
+    const int from = cell[k], to = cell[(k + 1) % 4];
+    contour.push_back({shape.At(from), shape.At(to), ArcOfEdge(shape, from, to)});
   }
   return Polygon(contour, deviation);
 }

@@ -1,21 +1,20 @@
 // The outline of a shape as a drawing has it: segments and arcs.
 #pragma once
 
-#include <array>
 #include <vector>
 
 #include "export/shape.h"
 
 namespace quillane {
 
-/// A vertex of a contour and the way on to the next one.
-struct Vertex {
-  Point place;
-  const Circle* arc = nullptr;  ///< of the shape, along which the way is clockwise; null: straight
+/// A segment, or an arc that runs clockwise.
+struct Side {
+  Point from, to;
+  const Circle* arc = nullptr;  ///< the shape's circle along which it runs; null: straight
 };
 
-/// A closed loop. A single vertex stands for a full circle.
-using Contour = std::vector<Vertex>;
+/// A closed loop of sides, each from the end of the one before. A single side is a full circle.
+using Contour = std::vector<Side>;
 
 /// Returns the contours of the shape's loops, which are valid as long as the shape. A straight run
 /// is one segment, a run along one circle one arc.
@@ -34,7 +33,6 @@ Box Bounds(const std::vector<Contour>& outline);
 
 /// Returns what a cell covers as a polygon, counter-clockwise from its first corner, with chords
 /// within `deviation` (mm) of the arcs.
-std::vector<Point> CellPolygon(const Shape& shape, const std::array<int, 4>& cell,
-                               double deviation);
+std::vector<Point> CellPolygon(const Shape& shape, const Cell& cell, double deviation);
 
 }  // namespace quillane

@@ -18,7 +18,7 @@ namespace {
 /// cell.
 constexpr double kDeviation = 0.01;
 
-bool IsFolded(const Shape& shape, const std::array<int, 4>& cell) {
+bool IsFolded(const Shape& shape, const Cell& cell) {
   return Triangles(CellPolygon(shape, cell, kDeviation * shape.cell)).empty();
 }
 
@@ -36,7 +36,7 @@ class Rounding {
     taken_.insert(contacts.begin(), contacts.end());
   }
 
-  /// Whether the circle was added.
+  /// Adds the circle if the shape remains sound. Returns whether it did.
   bool Add(const CutOutCircle& circle) {
     const auto isTaken = [this](const auto& corner) { return taken_.contains(corner.first); };
     if (std::ranges::any_of(circle.corners, isTaken)) return false;
@@ -57,8 +57,6 @@ class Rounding {
   }
 
  private:
-  using Cell = std::array<int, 4>;
-
   /// Whether at least three sides of a cell are on the edge.
   static bool IsTip(const Model& model, const Cell& cell) {
     const auto [i, j] = CornerOfNode(model, std::ranges::min(cell));
@@ -68,7 +66,7 @@ class Rounding {
     return present(i - 1, j) + present(i + 1, j) + present(i, j - 1) + present(i, j + 1) <= 1;
   }
 
-  Point& At(int corner) { return shape_.corners[static_cast<std::size_t>(corner)]; }
+  Point& At(int corner) { return shape_.At(corner); }
 
   /// How far the arc on an edge bulges over its chord.
   double Bulge(int from, int to) {
@@ -141,8 +139,8 @@ std::vector<int> FaultyCircles(const Shape& shape) {
   return {faulty.begin(), faulty.end()};
 }
 
-std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model) {
-  std::vector<std::array<int, 4>> thin;
+std::vector<Cell> ThinCells(const Shape& shape, const Model& model) {
+  std::vector<Cell> thin;
   for (const auto& [a, b, c, d] : shape.cells) {
     const auto [i, j] = CornerOfNode(model, a);
     if (!HasMaterial(model, i - 1, j) && !HasMaterial(model, i + 1, j))
@@ -153,7 +151,7 @@ std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model
   return thin;
 }
 
-double ThinCellWidth(const Shape& shape, const std::array<int, 4>& cell) {
+double ThinCellWidth(const Shape& shape, const Cell& cell) {
   const Point a = shape.At(cell[0]), b = shape.At(cell[1]), c = shape.At(cell[2]),
               d = shape.At(cell[3]);
   return std::min({Distance(a, c, d), Distance(b, c, d), Distance(c, a, b), Distance(d, a, b)});

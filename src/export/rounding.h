@@ -21,9 +21,9 @@ std::vector<int> FaultyCircles(const Shape& shape);
 
 /// Returns the corners of the cells with two opposite sides on the edge, in the order first side,
 /// other side.
-std::vector<std::array<int, 4>> ThinCells(const Shape& shape, const Model& model);
+std::vector<Cell> ThinCells(const Shape& shape, const Model& model);
 
 /// Returns the distance (mm) between the two sides of a thin cell.
-double ThinCellWidth(const Shape& shape, const std::array<int, 4>& cell);
+double ThinCellWidth(const Shape& shape, const Cell& cell);
 
 }  // namespace quillane

@@ -14,7 +14,7 @@ class SegmentGrid {
  public:
   struct Segment {
     Point a, b;
-    int before = 0, after = 0;  ///< indices of the neighbours in the polygon
+    int before = 0;  ///< index of the segment before it in the polygon
   };
 
   /// size: edge of a bucket, mm. There is at least one polygon.
@@ -26,33 +26,31 @@ class SegmentGrid {
   /// for one segment possibly more than once.
   template <class Visit>
   void ForEachNear(Point p, double reach, const Visit& visit) const {
-    const Bucket low = BucketOf({p.x - reach, p.y - reach});
-    const Bucket high = BucketOf({p.x + reach, p.y + reach});
-    for (std::int64_t i = low.row; i <= high.row; ++i) {
-      for (std::int64_t j = low.column; j <= high.column; ++j) {
-        const auto bucket = buckets_.find(Key(i, j));
-        if (bucket == buckets_.end()) continue;
-        for (const int index : bucket->second) visit(index);
-      }
-    }
+    ForEachKey({p.x - reach, p.y - reach}, {p.x + reach, p.y + reach}, [&](std::int64_t key) {
+      const auto bucket = buckets_.find(key);
+      if (bucket == buckets_.end()) return;
+      for (const int index : bucket->second) visit(index);
+    });
   }
 
  private:
-  struct Bucket {
-    std::int64_t row, column;
-  };
-
-  /// Counts from the first vertex, so that places far from the origin do not overflow.
-  Bucket BucketOf(Point p) const {
-    return {static_cast<std::int64_t>(std::floor((p.y - origin_.y) / size_)),
-            static_cast<std::int64_t>(std::floor((p.x - origin_.x) / size_))};
+  /// Calls use(key) for the key of every bucket in a rectangle. Buckets are counted from the first
+  /// vertex, so that positions far from the origin do not overflow.
+  template <class Use>
+  void ForEachKey(Point low, Point high, const Use& use) const {
+    const auto count = [this](double length) {
+      return static_cast<std::int64_t>(std::floor(length / size_));
+    };
+    const std::int64_t top = count(high.y - origin_.y), right = count(high.x - origin_.x);
+    for (std::int64_t i = count(low.y - origin_.y); i <= top; ++i) {
+      for (std::int64_t j = count(low.x - origin_.x); j <= right; ++j) use((i << 32) + j);
+    }
   }
-  static std::int64_t Key(std::int64_t i, std::int64_t j) { return (i << 32) + j; }
 
   double size_;
   Point origin_;
   std::vector<Segment> segments_;
-  std::unordered_map<std::int64_t, std::vector<int>> buckets_;
+  std::unordered_map<std::int64_t, std::vector<int>> buckets_;  ///< indices of segments
 };
 
 }  // namespace quillane

@@ -4,7 +4,9 @@
 #include <bit>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "model/regular_grid.h"
@@ -49,8 +51,8 @@ void CheckNodes(const Model& model, const std::vector<Point>& corners) {
 }
 
 /// The cells with material; their elements must have the corners of their cells as nodes.
-std::vector<std::array<int, 4>> PresentCells(const Model& model) {
-  std::vector<std::array<int, 4>> cells;
+std::vector<Cell> PresentCells(const Model& model) {
+  std::vector<Cell> cells;
   ForEachPresentCell(model, [&](int i, int j, int e) {
     cells.push_back(NodesOfCell(model, i, j));
     if (NodesOfElement(model, e) != cells.back()) {
@@ -64,64 +66,54 @@ std::vector<std::array<int, 4>> PresentCells(const Model& model) {
 /// Walks along the edge of the material, one unit edge after another.
 class Walk {
  public:
-  explicit Walk(const Model& model)
-      : stride_(model.CellColumnCount + 1),
-        leaving_(static_cast<std::size_t>(model.NodeCount) + 1),
-        place_(leaving_.size(), kNowhere) {
+  explicit Walk(const Model& model) : stride_(model.CellColumnCount + 1) {
     ForEachPresentCell(model, [&](int i, int j, int) {
       const auto [lowerLeft, lowerRight, upperRight, upperLeft] = NodesOfCell(model, i, j);
-      if (!HasMaterial(model, i - 1, j)) Leave(lowerLeft, kEast);
-      if (!HasMaterial(model, i, j + 1)) Leave(lowerRight, kNorth);
-      if (!HasMaterial(model, i + 1, j)) Leave(upperRight, kWest);
-      if (!HasMaterial(model, i, j - 1)) Leave(upperLeft, kSouth);
+      if (!HasMaterial(model, i - 1, j)) leaving_[lowerLeft] |= 1U << kEast;
+      if (!HasMaterial(model, i, j + 1)) leaving_[lowerRight] |= 1U << kNorth;
+      if (!HasMaterial(model, i + 1, j)) leaving_[upperRight] |= 1U << kWest;
+      if (!HasMaterial(model, i, j - 1)) leaving_[upperLeft] |= 1U << kSouth;
     });
   }
 
   std::vector<std::vector<int>> Loops() {
-    for (std::size_t start = 1; start < leaving_.size(); ++start) {
-      if (leaving_[start] != 0) From(static_cast<int>(start));
+    for (const auto& [start, directions] : leaving_) {
+      if (directions != 0) From(start);
     }
     return loops_;
   }
 
  private:
   enum Direction : unsigned { kEast, kNorth, kWest, kSouth };
-  static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
-
-  unsigned char& Leaving(int corner) { return leaving_[static_cast<std::size_t>(corner)]; }
-  std::size_t& Place(int corner) { return place_[static_cast<std::size_t>(corner)]; }
-  void Leave(int corner, Direction direction) {
-    Leaving(corner) = static_cast<unsigned char>(Leaving(corner) | 1U << direction);
-  }
 
   /// Walks until no edge leaves the start any more. When the path meets itself, the part since then
   /// becomes a loop, so no loop touches itself.
   void From(int start) {
     std::vector<int> path = {start};
-    Place(start) = 0;
-    unsigned direction = static_cast<unsigned>(std::countr_zero(Leaving(start)));
-    while (Leaving(path.back()) != 0) {
+    std::unordered_map<int, std::ptrdiff_t> indexInPath = {{start, 0}};
+    unsigned direction = static_cast<unsigned>(std::countr_zero(leaving_.at(start)));
+    while (leaving_.at(path.back()) != 0) {
       const int next = Step(path.back(), direction);
-      if (Place(next) == kNowhere) {
-        Place(next) = path.size();
+      const auto [known, fresh] = indexInPath.try_emplace(next, std::ssize(path));
+      if (fresh) {
         path.push_back(next);
         continue;
       }
-      const auto first = path.begin() + static_cast<std::ptrdiff_t>(Place(next));
+      const auto first = path.begin() + known->second;
       loops_.emplace_back(first, path.end());
-      for (auto corner = first + 1; corner != path.end(); ++corner) Place(*corner) = kNowhere;
+      for (auto corner = first + 1; corner != path.end(); ++corner) indexInPath.erase(*corner);
       path.erase(first + 1, path.end());
     }
-    Place(start) = kNowhere;
   }
 
   /// Takes the next edge from a corner: left before straight before right. This stays with the same
   /// cell where two cells touch.
   int Step(int corner, unsigned& direction) {
+    unsigned& leaving = leaving_.at(corner);
     for (const unsigned turn : {1U, 0U, 3U}) {
       const unsigned ahead = (direction + turn) % 4;
-      if ((Leaving(corner) & 1U << ahead) == 0) continue;
-      Leaving(corner) = static_cast<unsigned char>(Leaving(corner) & ~(1U << ahead));
+      if ((leaving & 1U << ahead) == 0) continue;
+      leaving &= ~(1U << ahead);
       direction = ahead;
       break;
     }
@@ -130,8 +122,7 @@ class Walk {
   }
 
   int stride_;
-  std::vector<unsigned char> leaving_;  ///< by corner: bit d is set where an edge leaves that way
-  std::vector<std::size_t> place_;      ///< by corner: its index in the path
+  std::map<int, unsigned> leaving_;  ///< by corner: bit d is set if an edge leaves in direction d
   std::vector<std::vector<int>> loops_;
 };
 

@@ -11,18 +11,22 @@
 
 namespace quillane {
 
+/// The corners of a cell by node number, counter-clockwise.
+using Cell = std::array<int, 4>;
+
 /// The cells with material and the loops around them. A loop visits a corner once and has the
 /// material on its left: counter-clockwise around material, clockwise around a hole. Two loops
 /// visit a corner in which cells only touch.
 struct Shape {
-  double cell = 0;                          ///< edge of a cell, mm
-  std::vector<Point> corners;               ///< of the grid, by node number; index 0 is unused
-  std::vector<std::array<int, 4>> cells;    ///< corners of each cell, counter-clockwise
+  double cell = 0;             ///< edge of a cell, mm
+  std::vector<Point> corners;  ///< of the grid, by node number; index 0 is unused
+  std::vector<Cell> cells;
   std::vector<std::vector<int>> loops;      ///< all corners along each loop
   std::vector<Circle> circles;              ///< along which some edges run clockwise
   std::map<std::pair<int, int>, int> arcs;  ///< by corners of such an edge: index of its circle
 
   Point At(int corner) const { return corners[static_cast<std::size_t>(corner)]; }
+  Point& At(int corner) { return corners[static_cast<std::size_t>(corner)]; }
 };
 
 /// Returns the circle along which the edge between two corners of a loop runs; null if it is

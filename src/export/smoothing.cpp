@@ -31,21 +31,18 @@ std::vector<char> HeldCorners(const Shape& shape, const Model& model, SmoothEdge
     const Integer state = model.CellState(i, j);
     return edges == SmoothEdges::kAll || state == kCellDesign || state == kCellEmpty;
   };
-  std::vector<char> held(shape.corners.size()), visited(shape.corners.size());
+  std::vector<char> held(shape.corners.size());
+  const auto hold = [&held](int corner) { held[static_cast<std::size_t>(corner)] = 1; };
   for (const std::vector<int>& loop : shape.loops) {
     for (const int n : loop) {
       const auto [i, j] = CornerOfNode(model, n);
       const bool inside = designable(i, j) && designable(i, j - 1) && designable(i - 1, j) &&
                           designable(i - 1, j - 1);
-      const bool used = IsHeld(model, n) || IsLoaded(model, n);
-      const auto index = static_cast<std::size_t>(n);
-      if (!inside || used || visited[index] != 0) held[index] = 1;
-      visited[index] = 1;
+      if (!inside || IsHeld(model, n) || IsLoaded(model, n)) hold(n);
     }
   }
-  for (const auto& [edge, circle] : shape.arcs) {
-    for (const int n : {edge.first, edge.second}) held[static_cast<std::size_t>(n)] = 1;
-  }
+  for (const int contact : CornerContacts(shape)) hold(contact);
+  for (const auto& [edge, circle] : shape.arcs) hold(edge.first), hold(edge.second);
   return held;
 }
 
@@ -56,11 +53,10 @@ class Smoother {
         shape_(shape),
         held_(HeldCorners(shape, model, edges)),
         thin_(ThinCells(shape, model)),
-        cell_(shape.cell),
-        moved_(shape.corners.size()) {}
+        cell_(shape.cell) {}
 
-  /// Smooths. If the area changes too much, all corners go back by the same share until it does
-  /// not.
+  /// Returns the smoothed shape. If its area differs too much, moves all corners back by the same
+  /// share until it does not.
   Shape Run() {
     for (const std::vector<int>& loop : shape_.loops) {
       Filter(loop);
@@ -79,25 +75,24 @@ class Smoother {
   }
 
  private:
-  static std::size_t Index(int corner) { return static_cast<std::size_t>(corner); }
-  Point& At(int corner) { return shape_.corners[Index(corner)]; }
+  Point& At(int corner) { return shape_.At(corner); }
+  bool Stays(int corner) const { return held_[static_cast<std::size_t>(corner)] != 0; }
 
   /// Moves every free corner of the loop at the same time to target(before, here, after), but not
   /// out of reach.
   template <class Target>
   void MoveAll(const std::vector<int>& loop, const Target& target) {
     const double reach = kFilterReach * cell_;
+    Point before = At(loop.back());
+    const Point first = At(loop.front());
     for (std::size_t k = 0; k < loop.size(); ++k) {
-      const std::size_t n = Index(loop[k]);
-      moved_[n] = At(loop[k]);
-      if (held_[n] != 0) continue;
-      const Point& before = At(loop[k == 0 ? loop.size() - 1 : k - 1]);
-      const Point& after = At(loop[k + 1 == loop.size() ? 0 : k + 1]);
-      const Point there = target(before, moved_[n], after), home = home_.corners[n];
-      moved_[n] = {std::clamp(there.x, home.x - reach, home.x + reach),
-                   std::clamp(there.y, home.y - reach, home.y + reach)};
+      const Point here = At(loop[k]), after = k + 1 == loop.size() ? first : At(loop[k + 1]);
+      const Point there = target(std::exchange(before, here), here, after);
+      if (Stays(loop[k])) continue;
+      const Point home = home_.At(loop[k]);
+      At(loop[k]) = {std::clamp(there.x, home.x - reach, home.x + reach),
+                     std::clamp(there.y, home.y - reach, home.y + reach)};
     }
-    for (const int corner : loop) At(corner) = moved_[Index(corner)];
   }
 
   void Filter(const std::vector<int>& loop) {
@@ -113,7 +108,7 @@ class Smoother {
   void RestoreArea(const std::vector<int>& loop) {
     double length = 0;
     for (std::size_t k = 0; k < loop.size(); ++k) {
-      if (held_[Index(loop[(k + 1) % loop.size()])] != 0) continue;
+      if (Stays(loop[(k + 1) % loop.size()])) continue;
       length += Length(At(loop[(k + 2) % loop.size()]) - At(loop[k])) / 2;
     }
     if (length == 0) return;
@@ -130,33 +125,32 @@ class Smoother {
   void WidenThinCells() {
     for (bool narrow = true; narrow;) {
       narrow = false;
-      for (const std::array<int, 4>& cell : thin_) {
+      for (const Cell& cell : thin_) {
         const double least = (kThinnestMember + 2 * kStraightness) * cell_;
         if (ThinCellWidth(shape_, cell) >= least || !HasMoved(cell)) continue;
         narrow = true;
-        for (const int corner : cell)
-          At(corner) = 0.5 * (At(corner) + home_.corners[Index(corner)]);
+        for (const int corner : cell) At(corner) = 0.5 * (At(corner) + home_.At(corner));
       }
     }
   }
 
-  bool HasMoved(const std::array<int, 4>& cell) {
+  bool HasMoved(const Cell& cell) {
     return std::ranges::any_of(cell, [this](int corner) {
-      return Length(At(corner) - home_.corners[Index(corner)]) > kLeastMovement * cell_;
+      return Length(At(corner) - home_.At(corner)) > kLeastMovement * cell_;
     });
   }
 
   /// Moves the corners of nearly straight pieces of the loop onto straight lines.
   void Straighten(const std::vector<int>& loop) {
-    std::vector<std::size_t> ends;  // of the pieces between what is held
+    std::vector<std::size_t> ends;  // of the pieces between held corners
     for (std::size_t k = 0; k < loop.size(); ++k) {
-      if (held_[Index(loop[k])] != 0) ends.push_back(k);
+      if (Stays(loop[k])) ends.push_back(k);
     }
     if (ends.empty()) ends.push_back(0);
     if (ends.size() == 1) ends.push_back(ends.front() + loop.size() / 2);
+    ends.push_back(ends.front() + loop.size());
     std::vector<std::pair<std::size_t, std::size_t>> pieces;
-    for (std::size_t k = 0; k + 1 < ends.size(); ++k) pieces.emplace_back(ends[k], ends[k + 1]);
-    pieces.emplace_back(ends.back(), ends.front() + loop.size());
+    for (std::size_t k = 1; k < ends.size(); ++k) pieces.emplace_back(ends[k - 1], ends[k]);
     while (!pieces.empty()) {
       const auto [first, last] = pieces.back();
       pieces.pop_back();
@@ -167,8 +161,9 @@ class Smoother {
     }
   }
 
-  /// Moves the corners first to last of the loop onto the line between these two and returns last.
-  /// If one of them would move too far, moves none and returns the one farthest from the line.
+  /// Moves the corners between first and last of the loop onto the line between these two and
+  /// returns last. If one of them would move too far, moves none and returns the one farthest from
+  /// the line.
   std::size_t StraightenPiece(const std::vector<int>& loop, std::size_t first, std::size_t last) {
     const auto at = [&](std::size_t k) -> Point& { return At(loop[k % loop.size()]); };
     const Point a = at(first), b = at(last);
@@ -176,26 +171,25 @@ class Smoother {
     for (std::size_t k = first; k < last; ++k) length += Length(at(k + 1) - at(k));
     std::size_t split = last;
     bool straight = true;
+    std::vector<Point> places;
     for (std::size_t k = first + 1; k < last; ++k) {
       along += Length(at(k) - at(k - 1));
-      Point& place = moved_[Index(loop[k % loop.size()])];
-      place = a + along / length * (b - a);
-      straight = straight && Length(place - at(k)) <= kStraightness * cell_;
+      places.push_back(a + along / length * (b - a));
+      straight = straight && Length(places.back() - at(k)) <= kStraightness * cell_;
       const double distance = Distance(at(k), a, b);
       if (distance > farthest) split = k;
       farthest = std::max(distance, farthest);
     }
     if (!straight) return split;
-    for (std::size_t k = first + 1; k < last; ++k) at(k) = moved_[Index(loop[k % loop.size()])];
+    for (std::size_t k = first + 1; k < last; ++k) at(k) = places[k - first - 1];
     return last;
   }
 
   const Shape& home_;
   Shape shape_;
   const std::vector<char> held_;
-  const std::vector<std::array<int, 4>> thin_;
+  const std::vector<Cell> thin_;
   const double cell_;
-  std::vector<Point> moved_;  ///< work space, by corner
 };
 
 }  // namespace

@@ -1,8 +1,9 @@
 // A shape as a solid for printers and for programs that mill.
+#include <QByteArray>
+#include <QDataStream>
+#include <QIODevice>
 #include <algorithm>
-#include <bit>
 #include <cfloat>
-#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -20,34 +21,36 @@ struct Point3 {
   double x, y, z;
 };
 
-/// Collects facets in the format's bytes, numbers with their low byte first.
+/// Collects facets in the bytes of the format: a title of 80 bytes, the number of facets, and each
+/// facet with an empty attribute.
 class Facets {
  public:
+  Facets() {
+    stream_.setByteOrder(QDataStream::LittleEndian);
+    stream_.setFloatingPointPrecision(QDataStream::SinglePrecision);
+    stream_.writeRawData(QByteArray("plate, lengths in mm").leftJustified(kTitleSize), kTitleSize);
+    stream_ << count_;
+  }
+
   /// Adds a triangle, counter-clockwise as seen from outside, and its normal.
   void Add(Point3 normal, Point3 a, Point3 b, Point3 c) {
-    for (const Point3& p : {normal, a, b, c}) {
-      for (const double number : {p.x, p.y, p.z}) {
-        Put(body_, std::bit_cast<std::uint32_t>(static_cast<float>(number)), 4);
-      }
-    }
-    Put(body_, 0, 2);
+    for (const Point3& p : {normal, a, b, c}) stream_ << p.x << p.y << p.z;
+    stream_ << quint16{0};
     ++count_;
   }
 
-  std::string Text() const {
-    std::string text = "plate, lengths in mm";
-    text.resize(80, ' ');
-    Put(text, count_, 4);
-    return text + body_;
+  std::string Text() {
+    stream_.device()->seek(kTitleSize);
+    stream_ << count_;
+    return bytes_.toStdString();
   }
 
  private:
-  static void Put(std::string& text, std::uint32_t bits, int bytes) {
-    for (int k = 0; k < bytes; ++k) text += static_cast<char>(bits >> 8 * k & 0xFFU);
-  }
+  static constexpr int kTitleSize = 80;
 
-  std::string body_;
-  std::uint32_t count_ = 0;
+  QByteArray bytes_;
+  QDataStream stream_{&bytes_, QIODevice::WriteOnly};
+  quint32 count_ = 0;
 };
 
 /// Returns twice the area of a triangle, negative if it is clockwise.
@@ -59,7 +62,7 @@ class Solid {
       : shape_(shape), deviation_(kDeviation * shape.cell), thickness_(thickness) {}
 
   std::string Text() {
-    for (const std::array<int, 4>& cell : shape_.cells) AddCell(cell);
+    for (const Cell& cell : shape_.cells) AddCell(cell);
     for (const std::vector<int>& loop : shape_.loops) {
       for (int last = loop.back(); const int corner : loop)
         AddWalls(std::exchange(last, corner), corner);
@@ -74,7 +77,7 @@ class Solid {
 
   /// Adds top and bottom of a cell; one without arcs is cut along the diagonal that leaves the
   /// fatter triangles.
-  void AddCell(const std::array<int, 4>& cell) {
+  void AddCell(const Cell& cell) {
     std::vector<Point> p = CellPolygon(shape_, cell, deviation_);
     for (Point& place : p) place = place - At(1);
     if (p.size() > 4) {

@@ -2,7 +2,6 @@
 #include <QByteArray>
 #include <QString>
 #include <QXmlStreamWriter>
-#include <algorithm>
 #include <numbers>
 
 #include "export/outline_file.h"
@@ -19,15 +18,12 @@ class PathData {
   explicit PathData(Point origin) : origin_(origin) {}
 
   std::string Of(const Contour& contour) const {
-    std::string data = "M " + Place(contour.front().place) + " ";
-    for (std::size_t k = 0; k < contour.size(); ++k) {
-      const auto& [here, arc] = contour[k];
-      const bool isLast = k + 1 == contour.size();
-      const Point next = contour[isLast ? 0 : k + 1].place;
-      if (arc != nullptr) {
-        data += Arc(*arc, here, next);
-      } else if (!isLast) {
-        data += "L " + Place(next) + " ";
+    std::string data = "M " + Place(contour.front().from) + " ";
+    for (const Side& side : contour) {
+      if (side.arc != nullptr) {
+        data += Arc(*side.arc, side.from, side.to);
+      } else if (&side != &contour.back()) {
+        data += "L " + Place(side.to) + " ";
       }
     }
     return data + "Z ";

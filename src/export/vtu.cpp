@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QString>
 #include <QXmlStreamWriter>
-#include <cstddef>
 #include <initializer_list>
 #include <iterator>
 #include <unordered_map>
@@ -16,7 +15,7 @@
 namespace quillane {
 namespace {
 
-/// An XML file of the format in hand.
+/// An XML file of the given type of data.
 class VtkFile {
  public:
   using Attributes = std::initializer_list<std::pair<const char*, std::string>>;
@@ -37,7 +36,7 @@ class VtkFile {
 
   void End() { xml_.writeEndElement(); }
 
-  /// An array of one or more values an item: value(item, component), components from 1.
+  /// Writes one or more values for each item: value(item, component), components from 1.
   template <class Items, class Value>
   void Array(const char* name, const char* type, int components, const Items& items,
              Value&& value) {
@@ -65,7 +64,7 @@ class VtkFile {
   QXmlStreamWriter xml_;
 };
 
-/// The cells with material, their nodes, and the four corners of each cell as indices among these.
+/// The cells with material, their nodes, and the corners of each cell as indices into the nodes.
 struct Quads {
   explicit Quads(const Model& model) {
     std::unordered_map<int, int> indexOfNode;
@@ -102,15 +101,15 @@ void WriteNodes(VtkFile& file, const Model& model, const std::vector<int>& nodes
 void WriteCells(VtkFile& file, const Model& model, const Quads& quads) {
   constexpr int kQuad = 9;
   const auto& cells = quads.cells;
+  const auto field = [](const auto& values) {
+    return [&values](CellIndex c, int) { return values(c.row, c.column); };
+  };
   file.Begin("CellData", {{"Scalars", "stress"}});
   file.Array("row", "Int32", 1, cells, [](CellIndex c, int) { return c.row; });
   file.Array("column", "Int32", 1, cells, [](CellIndex c, int) { return c.column; });
-  file.Array("state", "Int32", 1, cells,
-             [&](CellIndex c, int) { return model.CellState(c.row, c.column); });
-  file.Array("stress", "Float64", 1, cells,
-             [&](CellIndex c, int) { return model.CellStress(c.row, c.column); });
-  file.Array("potential", "Float64", 1, cells,
-             [&](CellIndex c, int) { return model.Potential(c.row, c.column); });
+  file.Array("state", "Int32", 1, cells, field(model.CellState));
+  file.Array("stress", "Float64", 1, cells, field(model.CellStress));
+  file.Array("potential", "Float64", 1, cells, field(model.Potential));
   file.End();
   file.Begin("Cells");
   file.Array("connectivity", "Int32", 1, quads.corners, [](int corner, int) { return corner; });

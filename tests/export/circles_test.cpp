@@ -102,7 +102,7 @@ TEST(CutOutCircles, BecomeArcsWhereTheEdgeOfTheDomainCutsThem) {
     const std::vector<Contour> outline = Outline(shape);
     ASSERT_EQ(outline.size(), 1U);
     int arcs = 0;
-    for (const auto& [place, arc] : outline[0]) {
+    for (const auto& [place, to, arc] : outline[0]) {
       arcs += arc == nullptr ? 0 : 1;
       EXPECT_TRUE(place.x >= -1E-9 && place.x <= 240 + 1E-9);
       EXPECT_TRUE(place.y >= -1E-9 && place.y <= 240 + 1E-9);

@@ -55,7 +55,7 @@ TEST(Shape, LiesWhereTheModelLies) {
   std::ranges::fill(model.CellState.Raw(), kCellDesign);
   const Shape shape = TraceShape(model);
   EXPECT_NEAR(Area(shape), 150, 1E-5);
-  const Point corner = Outline(shape).at(0).at(2).place;
+  const Point corner = Outline(shape).at(0).at(2).from;
   EXPECT_NEAR(corner.x, 8, 1E-6);
   EXPECT_NEAR(corner.y, 14, 1E-6);
 }
