@@ -105,9 +105,7 @@ TEST_F(Ending, OutputsThatAreOneAreRefused) {
        "only one output can go to standard output"},
       {"plate.model --course /dev/fd/1 --cells -", 2, "only one output can go to standard output"},
       {"plate.model --history /dev/stdout", 2, "--history: cannot go to standard output"},
-      {"plate.model --resume /dev/fd/1", 2, "/dev/fd/1: standard output and error cannot be read"},
       {"plate.model --load-case /dev/stderr", 2, "standard output and error cannot be read"},
-      {"- --resume - < a.model", 2, "only one input can come from standard input"},
       {"plate.model --cells out.txt", 2, "out.txt: --cells names the same file as standard output"},
   });
   EXPECT_EQ(Text("a.model"), before);

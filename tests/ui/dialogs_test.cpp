@@ -115,9 +115,7 @@ TEST_F(Window, ABoxTellsWhatItIsReadAsWhereThatIsNotWhatItShows) {
     const char *menu, *box, *text, *told;
   } rows[] = {{"mnuMaterial", "txtPoison", "0,3", "read as 0"},
               {"mnuMaterial", "txtPoison", " 3e-1 ", ""},
-              {"mnuMaterial", "txtPoison", "-0.2", ""},
               {"mnuMaterial", "txtThickness", "-2.5", "read as -2.5, not above 0"},
-              {"mnuAppliedLoad", "txtLoadY", "12,5", "read as 12"},
               {"mnuAppliedLoad", "txtLoadY", "", "read as 0"},
               {"mnuAppliedLoad", "txtLoadY", "1e309", "too large"},
               {"mnuDrivingParameter", "txtDpEpsilon", "2.5", "read as 2"},
@@ -146,7 +144,6 @@ TEST_F(Window, NumbersThatCannotBeAreRefusedAndTheDialogStaysOpen) {
       {"mnuMaterial", {{"txtEmod", "1"}, {"txtThickness", "1e309"}}, tooLarge},
       {"mnuDrivingParameter", {{"txtDpStress", "5"}, {"txtDpEpsilon", "32767.5"}}, tooLarge},
       {"mnuDrivingParameter", {{"txtDpStress", "4e38"}}, tooLarge},
-      {"mnuDrivingParameter", {{"txtDpStress", "5"}, {"txtDpLambda", "-4e38"}}, tooLarge},
       {"mnuWidth", {{"txtWidth", "0"}}, "警告: 表示幅"},
       {"mnuWidth", {{"txtWidth", "1e999"}}, "警告: 表示幅"},
       {"mnuWidth", {{"txtUnitGrid", "-1"}}, "警告: 要素サイズ"},

@@ -98,12 +98,7 @@ TEST_F(States, AHalfMadeEditLeavesTheModelAndBringsBackWhatWasShown) {
 
 TEST_F(States, AFailedAnalysisClosesTheWayToSteps) {
   const std::function<void()> causes[] = {
-      [this] {
-        Fill("mnuMaterial", {{"txtEmod", "0"}});
-      },
-      [this] {
-        Fill("mnuDrivingParameter", {{"txtDpLambda", "0"}});
-      },
+      [this] { model().YoungModulus = 0; }, [this] { model().Lambda = 0; },
       [this] { std::ranges::fill(model().NodeLoad.Raw(), 0.0); }};
   for (const auto& cause : causes) {
     Show(Slimming());
@@ -218,9 +213,7 @@ TEST_F(States, AModelThatCannotBeDrawnSaysSoOnceAndShowsNothing) {
 
 TEST_F(States, TheDialogTellsHowTheStepsGo) {
   const auto tells = [this](const std::string& text) {
-    std::string course;
-    In("mnuOptimization", [&](QDialog& dialog) { course = CourseOf(dialog); });
-    return course.find(text) != std::string::npos;
+    return Report().find(text) != std::string::npos;
   };
   model().AvgStress = 1.23456, model().MaxStress = 234.567;
   EXPECT_TRUE(

@@ -147,6 +147,13 @@ class Window : public testing::Test {
     return closed;
   }
 
+  /// Opens the optimization dialog and returns its report.
+  std::string Report() {
+    std::string course;
+    In("mnuOptimization", [&](QDialog& dialog) { course = CourseOf(dialog); });
+    return course;
+  }
+
   /// Opens a dialog, enters options and texts, and presses a button. Returns whether it closed.
   using Entries = std::vector<std::pair<const char*, std::string>>;
   bool Fill(const char* menu, const Entries& entries, const char* button = "cmdOK") {
