@@ -18,9 +18,9 @@ void PrepareStreams();
 /// Lets the toolkit, which draws the text of pictures, start without a screen.
 void PrepareToolkit();
 
-/// Notes the first signal to end the program instead of ending; a second one ends it at once.
-/// Ignored signals stay ignored. Writing to a pipe without a reader or beyond the file size limit
-/// becomes an error.
+/// Notes the first signal that asks the program to end; a second one ends it at once. Ignored
+/// signals stay ignored. Writing to a pipe without a reader or beyond the file size limit becomes
+/// an error.
 void CatchSignals();
 
 /// Returns the number of the noted signal; 0 before there is one. Any thread may call it.

@@ -19,8 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kLook = 100;       // ms between two looks at the noted signal
-constexpr int kPatience = 1000;  // ms for a reader, once a signal is noted
+constexpr int kPollInterval = 100;    // ms between two checks for a noted signal
+constexpr int kReaderTimeout = 1000;  // ms to wait for a reader once a signal is noted
 
 std::atomic<int> noted = 0;
 std::atomic<double> notedAt = 0;  // s
@@ -55,7 +55,7 @@ void TakeArguments(int&, char**&) {}
 
 void PrepareStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    // Opened the wrong way round, so that its use fails as it should.
+    // Opened for the wrong direction, so that using the stream fails.
     if (fcntl(stream, F_GETFD) < 0)
       (void)open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
   }
@@ -66,7 +66,7 @@ void PrepareToolkit() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
 void CatchSignals() {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
-  // Files are written and read on after a signal; what waits for others looks at the noted one.
+  // Access to files goes on after a signal; a wait for another program polls the noted one.
   struct sigaction action {};
   action.sa_handler = NoteSignal;
   action.sa_flags = SA_RESTART;
@@ -107,7 +107,7 @@ std::FILE* OpenToWrite(const fs::path& path) {
   do {
     descriptor = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor >= 0 || errno != ENXIO || !IsFifo(path)) break;
-    if (noted == 0) poll(nullptr, 0, kLook);
+    if (noted == 0) poll(nullptr, 0, kPollInterval);
     errno = EINTR;
   } while (noted == 0);
   if (descriptor >= 0) fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
@@ -116,7 +116,7 @@ std::FILE* OpenToWrite(const fs::path& path) {
 
 std::ptrdiff_t ReadSome(std::FILE* stream, char* bytes, std::size_t size) {
   for (pollfd wait{fileno(stream), POLLIN, 0}; noted == 0;) {
-    if (poll(&wait, 1, kLook) <= 0) continue;
+    if (poll(&wait, 1, kPollInterval) <= 0) continue;
     const ssize_t count = read(wait.fd, bytes, size);
     if (count >= 0 || (errno != EAGAIN && errno != EINTR)) return count;
   }
@@ -126,8 +126,8 @@ std::ptrdiff_t ReadSome(std::FILE* stream, char* bytes, std::size_t size) {
 
 bool WaitToWrite(std::FILE* stream) {
   pollfd wait{fileno(stream), POLLOUT, 0};
-  for (int patience = kPatience; patience > 0; patience -= noted == 0 ? 0 : kLook) {
-    if (poll(&wait, 1, kLook) > 0) return true;
+  for (int patience = kReaderTimeout; patience > 0; patience -= noted == 0 ? 0 : kPollInterval) {
+    if (poll(&wait, 1, kPollInterval) > 0) return true;
   }
   return false;
 }
@@ -135,7 +135,8 @@ bool WaitToWrite(std::FILE* stream) {
 bool Claim(const fs::path& path, bool isFolder) {
   const int how = isFolder ? O_RDONLY | O_DIRECTORY : O_RDWR | O_CREAT;
   const int descriptor = open(path.c_str(), how | O_CLOEXEC, 0666);
-  // Not closed: the lock lasts as long as the process. Where there are no locks, nobody has one.
+  // Never closed, so the lock lasts as long as the process. A file system without locks counts as
+  // unlocked.
   return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 

@@ -29,14 +29,14 @@ HANDLE Handle(std::FILE* stream) {
   return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
 }
 
-/// Called by a thread of its own.
+/// Called by the system in a thread of its own.
 BOOL WINAPI NoteEvent(DWORD event) {
   if (noted != 0) return FALSE;
   const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
   noted = isKey ? SIGINT : SIGTERM;
   for (; reading; Sleep(50)) CancelSynchronousIo(mainThread);
-  // Where the console closes or the user leaves, the system ends the program as soon as this
-  // returns, or some seconds later: time for the step and the files.
+  // If the console closes or the user logs off, the system ends the program as soon as this
+  // returns, or some seconds later. Until then the run completes its step and its files.
   if (!isKey) Sleep(INFINITE);
   return TRUE;
 }
@@ -100,7 +100,7 @@ bool Claim(const std::filesystem::path& path, bool) {
   std::error_code error;
   const std::filesystem::path whole = std::filesystem::weakly_canonical(path, error);
   const std::wstring name = L"quillane" + std::to_wstring(std::hash<std::wstring>()(whole));
-  // Not closed: it lasts as long as the process.
+  // Never closed, so it lasts as long as the process.
   return CreateMutexW(nullptr, FALSE, name.c_str()) == nullptr ||
          GetLastError() != ERROR_ALREADY_EXISTS;
 }

@@ -8,7 +8,7 @@
 namespace quillane {
 namespace {
 
-/// Returns the titles of the columns of each load case, ",name_1" and so on, if there are several.
+/// Returns the titles of the further columns, ",name_1" and so on, if there are several load cases.
 std::string CaseTitles(const Course& course) {
   std::string text;
   for (std::size_t k = 1; k <= course.Cases().Results().size(); ++k) {

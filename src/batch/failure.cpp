@@ -43,7 +43,7 @@ std::string Advice(const RunTimeError& error) {
     case ErrorCause::kFileUnwritable:
       return " Check that its folder is writable and that the disk has room.";
     case ErrorCause::kNotAFile:
-      return " Move away what bears its name, or give another.";
+      return " Remove what has this name, or give another.";
   }
   return error.Kind() == ErrorKind::kSubscript
              ? " The parts of the model contradict each other: see --check."

@@ -31,7 +31,7 @@ class Interrupted : public std::runtime_error {
 /// threw it. A Failure is returned as it is.
 Failure CurrentFailure(const std::string& part);
 
-/// Does one part of a run and ends the run on an error: what `act` throws becomes a Failure.
+/// Does one part of a run. Throws what `act` throws as a Failure, which ends the run.
 template <class Act>
 void EndRunOnError(const std::string& part, Act&& act) {
   try {
@@ -41,7 +41,7 @@ void EndRunOnError(const std::string& part, Act&& act) {
   }
 }
 
-/// Does one part of a run and goes on after an error, which is added to `faults`.
+/// Does one part of a run. Adds what `act` throws to `faults`; the run goes on.
 template <class Act>
 void CollectError(std::vector<Failure>& faults, const std::string& part, Act&& act) {
   try {

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Drops what the toolkit remarks on a machine without a desktop.
+/// Drops the warnings of the toolkit on a machine without a desktop.
 void PassErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (type == QtCriticalMsg || type == QtFatalMsg) {
     std::fprintf(stderr, "quillane-batch: %s\n", qPrintable(message));

@@ -26,14 +26,14 @@ class ModelCheck {
   ModelCheck(const Model& model, const ReadingNotes& notes) : model_(model), notes_(notes) {
     CheckNumbers();
     if (notes_.restLine > 0) {
-      if (misnumbered_) {  // nothing is where it is due
+      if (misnumbered_) {  // the other checks would only follow from it
         ReportShift();
         return;
       }
-      Report(notes_.restLine, "the model ends before this line, nothing here is read");
+      Report(notes_.restLine, "the model ends before this line, nothing from here on is read");
     }
     for (const auto& [line, text] : notes_.rounded) {
-      Report(line, "a whole number is due and the nearest is taken", text);
+      Report(line, "a whole number is expected, the nearest one is used", text);
     }
     CheckHead();
     CheckCells();
@@ -60,14 +60,14 @@ class ModelCheck {
   }
 
  private:
-  /// kind: common to many findings; detail: of this one.
+  /// Adds a finding. kind: words common to many; detail: of this one.
   void Report(int line, const std::string& kind, const std::string& detail = {}) {
     if (++counts_[kind] > kShownOfAKind) return;
     lastLine_[kind] = line;
     findings_.push_back({line, detail.empty() ? kind : detail + ": " + kind});
   }
 
-  /// Reports in the line of the k-th record of its group, from 1.
+  /// Adds a finding in the line of the k-th record of its group, from 1.
   void Report(Record record, int k, const std::string& kind, const std::string& detail = {}) {
     const auto& places = notes_.Places(record);
     const auto index = static_cast<std::size_t>(k) - 1;
@@ -86,7 +86,7 @@ class ModelCheck {
                      disagrees(double{m.DomainY1}, double{m.DomainY2}, m.CellRowCount))) {
       Report(
           Record::kLowerLeft, 1,
-          fmt::format("the domain's corners do not hold {} rows and {} columns of cells of {} mm",
+          fmt::format("the domain's corners do not match {} rows and {} columns of cells of {} mm",
                       m.CellRowCount, m.CellColumnCount, GeneralText(m.ElementSize)));
     }
     if (!(m.YoungModulus > 0)) Report(Record::kMaterial, 1, "Young's modulus is not above 0");
@@ -119,14 +119,15 @@ class ModelCheck {
                        model_.ElementCount));
   }
 
-  /// Running numbers are not used, so a record in another place is a wrong record.
+  /// Reports records whose number is not their place. The numbers are not used otherwise.
   void CheckNumbers() {
     const auto check = [this](Record record, const char* what) {
       int due = 0;
       for (const auto& [line, number] : notes_.Places(record)) {
         if (number == ++due) continue;
         misnumbered_ = true;
-        Report(line, fmt::format("{} records count in their order, their numbers do not", what),
+        Report(line,
+               fmt::format("{} records are taken in their order, their numbers are ignored", what),
                fmt::format("number {} stands where {} is due", number, due));
       }
     };
@@ -177,7 +178,7 @@ class ModelCheck {
     for (const int node : nodes) {
       if (node < 1 || node > model_.NodeCount) return kNoSuchNode;
     }
-    if (std::set<int>(nodes.begin(), nodes.end()).size() < 4) return "a node stands there twice";
+    if (std::set<int>(nodes.begin(), nodes.end()).size() < 4) return "it names a node twice";
     double doubledArea = 0;
     for (std::size_t k = 0; k < 4; ++k) {
       const int from = nodes[k], to = nodes[(k + 1) % 4];

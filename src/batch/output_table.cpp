@@ -80,7 +80,7 @@ std::string Cells(const BatchOptions&, const Model& model, RunSummary& summary) 
   return CellTable(model, summary.cases);
 }
 
-/// The content for outputs that need only the model.
+/// Returns the content of an output that needs only the model.
 template <std::string (*Text)(const Model&)>
 std::string Of(const BatchOptions&, const Model& model, RunSummary&) {
   return Text(model);

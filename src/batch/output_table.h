@@ -59,8 +59,8 @@ struct OutputRow {
   const char* option;  ///< its name, with the dashes
   const char* type;    ///< of its value, as the help shows it
   const char* help;
-  /// Returns the content that is written from the final model; null for what is written during the
-  /// run or after everything else. What is worth telling of it becomes a note of the summary.
+  /// Returns the content that is written from the final model, and may add notes to the summary.
+  /// Null for what is written during the run or after everything else.
   std::string (*content)(const BatchOptions&, const Model&, RunSummary&) = nullptr;
 };
 

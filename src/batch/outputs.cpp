@@ -116,13 +116,13 @@ void PrepareFrames(const fs::path& folder) {
   fs::create_directories(folder, error);
   if (std::error_code unknown; !fs::is_directory(folder, unknown)) {
     Refuse(folder,
-           "the folder cannot be made: " +
+           "the folder cannot be created: " +
                (error ? error : std::make_error_code(std::errc::not_a_directory)).message());
   }
   ClaimOrRefuse(folder, true);
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     if (!IsFrameName(entry.path().filename())) continue;
-    Refuse(folder, fmt::format("the folder holds frames already, such as {}; take a new one",
+    Refuse(folder, fmt::format("the folder holds frames already, such as {}; choose a new one",
                                entry.path().filename().string()));
   }
   TryReplaceFile(FramePath(folder, 0, ".png"));
@@ -179,14 +179,14 @@ void WriteOutput(const fs::path& path, std::string_view content) {
 Stream OpenStream(const fs::path& path) {
   if (path == "-") return {stdout, [](std::FILE*) { return 0; }};
   Stream stream(IsStream(path) ? OpenToWrite(path) : OpenFile(path, "wb"), std::fclose);
-  if (!stream && errno == EINTR) throw Interrupted("interrupted, nobody reads it");
+  if (!stream && errno == EINTR) throw Interrupted("interrupted while waiting for a reader");
   if (!stream) throw FileWriteError(SystemReason());
   return stream;
 }
 
 void WriteNow(std::FILE* stream, std::string_view content) {
   for (std::size_t at = 0; at < content.size(); at += kBytesAtOnce) {
-    if (!WaitToWrite(stream)) throw Interrupted("interrupted, nobody reads it");
+    if (!WaitToWrite(stream)) throw Interrupted("interrupted while waiting for a reader");
     const std::string_view piece = content.substr(at, kBytesAtOnce);
     if (std::fwrite(piece.data(), 1, piece.size(), stream) != piece.size() ||
         std::fflush(stream) != 0) {

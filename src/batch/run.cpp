@@ -119,7 +119,7 @@ class BatchRun {
     });
     const Attempt& best = summary_.search->Best();
     if (best.reached && best.worstLoss > 1.25) {
-      Note(fmt::format("at one stage compliance times volume rose by {:.0f} %: look at the shape",
+      Note(fmt::format("at one stage compliance times volume rose by {:.0f} %: check the shape",
                        100 * (best.worstLoss - 1)));
     }
     if (GoesOn()) {

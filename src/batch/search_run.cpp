@@ -18,7 +18,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Writes what a run that is killed can go on from.
+/// Writes files from which a killed run can be continued.
 class Checkpoints {
  public:
   explicit Checkpoints(const OutputPaths& outputs) : outputs_(outputs) {}

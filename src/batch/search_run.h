@@ -9,8 +9,7 @@
 
 namespace quillane {
 
-/// Refuses what a search cannot begin with: a material or a Lambda and Epsilon that make no sense.
-/// Throws Failure.
+/// Throws Failure for a material, a Lambda or an Epsilon that a search cannot begin with.
 void CheckSearch(const BatchOptions& options, const Model& model);
 
 /// Searches from an analysed model. While it runs, the layout that the leading attempt kept last is

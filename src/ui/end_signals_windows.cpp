@@ -1,5 +1,4 @@
-// The window has no console that could send it any; the end of the session is the toolkit's to
-// tell.
+// A window has no console that could send signals; the toolkit reports the end of the session.
 #include "ui/end_signals.h"
 
 namespace quillane {

@@ -41,7 +41,7 @@ QString Advice(const RunTimeError& error) {
     case ErrorCause::kFileUnwritable:
       return "Check that its folder is writable and that the disk has room.";
     case ErrorCause::kNotAFile:
-      return "Move away what bears its name.";
+      return "Remove what has this name.";
   }
   if (error.Kind() != ErrorKind::kOutOfMemory) return {};
   return "Close other programs, or use fewer and larger elements.";
@@ -142,9 +142,8 @@ QString FatalText(const RunTimeError& error, const RescueReport& rescue) {
 }
 
 std::string ReplacedModelText(const RescueReport& rescue) {
-  return rescue.path.empty()
-             ? "\nThe model that stood before could not be saved: " + rescue.failure
-             : "\nThe model that stood before was saved in:\n" + rescue.path.string();
+  return rescue.path.empty() ? "\nThe previous model could not be saved: " + rescue.failure
+                             : "\nThe previous model was saved in:\n" + rescue.path.string();
 }
 
 }  // namespace quillane

@@ -29,8 +29,8 @@ class FileForm : public Form {
  private:
   void LayOut(QPushButton* button);
   void Form_Load();
-  /// Runs the action on the chosen path and closes the dialog. If the file fails, reports the
-  /// reason and stays open. Throws RunTimeError as the action does.
+  /// Runs the action on the chosen path and closes the dialog. If the file cannot be used,
+  /// reports the reason and stays open. Throws RunTimeError as the action does.
   void RunOrStayOpen();
   void Drive1_Change();
   void Dir1_Change();

@@ -45,7 +45,7 @@ std::string NameOf(const fs::directory_entry& entry) {
 void Add(FolderContents& contents, const fs::directory_entry& entry) {
   std::string name = NameOf(entry);
   if (name.empty() || name.starts_with('.')) return;
-  std::error_code unreadable;  // such an entry is neither
+  std::error_code unreadable;  // such an entry counts as neither
   if (entry.is_directory(unreadable)) {
     contents.folders.push_back(std::move(name));
   } else if (LowerCase(name).ends_with(".model") && entry.is_regular_file(unreadable)) {

@@ -36,7 +36,7 @@ class Form : public QDialog {
 
   frmMain& Main() const { return main_; }
 
-  // Controls under their own names.
+  // Create a control; all but labels get an object name.
   QLabel* Label(const char* caption);
   /// Creates a box whose colour and tooltip change when its text is not read as it looks.
   QLineEdit* NumberBox(const char* name, const std::string& text,

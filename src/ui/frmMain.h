@@ -34,7 +34,7 @@ class frmMain : public QMainWindow, private CourseListener {
   Model& model() { return model_; }
   EditState& Edits() { return edits_; }
   CanvasView& View() { return *view_; }
-  /// The steps since the last analysis.
+  /// Returns the analyses and steps so far, with their figures.
   const Course& course() const { return course_; }
   /// Returns whether the program is ending; then nothing changes the model any more.
   bool HasEnded() const { return ended_; }
@@ -84,7 +84,7 @@ class frmMain : public QMainWindow, private CourseListener {
   void StepDone();
   /// The program must end at once with this exit status.
   void ProgramEnds(int status);
-  /// The client area has another size, or the window was minimized or restored.
+  /// The client area has changed its size, or the window was minimized or restored.
   void Resized();
 
  protected:
@@ -120,7 +120,7 @@ class frmMain : public QMainWindow, private CourseListener {
   void Analysed(const Course& course) override;
   /// Shows the map and the label of a step.
   void Stepped(const Course& course) override;
-  /// Notes that the results are zero, without an analysis.
+  /// Notes that there are no results, and disables the menus that need them.
   void ForgetResults();
   /// If there was no analysis, says in the tooltip of lblUpDate that results are zero.
   void TellMissingResults();

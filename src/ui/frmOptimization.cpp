@@ -32,7 +32,7 @@ QString LayoutLine(const Course& course) {
   }
   return repetition->cycle == 1
              ? QString("The layout has not changed since %1.").arg(Since(model, repetition->steps))
-             : QString("The layout comes back every %1 steps.").arg(repetition->cycle);
+             : QString("The layout repeats every %1 steps.").arg(repetition->cycle);
 }
 
 /// Returns the report of the steps: volume, stresses, whether the layout is at rest and the solver

@@ -20,9 +20,9 @@ class PictureWidget : public QWidget {
   /// resolution.
   void Place(const QRect& place);
 
-  /// The picture to draw on; what was drawn is shown with the next repaint.
+  /// Returns the picture to draw on; the next repaint shows what was drawn.
   DrawingArea& Drawing();
-  /// The picture as it stands.
+  /// Returns the present picture.
   const QImage& Image() const { return area_.Image(); }
 
  signals:

@@ -1,4 +1,4 @@
-// The copy of the model that is written when the program ends unexpectedly, and when one is due.
+// The copy of the model that is written when the program ends unexpectedly or an opening fails.
 #pragma once
 
 #include <filesystem>
