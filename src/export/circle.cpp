@@ -5,7 +5,7 @@
 namespace quillane {
 namespace {
 
-constexpr int kFitRounds = 20;
+constexpr int kFitSteps = 20;
 
 Point Mean(const std::vector<Point>& points) {
   Point sum;
@@ -13,7 +13,7 @@ Point Mean(const std::vector<Point>& points) {
   return 1.0 / static_cast<double>(points.size()) * sum;
 }
 
-/// The normal equations of two unknowns.
+/// The normal equations of least squares in two unknowns.
 struct NormalEquations {
   double xx = 0, xy = 0, yy = 0;
   Point right;
@@ -29,7 +29,8 @@ struct NormalEquations {
   }
 };
 
-/// The circle with the least sum of (|p - centre|^2 - radius^2)^2, about the mean of the points.
+/// Returns the circle with the least sum of (|p - centre|^2 - radius^2)^2. The mean of the points
+/// is the origin.
 Circle AlgebraicFit(const std::vector<Point>& points) {
   NormalEquations sums;
   for (const Point& p : points) sums.Add(p, Dot(p, p) / 2);
@@ -38,8 +39,9 @@ Circle AlgebraicFit(const std::vector<Point>& points) {
   return {centre, std::sqrt(Dot(centre, centre) + meanSquare)};
 }
 
-/// One Gauss-Newton step for the sum of (|p - centre| - radius)^2 in the coordinates of the centre
-/// that are not fixed. The radius is the mean of the distances, which leaves two normal equations.
+/// Takes one Gauss-Newton step for the sum of (|p - centre| - radius)^2 in the coordinates of the
+/// centre that are not fixed. The radius is the mean of the distances, which leaves two normal
+/// equations.
 Circle Improved(const Circle& circle, const std::vector<Point>& points, const FixedCentre& fixed) {
   std::vector<Point> towards;  // unit vectors
   double radius = 0;
@@ -88,7 +90,7 @@ Circle FitCircle(const std::vector<Point>& points, const FixedCentre& fixed) {
   Circle circle = AlgebraicFit(centred);
   if (fixed.x) circle.centre.x = *fixed.x - middle.x;
   if (fixed.y) circle.centre.y = *fixed.y - middle.y;
-  for (int round = 0; round < kFitRounds; ++round) circle = Improved(circle, centred, fixed);
+  for (int step = 0; step < kFitSteps; ++step) circle = Improved(circle, centred, fixed);
   return {circle.centre + middle, circle.radius};
 }
 

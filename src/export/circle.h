@@ -1,4 +1,4 @@
-// Circles and clockwise arcs, as holes in the material have them.
+// Circles and the clockwise arcs that bound holes in the material.
 #pragma once
 
 #include <optional>
@@ -20,13 +20,13 @@ double ClockwiseAngle(const Circle& circle, Point a, Point b);
 /// chord lies farther than `deviation` (mm) from the arc. a and b lie on the circle.
 std::vector<Point> ArcPoints(const Circle& circle, Point a, Point b, double deviation);
 
-/// The coordinates (mm) at which the centre of a circle has to lie.
+/// Coordinates (mm) that the centre of a circle must have; nothing: free.
 struct FixedCentre {
   std::optional<double> x, y;
 };
 
-/// Returns the circle that fits the points best: least squares of their distances from it. There
-/// are at least three points, not all on one line; otherwise the result is not finite.
+/// Returns the circle with the least squares of the points' distances from it. Requires at least
+/// three points that are not on one line; otherwise the result is not finite.
 Circle FitCircle(const std::vector<Point>& points, const FixedCentre& fixed = {});
 
 }  // namespace quillane

@@ -13,19 +13,19 @@
 namespace quillane {
 namespace {
 
-/// How far the middle of a cell may lie on the wrong side of the circle, in edges of a cell.
+// Lengths in edges of a cell.
+/// How far the middle of a cell may lie on the wrong side of the circle.
 constexpr double kSlack = 0.1;
-/// The widest square that counts as a circle, in cells.
+/// The widest square that counts as a circle.
 constexpr int kWidestSquare = 3;
-/// How far the centre may lie out of the domain, in edges of a cell.
+/// How far outside the domain the centre may lie.
 constexpr double kCentreReach = 1.5;
-/// The least radius of a region that one edge, or more than one edge, of the domain cuts, in edges
-/// of a cell: below, a stair may mean a chamfer as well.
+/// The least radius of a region that touches one edge, or more than one edge, of the domain: a
+/// smaller one may as well be the stairs of a chamfer.
 constexpr double kLeastCutRadius = 2, kLeastCornerRadius = 4;
-/// How far a corner at the edge of the domain may slide along it into the material, in edges of a
-/// cell.
+/// How far a corner at the edge of the domain may slide along it into the material.
 constexpr double kSlide = 0.9;
-/// Points that stand for an edge in the fit.
+/// The number of points on each edge that the circle is fitted to.
 constexpr int kSamples = 4;
 
 struct Edge {
@@ -63,10 +63,12 @@ std::vector<Region> FindRegions(const Model& model) {
   return regions;
 }
 
+/// Fits a circle to a region.
 class Fit {
  public:
   Fit(const Shape& shape, const Model& model) : shape_(shape), model_(model), cell_(shape.cell) {}
 
+  /// Returns the circle that a region stands for; nothing if it stands for none.
   std::optional<CutOutCircle> operator()(const Region& region) {
     const int sides = SidesOfDomain(region);
     if (region.edges.size() < 4 || IsMeantAsRectangle(region, sides)) return std::nullopt;
@@ -81,11 +83,11 @@ class Fit {
 
  private:
   Point At(int corner) const { return shape_.At(corner); }
-  Point Low() const { return shape_.corners[1]; }
+  Point Low() const { return At(1); }
   Point High() const { return shape_.corners.back(); }
   double FromCentre(Point p) const { return Length(p - circle_.centre); }
 
-  /// How many sides of the domain the region touches.
+  /// Returns how many sides of the domain the region touches.
   int SidesOfDomain(const Region& region) const {
     return (region.low.row == 1 ? 1 : 0) + (region.low.column == 1 ? 1 : 0) +
            (region.high.row == model_.CellRowCount ? 1 : 0) +
@@ -99,7 +101,7 @@ class Fit {
     return sides > 0 || rows != columns || rows > kWidestSquare;
   }
 
-  /// The centre of a half disc at an edge, or a quarter disc at a corner, of the domain.
+  /// Returns the centre of a half disc at an edge, or a quarter disc at a corner, of the domain.
   FixedCentre CentreOnEdge(const Region& region) const {
     const bool left = region.low.column == 1, right = region.high.column == model_.CellColumnCount;
     const bool lower = region.low.row == 1, upper = region.high.row == model_.CellRowCount;
@@ -112,15 +114,14 @@ class Fit {
   std::vector<Point> Samples(const Region& region) const {
     std::vector<Point> samples;
     for (const Edge& edge : region.edges) {
-      for (int k = 0; k < kSamples; ++k) {
-        const Point along = At(edge.to) - At(edge.from);
-        samples.push_back(At(edge.from) + (k + 0.5) / kSamples * along);
-      }
+      const Point from = At(edge.from), along = At(edge.to) - from;
+      for (int k = 0; k < kSamples; ++k) samples.push_back(from + (k + 0.5) / kSamples * along);
     }
     return samples;
   }
 
-  /// Whether the region is a digitized disc about the centre of the circle; if so, sets its radius.
+  /// Returns whether the region is a digitized disc about the centre of the circle; if so, sets the
+  /// radius.
   bool IsDisc(const Region& region, int sides) {
     const double least = sides == 0 ? 0 : sides == 1 ? kLeastCutRadius : kLeastCornerRadius;
     return circle_.radius >= least * cell_ && circle_.radius < 1E6 * cell_ && IsCentreNear() &&
@@ -153,7 +154,8 @@ class Fit {
     return true;
   }
 
-  /// Where a corner lies on the circle: on the ray from the centre, or on the edge of the domain.
+  /// Returns the place of a corner on the circle: on the ray from the centre, or on the edge of the
+  /// domain; nothing if the circle does not meet that edge near the corner.
   std::optional<Point> Place(int corner) const {
     const auto [row, column] = CornerOfNode(model_, corner);
     const Point away = At(corner) - circle_.centre;
@@ -169,13 +171,14 @@ class Fit {
     return circle_.centre + (onSide ? Point{across, along} : Point{along, across});
   }
 
+  /// Returns the circle with the region's edges to material; nothing if one of them would not
+  /// become an arc of less than a half circle.
   std::optional<CutOutCircle> OnCircle(const Region& region) const {
     CutOutCircle found{circle_, {}, {}};
     std::map<int, Point> places;
     for (const auto& [from, to, hasMaterial] : region.edges) {
       if (!hasMaterial) continue;
       for (const int corner : {from, to}) {
-        if (places.contains(corner)) continue;
         const std::optional<Point> place = Place(corner);
         if (!place) return std::nullopt;
         places[corner] = *place;

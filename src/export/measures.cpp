@@ -3,31 +3,32 @@
 #include <algorithm>
 #include <cfloat>
 #include <cstddef>
+#include <iterator>
 
 #include "export/segment_grid.h"
 
 namespace quillane {
 namespace {
 
-/// Directions closer to a right angle than this are perpendicular; also the slack of touching, as a
-/// part of a disc's radius.
+/// Directions closer to a right angle than this are perpendicular; also the tolerance of an empty
+/// disc, as a part of its radius.
 constexpr double kRightAngle = 1E-6;
-/// Chords in place of arcs, in edges of a cell.
+/// How far chords may lie from their arcs, in edges of a cell.
 constexpr double kDeviation = 0.002;
 
 Point Unit(Point p) { return 1 / Length(p) * p; }
 
-/// Discs on two places of the edge that face each other through the material.
+/// Finds discs between two places of the edge that face each other through the material.
 class Necks {
  public:
   Necks(const std::vector<std::vector<Point>>& polygons, double reach)
       : grid_(polygons, reach), reach_(reach) {
-    for (const Segment& s : Segments()) directions_.push_back(Unit(s.b - s.a));
+    for (const Segment& s : grid_.Segments()) directions_.push_back(Unit(s.b - s.a));
   }
 
-  /// The narrowest neck of at most `reach`.
+  /// Returns the narrowest neck of at most `reach`.
   std::optional<Neck> Narrowest() {
-    for (int index = 0; index < static_cast<int>(Segments().size()); ++index) Face(index);
+    for (int index = 0; index < std::ssize(grid_.Segments()); ++index) Face(index);
     std::ranges::sort(found_, {}, &Neck::width);
     const auto neck = std::ranges::find_if(found_, [this](const Neck& n) { return IsEmpty(n); });
     return neck == found_.end() ? std::nullopt : std::optional(*neck);
@@ -36,20 +37,19 @@ class Necks {
  private:
   using Segment = SegmentGrid::Segment;
 
-  const std::vector<Segment>& Segments() const { return grid_.Segments(); }
-  const Segment& At(int index) const { return Segments()[static_cast<std::size_t>(index)]; }
+  const Segment& At(int index) const { return grid_.At(index); }
   Point Direction(int index) const { return directions_[static_cast<std::size_t>(index)]; }
 
-  /// Whether the vertex where a segment begins is not convex, and the way from there in direction u
-  /// leads into the material, away from both its segments.
+  /// Returns whether the vertex where a segment begins is not convex, and the direction u leads
+  /// from there into the material, away from both segments at the vertex.
   bool Leaves(int index, Point u) const {
     const Point back = -1.0 * Direction(At(index).before), on = Direction(index);
     return Cross(on, back) <= kRightAngle && Dot(u, back) <= kRightAngle &&
            Dot(u, on) <= kRightAngle && Cross(on - back, u) > 0;
   }
 
-  /// Looks at what faces the vertex where a segment begins, and what faces its two segments in
-  /// parallel.
+  /// Collects the discs at the vertex where a segment begins, and those between parallels of its
+  /// two segments.
   void Face(int first) {
     const Segment& s = At(first);
     grid_.ForEachNear(s.a, reach_, [&](int index) {
@@ -69,7 +69,7 @@ class Necks {
     });
   }
 
-  /// A member with parallel sides: the disc in the middle of where they overlap.
+  /// Collects the disc in a member with parallel sides, in the middle of where they overlap.
   void FaceInParallel(int first, int second) {
     const Segment &s = At(first), &t = At(second);
     const Point u = Direction(first), v = Direction(second);
@@ -81,6 +81,7 @@ class Necks {
     found_.push_back({width, s.a + (begin + end) / 2 * u + width / 2 * Point{-u.y, u.x}});
   }
 
+  /// Returns whether no part of the edge lies in the disc.
   bool IsEmpty(const Neck& neck) const {
     bool isEmpty = true;
     grid_.ForEachNear(neck.middle, neck.width / 2, [&](int index) {

@@ -17,9 +17,10 @@ struct Neck {
   Point middle;      ///< mm
 };
 
-/// Returns the smallest disc in the material that touches the edge at both ends of a diameter: its
-/// diameter is the width of the neck there. So a convex corner or a wedge is no neck. Nothing where
-/// there is no such disc, as in a triangle. Arcs count as chords within 0.002 of a cell's edge.
+/// Returns the smallest disc in the material that touches the edge at both ends of a diameter,
+/// which is the width of the neck; nothing if there is no such disc, as in a triangle. A convex
+/// corner or a wedge is therefore no neck. Arcs count as chords within 0.002 of a cell's edge.
+/// cell: mm.
 std::optional<Neck> NarrowestNeck(const std::vector<Contour>& outline, double cell);
 
 }  // namespace quillane

@@ -8,7 +8,7 @@
 namespace quillane {
 namespace {
 
-/// Whether the way from a by b to c is straight on.
+/// Returns whether the way from a through b to c is straight.
 bool IsStraight(Point a, Point b, Point c) {
   const double lengths = Length(b - a) * Length(c - b);
   return std::abs(Cross(b - a, c - b)) <= 1E-9 * lengths && Dot(b - a, c - b) > 0;

@@ -13,11 +13,11 @@ namespace quillane {
 
 enum class OutlineFormat { kSvg, kDxf, kStl };
 
-/// Returns the format of a path's suffix, in small or capital letters.
+/// Returns the format that the suffix of a path names, in either case; nothing for another suffix.
 std::optional<OutlineFormat> OutlineFormatOf(const std::filesystem::path& path);
 
-/// Returns an SVG file with one filled path in mm, true to size, its y turned down as the format
-/// requires.
+/// Returns an SVG file with one filled path, in mm and true to size. Its y axis points down, as the
+/// format requires.
 std::string SvgText(const Shape& shape);
 
 /// Returns a DXF file (release 2000) with a circle or a closed polyline for each loop, in mm, on
@@ -26,13 +26,13 @@ std::string SvgText(const Shape& shape);
 std::string DxfText(const Shape& shape);
 
 /// Returns a binary STL file of the closed solid from z = 0 to z = thickness, in mm, its facets
-/// counter-clockwise as seen from outside. The lower left corner of the domain is the origin,
-/// because the format has only 7 digits. Throws FileWriteError if the thickness is not positive or
-/// a size is out of the format's range.
+/// counter-clockwise as seen from outside. The lower left corner of the domain is the origin, as
+/// the format is in single precision. Throws FileWriteError if the thickness is not positive or a
+/// size is out of the format's range.
 std::string StlText(const Shape& shape, double thickness);
 
-/// Returns the content of the file; thickness (mm) is that of a solid. Throws FileWriteError as the
-/// writer of the format does.
+/// Returns the content of the file; only a solid has the thickness (mm). Throws FileWriteError as
+/// the function of the format.
 std::string OutlineText(OutlineFormat format, const Shape& shape, double thickness);
 
 /// The properties of an outline that matter for its manufacture.
@@ -50,8 +50,8 @@ struct OutlineFile {
   OutlineFigures figures;
 };
 
-/// Returns the file of a model's shape as it stands, smoothed where edges are named. Throws
-/// FileWriteError where the model has no shape or the format cannot hold it.
+/// Returns the file of a model's shape, smoothed at the given edges, and the figures of its
+/// outline. Throws FileWriteError as TraceShape and OutlineText.
 OutlineFile MakeOutlineFile(OutlineFormat format, const Model& model,
                             std::optional<SmoothEdges> smooth);
 

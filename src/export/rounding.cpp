@@ -14,14 +14,16 @@
 namespace quillane {
 namespace {
 
-/// The chords that stand for arcs where folded cells and crossings are looked for, in edges of a
-/// cell.
+/// How far chords may lie from their arcs in the search for folded cells and crossings, in edges of
+/// a cell.
 constexpr double kDeviation = 0.01;
 
+/// Returns whether the sides of a cell, which may be arcs, cross or leave it too thin.
 bool IsFolded(const Shape& shape, const Cell& cell) {
   return Triangles(CellPolygon(shape, cell, kDeviation * shape.cell)).empty();
 }
 
+/// Puts circles into a shape, one after another.
 class Rounding {
  public:
   Rounding(Shape& shape, const Model& model) : shape_(shape) {
@@ -40,24 +42,27 @@ class Rounding {
   bool Add(const CutOutCircle& circle) {
     const auto isTaken = [this](const auto& corner) { return taken_.contains(corner.first); };
     if (std::ranges::any_of(circle.corners, isTaken)) return false;
-    std::vector<std::pair<int, Point>> homes;
-    for (const auto& [corner, place] : circle.corners) homes.emplace_back(corner, At(corner));
-    for (const auto& [corner, place] : circle.corners) At(corner) = place;
-    for (const auto& edge : circle.edges)
+    auto places = circle.corners;
+    const auto exchangePlaces = [&] {
+      for (auto& [corner, place] : places) std::swap(shape_.At(corner), place);
+    };
+    exchangePlaces();
+    for (const auto& edge : circle.edges) {
       shape_.arcs[edge] = static_cast<int>(shape_.circles.size());
+    }
     shape_.circles.push_back(circle.circle);
-    if (std::ranges::all_of(homes, [this](const auto& home) { return IsSound(home.first); })) {
-      for (const auto& [corner, home] : homes) taken_.insert(corner);
+    if (std::ranges::all_of(places, [this](const auto& place) { return IsSound(place.first); })) {
+      for (const auto& [corner, place] : places) taken_.insert(corner);
       return true;
     }
-    for (const auto& [corner, home] : homes) At(corner) = home;
+    exchangePlaces();
     for (const auto& edge : circle.edges) shape_.arcs.erase(edge);
     shape_.circles.pop_back();
     return false;
   }
 
  private:
-  /// Whether at least three sides of a cell are on the edge.
+  /// Returns whether at least three sides of a cell are on the edge.
   static bool IsTip(const Model& model, const Cell& cell) {
     const auto [i, j] = CornerOfNode(model, std::ranges::min(cell));
     const auto present = [&model](int row, int column) {
@@ -66,16 +71,15 @@ class Rounding {
     return present(i - 1, j) + present(i + 1, j) + present(i, j - 1) + present(i, j + 1) <= 1;
   }
 
-  Point& At(int corner) { return shape_.At(corner); }
-
-  /// How far the arc on an edge bulges over its chord.
+  /// Returns how far (mm) the arc on an edge lies from its chord; 0 for a straight edge.
   double Bulge(int from, int to) {
     const Circle* arc = ArcOfEdge(shape_, from, to);
     if (arc == nullptr) return 0;
-    const double half = Length(At(to) - At(from)) / 2;
+    const double half = Length(shape_.At(to) - shape_.At(from)) / 2;
     return arc->radius - std::sqrt(std::max(0.0, arc->radius * arc->radius - half * half));
   }
 
+  /// Returns whether no cell at a corner is folded and no thin one too narrow.
   bool IsSound(int corner) {
     const auto isFolded = [this](const Cell& cell) { return IsFolded(shape_, cell); };
     const auto isNarrow = [this](const Cell& cell) {
@@ -91,6 +95,7 @@ class Rounding {
   std::set<int> taken_;
 };
 
+/// Returns whether two segments cross, ends excluded.
 bool Cross(const SegmentGrid::Segment& s, const SegmentGrid::Segment& t) {
   const auto side = [](Point from, Point to, Point p) { return Cross(to - from, p - from); };
   return side(s.a, s.b, t.a) * side(s.a, s.b, t.b) < 0 &&
@@ -122,7 +127,7 @@ std::vector<int> FaultyCircles(const Shape& shape) {
   for (const SegmentGrid::Segment& s : grid.Segments()) {
     const double reach = Length(s.b - s.a) / 2;
     grid.ForEachNear(0.5 * (s.a + s.b), reach, [&](int index) {
-      const SegmentGrid::Segment& t = grid.Segments()[static_cast<std::size_t>(index)];
+      const SegmentGrid::Segment& t = grid.At(index);
       if (!Cross(s, t)) return;
       for (const Point& end : {s.a, s.b, t.a, t.b}) addThoseAt(end);
     });

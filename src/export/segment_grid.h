@@ -21,6 +21,7 @@ class SegmentGrid {
   SegmentGrid(const std::vector<std::vector<Point>>& polygons, double size);
 
   const std::vector<Segment>& Segments() const { return segments_; }
+  const Segment& At(int index) const { return segments_[static_cast<std::size_t>(index)]; }
 
   /// Calls visit(index) for every segment that comes within `reach` (mm) of p, and for some others;
   /// for one segment possibly more than once.

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "model/regular_grid.h"
@@ -19,38 +20,34 @@ namespace {
   throw FileWriteError("an outline needs the regular grid of a domain, but " + what);
 }
 
-/// Returns the place where each node has to lie.
+/// Returns the grid point of each node. Throws if the nodes do not form the grid.
 std::vector<Point> GridCorners(const Model& model) {
-  const double size = double{model.ElementSize};
+  if (!CountsMatchGrid(model)) {
+    ThrowNoGrid("its nodes or elements are not as many as its cells need");
+  }
+  const double size{model.ElementSize};
+  if (!(size > 0)) ThrowNoGrid("its cells have no size");
   std::vector<Point> corners(1);
   for (int i = 0; i <= model.CellRowCount; ++i) {
     for (int j = 0; j <= model.CellColumnCount; ++j) {
       corners.push_back({model.NodeXY(1, 1) + j * size, model.NodeXY(1, 2) + i * size});
     }
   }
-  return corners;
-}
-
-void CheckCounts(const Model& model) {
-  if (!CountsMatchGrid(model)) {
-    ThrowNoGrid("its nodes or elements are not as many as its cells need");
-  }
-  if (!(model.ElementSize > 0)) ThrowNoGrid("its cells have no size");
-}
-
-void CheckNodes(const Model& model, const std::vector<Point>& corners) {
   const Point first = corners[1], last = corners.back();
   const double far =
       std::max({std::abs(first.x), std::abs(first.y), std::abs(last.x), std::abs(last.y)});
-  if (!(far / double{model.ElementSize} < 1E9)) {
+  if (!(far / size < 1E9)) {
     ThrowNoGrid("it lies too far from the origin for the size of its cells");
   }
   const auto misplaced = MisplacedNodes(model, first.x, first.y);
-  if (misplaced.empty()) return;
-  ThrowNoGrid("node " + std::to_string(misplaced.front().node) + " lies elsewhere");
+  if (!misplaced.empty()) {
+    ThrowNoGrid("node " + std::to_string(misplaced.front().node) + " lies elsewhere");
+  }
+  return corners;
 }
 
-/// The cells with material; their elements must have the corners of their cells as nodes.
+/// Returns the cells with material. Throws if the nodes of an element are not the corners of its
+/// cell.
 std::vector<Cell> PresentCells(const Model& model) {
   std::vector<Cell> cells;
   ForEachPresentCell(model, [&](int i, int j, int e) {
@@ -86,8 +83,8 @@ class Walk {
  private:
   enum Direction : unsigned { kEast, kNorth, kWest, kSouth };
 
-  /// Walks until no edge leaves the start any more. When the path meets itself, the part since then
-  /// becomes a loop, so no loop touches itself.
+  /// Walks until no edge leaves the start any more. Where the path meets itself, the part since
+  /// then becomes a loop, so that no loop touches itself.
   void From(int start) {
     std::vector<int> path = {start};
     std::unordered_map<int, std::ptrdiff_t> indexInPath = {{start, 0}};
@@ -130,11 +127,7 @@ class Walk {
 
 Shape TraceShape(const Model& model) {
   Shape shape;
-  if (model.CellRowCount > 0) {
-    CheckCounts(model);
-    shape.corners = GridCorners(model);
-    CheckNodes(model, shape.corners);
-  }
+  if (model.CellRowCount > 0) shape.corners = GridCorners(model);
   shape.cell = double{model.ElementSize};
   shape.cells = PresentCells(model);
   shape.loops = Walk(model).Loops();
@@ -149,11 +142,10 @@ const Circle* ArcOfEdge(const Shape& shape, int from, int to) {
 
 std::vector<int> CornerContacts(const Shape& shape) {
   std::vector<int> contacts;
-  std::vector<char> visited(shape.corners.size());
+  std::unordered_set<int> visited;
   for (const std::vector<int>& loop : shape.loops) {
     for (const int corner : loop) {
-      if (std::exchange(visited[static_cast<std::size_t>(corner)], 1) != 0)
-        contacts.push_back(corner);
+      if (!visited.insert(corner).second) contacts.push_back(corner);
     }
   }
   return contacts;

@@ -17,14 +17,14 @@ namespace {
 constexpr int kFilterPairs = 300;
 constexpr double kShrink = 0.66, kGrow = -0.68;
 constexpr int kAreaRounds = 4;
-/// The farthest that straightening moves a corner, in edges of a cell; the filter leaves room for
-/// it.
+/// The farthest that straightening moves a corner, in edges of a cell; the filter moves it less by
+/// that much.
 constexpr double kStraightness = 0.02;
 constexpr double kFilterReach = kSmoothingReach - kStraightness;
-/// A movement that counts, in edges of a cell.
+/// The smallest movement that is not negligible, in edges of a cell.
 constexpr double kLeastMovement = 0.001;
 
-/// Returns for each corner whether it has to stay.
+/// Returns for each corner whether it must stay.
 std::vector<char> HeldCorners(const Shape& shape, const Model& model, SmoothEdges edges) {
   const auto designable = [&model, edges](int i, int j) {
     if (!IsCell(model, i, j)) return false;
@@ -46,6 +46,7 @@ std::vector<char> HeldCorners(const Shape& shape, const Model& model, SmoothEdge
   return held;
 }
 
+/// Smooths the loops of a shape.
 class Smoother {
  public:
   Smoother(const Shape& shape, const Model& model, SmoothEdges edges)

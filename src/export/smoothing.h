@@ -1,4 +1,4 @@
-// A usable edge from the staircase of the cells.
+// Smooths the stairs of the cells along the edge of a shape.
 #pragma once
 
 #include "export/shape.h"
@@ -15,17 +15,16 @@ inline constexpr double kThinnestMember = 0.5;
 /// The largest change of the area by smoothing, as a part of it.
 inline constexpr double kLargestAreaChange = 0.009;
 
-/// Which parts of the edge are smoothed.
+/// The parts of the edge that are smoothed.
 enum class SmoothEdges {
-  kDesign,  ///< those between design cells and emptied ones: what has to fit stays
-  kAll,     ///< those of cut-out and non-design cells, too; what looks like a circle becomes one
+  kDesign,  ///< those between design cells and empty ones: what must fit other parts stays
+  kAll,     ///< those of cut-out and non-design cells, too; digitized discs become circles
 };
 
-/// Returns the shape with its edge smoothed. These corners stay in any case: at the edge of the
-/// domain, with supports or loads, and where cells touch in a corner only; but circles of cut-out
-/// cells (see FindCutOutCircles) take theirs with them. shape is that of the model's cells as they
-/// stand. Source of the filter: G. Taubin, "A signal processing approach to fair surface design",
-/// SIGGRAPH 1995.
+/// Returns the shape of the model with its edge smoothed. Corners at the edge of the domain, with
+/// supports or loads, or in which cells only touch stay where they are, except that circles of
+/// cut-out cells (see FindCutOutCircles) move theirs. shape: TraceShape(model). Source of the
+/// filter: G. Taubin, "A signal processing approach to fair surface design", SIGGRAPH 1995.
 Shape Smoothed(const Shape& shape, const Model& model, SmoothEdges edges = SmoothEdges::kDesign);
 
 }  // namespace quillane

@@ -1,4 +1,4 @@
-// A shape as a solid for printers and for programs that mill.
+// A shape as a solid for 3D printing and milling.
 #include <QByteArray>
 #include <QDataStream>
 #include <QIODevice>
@@ -56,6 +56,7 @@ class Facets {
 /// Returns twice the area of a triangle, negative if it is clockwise.
 double Twice(Point a, Point b, Point c) { return Cross(b - a, c - a); }
 
+/// Triangulates the faces of the solid between z = 0 and the thickness.
 class Solid {
  public:
   Solid(const Shape& shape, double thickness)
@@ -75,8 +76,8 @@ class Solid {
   static Point3 Low(Point p) { return {p.x, p.y, 0}; }
   Point3 High(Point p) const { return {p.x, p.y, thickness_}; }
 
-  /// Adds top and bottom of a cell; one without arcs is cut along the diagonal that leaves the
-  /// fatter triangles.
+  /// Adds top and bottom of a cell. Divides a quadrilateral along the diagonal that leaves the
+  /// larger smallest triangle.
   void AddCell(const Cell& cell) {
     std::vector<Point> p = CellPolygon(shape_, cell, deviation_);
     for (Point& place : p) place = place - At(1);

@@ -12,7 +12,7 @@ namespace {
 
 std::string Pair(double x, double y) { return GeneralText(x) + " " + GeneralText(y); }
 
-/// Writes the subpaths of an outline whose upper left corner is the origin.
+/// Writes contours as subpaths. The origin of the drawing is its upper left corner; y points down.
 class PathData {
  public:
   explicit PathData(Point origin) : origin_(origin) {}
@@ -32,7 +32,7 @@ class PathData {
  private:
   std::string Place(Point p) const { return Pair(p.x - origin_.x, origin_.y - p.y); }
 
-  /// A clockwise arc; a full circle is two halves, as the format wants it.
+  /// Returns the commands of a clockwise arc; a full circle takes two, as the format requires.
   std::string Arc(const Circle& circle, Point from, Point to) const {
     const double angle = ClockwiseAngle(circle, from, to);
     if (angle > 2 * std::numbers::pi - 1E-9) {

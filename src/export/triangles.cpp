@@ -9,7 +9,7 @@ namespace {
 
 using Triangle = std::array<Point, 3>;
 
-/// Ears thinner than this are none.
+/// The least fatness of an ear.
 constexpr double kLeastFatness = 1E-4;
 
 bool IsInOrOn(Point p, const Triangle& t) {
@@ -17,13 +17,14 @@ bool IsInOrOn(Point p, const Triangle& t) {
          Cross(t[0] - t[2], p - t[2]) >= 0;
 }
 
-/// Twice the area over the square of the longest side; negative where it is clockwise.
+/// Returns twice the area over the square of the longest side, negative if it is clockwise.
 double Fatness(const Triangle& t) {
   const Point a = t[1] - t[0], b = t[2] - t[1], c = t[0] - t[2];
   return Cross(a, b) / std::max({Dot(a, a), Dot(b, b), Dot(c, c)});
 }
 
-/// The index of the fattest vertex whose triangle with its neighbours holds no other vertex.
+/// Returns the index of the vertex whose triangle with its neighbours is the fattest of those that
+/// hold no other vertex; nothing if all are too thin.
 std::optional<std::size_t> Ear(const std::vector<Point>& polygon) {
   const std::size_t count = polygon.size();
   std::optional<std::size_t> ear;

@@ -1,4 +1,4 @@
-// The analysed plate for programs that show fields.
+// The analysed plate for programs that visualize fields.
 #pragma once
 
 #include <string>
@@ -14,8 +14,8 @@ namespace quillane {
 /// RunTimeError (subscript) if an element has nodes that do not exist.
 std::string VtuText(const Model& model);
 
-/// Returns a PVD file, the series of these files, one for each step from 0, as paths relative to
-/// its folder.
+/// Returns a PVD file: a series of files, one for each step from 0. Paths are relative to its
+/// folder.
 std::string PvdText(const std::vector<std::string>& files);
 
 }  // namespace quillane
