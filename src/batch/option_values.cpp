@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "model/numbers.h"
+#include "model/platform.h"
 #include "optimize/volume_search.h"
 
 namespace quillane {
@@ -45,13 +46,12 @@ std::pair<std::string_view, std::string_view> Halves(std::string_view text, char
   return {text.substr(0, at), text.substr(at + 1)};
 }
 
-template <class T>
-T WholeNumber(int lowest, int highest, const std::string& option, std::string_view text) {
+int WholeNumber(int lowest, int highest, const std::string& option, std::string_view text) {
   const std::optional<int> value = Whole<int>(text);
   if (!value || *value < lowest || *value > highest) {
     Refuse(option, fmt::format("a whole number from {} to {}", lowest, highest), text);
   }
-  return static_cast<T>(*value);
+  return *value;
 }
 
 }  // namespace
@@ -64,15 +64,16 @@ Single SingleNumber(const std::string& option, std::string_view text) {
 }
 
 Integer IntegerNumber(const std::string& option, std::string_view text) {
-  return WholeNumber<Integer>(std::numeric_limits<Integer>::min(), kIntegerMax, option, text);
+  return static_cast<Integer>(
+      WholeNumber(std::numeric_limits<Integer>::min(), kIntegerMax, option, text));
 }
 
-Integer StepCount(const std::string& option, std::string_view text) {
-  return WholeNumber<Integer>(0, kIntegerMax, option, text);
+int StepCount(const std::string& option, std::string_view text) {
+  return WholeNumber(0, kIntegerMax, option, text);
 }
 
 int Jobs(const std::string& option, std::string_view text) {
-  return WholeNumber<int>(1, 256, option, text);
+  return WholeNumber(1, 256, option, text);
 }
 
 double Share(const std::string& option, std::string_view text) {
@@ -81,6 +82,11 @@ double Share(const std::string& option, std::string_view text) {
     Refuse(option, fmt::format("a number above 0 and up to {}, such as 0.5", kLargestWish), text);
   }
   return *value;
+}
+
+std::filesystem::path FileName(const std::string& option, std::string_view text) {
+  if (text.empty()) throw CLI::ValidationError(option, "expects a name");
+  return PathFromText(text);
 }
 
 PictureSize PixelSize(const std::string& option, std::string_view text) {

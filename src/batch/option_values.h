@@ -1,6 +1,7 @@
 // Values of options, read as a whole and in decimal.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -15,13 +16,16 @@ Single SingleNumber(const std::string& option, std::string_view text);
 
 /// Return a whole number in decimal digits (010 is 10): any Integer, or one from 0 on.
 Integer IntegerNumber(const std::string& option, std::string_view text);
-Integer StepCount(const std::string& option, std::string_view text);
+int StepCount(const std::string& option, std::string_view text);
 
 /// Returns a number of threads, from 1 to 256.
 int Jobs(const std::string& option, std::string_view text);
 
 /// Returns a number above 0 and up to kLargestWish.
 double Share(const std::string& option, std::string_view text);
+
+/// Returns the path of a file, a folder or "-", from a text that is not empty.
+std::filesystem::path FileName(const std::string& option, std::string_view text);
 
 /// Returns width and height in pixels from "1200x800".
 PictureSize PixelSize(const std::string& option, std::string_view text);

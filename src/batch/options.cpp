@@ -15,7 +15,6 @@
 #include "batch/option_values.h"
 #include "batch/outputs.h"
 #include "model/number_text.h"
-#include "model/platform.h"
 
 namespace quillane {
 namespace {
@@ -43,14 +42,15 @@ class CommandLine {
   explicit CommandLine(BatchOptions& options) : options_(options) {
     app_.allow_windows_style_options(false);  // /plate.model is a file
     app_.set_version_flag("--version", "quillane-batch " QUILLANE_VERSION);
-    AddFile("MODEL", options.model, "model file; - is standard input")->required();
+    Add("MODEL", "TEXT", "model file; - is standard input", options.model, FileName)->required();
     const auto addCases = [&options](const std::vector<std::string>& names) {
-      for (const std::string& name : names) options.loadCases.push_back(PathFromText(name));
+      for (const std::string& name : names) {
+        options.loadCases.push_back(FileName("--load-case", name));
+      }
     };
     app_.add_option_function<std::vector<std::string>>(
             "--load-case", addCases,
             "model whose supports and loads are one more load case; repeatable")
-        ->check(NameFault)
         ->type_name("FILE")
         ->allow_extra_args(false);
     app_.add_flag("--check", options.check, "only report what looks wrong in MODEL and load cases");
@@ -121,23 +121,13 @@ class CommandLine {
     return app_.add_option_function<std::string>(name, store, help)->type_name(type);
   }
 
-  CLI::Option* AddFile(const std::string& name, std::filesystem::path& path, const char* help) {
-    const auto store = [&path](const std::string& text) { path = PathFromText(text); };
-    return app_.add_option_function<std::string>(name, store, help)->check(NameFault);
-  }
-
   /// Begins a group and adds its outputs.
   void AddFiles(const std::string& group) {
     app_.option_defaults()->group(group);
     for (const OutputRow& row : OutputTable()) {
       if (row.group != group) continue;
-      AddFile(row.option, options_.outputs[row.output], row.help)->type_name(row.type);
+      Add(row.option, row.type, row.help, options_.outputs[row.output], FileName);
     }
-  }
-
-  /// Returns what is wrong with the path of a file; empty if nothing is.
-  static std::string NameFault(const std::string& path) {
-    return path.empty() ? "expects a name" : "";
   }
 
   /// Viewers recognize the format by the name.
@@ -207,9 +197,9 @@ class CommandLine {
     Add("--jobs", "N",
         "threads of a search and of load cases (default: all cores); they do not change the result",
         options_.jobs, Jobs);
-    AddFile("--resume", options_.resume,
-            "continue from a table that --cells wrote in an earlier run of MODEL")
-        ->type_name("CELLS.csv");
+    Add("--resume", "CELLS.csv",
+        "continue from a table that --cells wrote in an earlier run of MODEL", options_.resume,
+        FileName);
     app_.add_flag("--drop-loose", options_.dropLoose,
                   "leave out pieces that neither carry a load nor are held");
     auto* target = Add("--stress-target", "S", "in place of the model's, MPa",

@@ -6,11 +6,6 @@
 #include <QToolTip>
 
 namespace quillane {
-namespace {
-
-constexpr double kSmallestShare = 0.6;  // of the font's size; below that text is shortened
-
-}  // namespace
 
 ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent) {
   setObjectName(name);
@@ -53,6 +48,7 @@ QString ElidedLabel::ShownText() const {
 }
 
 QFont ElidedLabel::ShownFont() const {
+  constexpr double kSmallestShare = 0.6;  // of the font's size; below that text is shortened
   QFont shown = font();
   const int wholeSize = QFontInfo(shown).pixelSize();
   const auto fits = [&] {

@@ -75,25 +75,6 @@ QPushButton* Form::Button(const char* name, const char* caption) {
   return button;
 }
 
-QLayout* Form::FieldGrid(const std::vector<Field>& fields) {
-  auto* grid = new QGridLayout;
-  grid->setColumnStretch(1, 1);
-  const auto isGiven = [](const char* text) { return *text != '\0'; };
-  int row = 0;
-  for (const Field& field : fields) {
-    if (isGiven(field.heading)) grid->addWidget(Label(field.heading), row++, 0, 1, 3);
-    if (isGiven(field.label)) {
-      QLabel* label = Label(field.label);
-      label->setBuddy(field.box);
-      grid->addWidget(label, row, 0);
-    }
-    grid->addWidget(field.box, row, 1);
-    if (isGiven(field.unit)) grid->addWidget(Label(field.unit), row, 2);
-    ++row;
-  }
-  return grid;
-}
-
 QWidget* Form::OptionFrame(const QList<QRadioButton*>& options) {
   auto* column = new QVBoxLayout;
   for (QRadioButton* option : options) column->addWidget(option);
@@ -162,11 +143,26 @@ NumberForm::NumberForm(frmMain& main, const FormNames& names) : Form(main, names
 }
 
 void NumberForm::LayOut(QWidget* above, const std::vector<Field>& fields) {
+  auto* grid = new QGridLayout;
+  grid->setColumnStretch(1, 1);
+  const auto isGiven = [](const char* text) { return *text != '\0'; };
+  int row = 0;
+  for (const auto& [heading, caption, box, unit] : fields) {
+    boxes_.push_back(box);
+    if (isGiven(heading)) grid->addWidget(Label(heading), row++, 0, 1, 3);
+    if (isGiven(caption)) {
+      QLabel* label = Label(caption);
+      label->setBuddy(box);
+      grid->addWidget(label, row, 0);
+    }
+    grid->addWidget(box, row, 1);
+    if (isGiven(unit)) grid->addWidget(Label(unit), row, 2);
+    ++row;
+  }
   QVBoxLayout* rows = Rows();
   if (above != nullptr) rows->addWidget(above);
-  rows->addLayout(FieldGrid(fields));
+  rows->addLayout(grid);
   rows->addLayout(ButtonRow(Button("cmdOK", "OK", &NumberForm::cmdOK_Click)));
-  for (const Field& field : fields) boxes_.push_back(field.box);
   FocusText(boxes_.front());
 }
 

@@ -52,16 +52,6 @@ class Form : public QDialog {
     return button;
   }
 
-  /// A box and its texts; empty texts are omitted.
-  struct Field {
-    const char* heading;  ///< in a row of its own above the box
-    const char* label;    ///< left of the box
-    QLineEdit* box;
-    const char* unit;  ///< right of the box
-  };
-  /// Returns the fields in rows, with labels, boxes and units aligned.
-  QLayout* FieldGrid(const std::vector<Field>& fields);
-
   /// Returns a frame with the options in rows, of which one is checked at a time.
   QWidget* OptionFrame(const QList<QRadioButton*>& options);
 
@@ -111,6 +101,14 @@ class NumberForm : public Form {
  protected:
   using Texts = std::vector<std::string>;
 
+  /// A box and its texts; empty texts are omitted.
+  struct Field {
+    const char* heading;  ///< in a row of its own above the box
+    const char* label;    ///< left of the box
+    QLineEdit* box;
+    const char* unit;  ///< right of the box
+  };
+
   /// The index of a refused text, and why.
   struct Refusal {
     int index;
@@ -119,7 +117,8 @@ class NumberForm : public Form {
 
   NumberForm(frmMain& main, const FormNames& names);
 
-  /// Lays out the fields below the widget `above`, which may be null.
+  /// Lays out the fields in rows, with labels, boxes and units aligned, below the widget `above`,
+  /// which may be null.
   void LayOut(QWidget* above, const std::vector<Field>& fields);
 
   /// Stores the texts of the boxes, in the order of the fields, or nothing.
