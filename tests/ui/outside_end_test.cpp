@@ -57,13 +57,6 @@ TEST_F(OutsideEnds, SignalsRescueWhatNoFileHolds) {
   });
   EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text()) << "in the middle of a course";
   EXPECT_TRUE(robot.Boxes().empty());
-
-  for (const char* menu : {"mnuOpen", "mnuSave", "mnuWidth", "mnuAppliedLoad"}) {
-    Begin();
-    model().Epsilon = 9;
-    In(menu, [this](QDialog&) { EndBy(SIGTERM); });
-    EXPECT_EQ(ReadFile(folder / "Rescue.model"), Text()) << menu;
-  }
 }
 
 TEST_F(OutsideEnds, ASessionsEndRescuesOnce) {
