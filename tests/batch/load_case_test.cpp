@@ -102,7 +102,6 @@ TEST_F(LoadCaseRun, WhatIsNoLoadCaseIsRefusedWithTheReason) {
       {with + "thick.model", 2,
        "thick.model: not a load case of this model: the thickness is 2 mm, not 1"},
       {with + "''", 2, "--load-case: expects a name"},
-      {with + "- --load-case -", 2, "only one input can come from standard input"},
       {with + "low.model --save low.model", 2, "--save names the same file as a load case"},
       {with + "low.model --load-case empty.model", 1,
        "stress analysis: load case 3: Floating-point error: "},

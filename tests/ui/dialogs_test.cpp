@@ -144,6 +144,7 @@ TEST_F(Window, NumbersThatCannotBeAreRefusedAndTheDialogStaysOpen) {
       {"mnuMaterial", {{"txtEmod", "1"}, {"txtThickness", "1e309"}}, tooLarge},
       {"mnuDrivingParameter", {{"txtDpStress", "5"}, {"txtDpEpsilon", "32767.5"}}, tooLarge},
       {"mnuDrivingParameter", {{"txtDpStress", "4e38"}}, tooLarge},
+      {"mnuDrivingParameter", {{"txtDpStress", "5"}, {"txtDpLambda", "-4e38"}}, tooLarge},
       {"mnuWidth", {{"txtWidth", "0"}}, "警告: 表示幅"},
       {"mnuWidth", {{"txtWidth", "1e999"}}, "警告: 表示幅"},
       {"mnuWidth", {{"txtUnitGrid", "-1"}}, "警告: 要素サイズ"},
@@ -250,7 +251,6 @@ TEST_F(Window, SavingOpeningAndSavingAgainGivesTheSameBytes) {
             "Quillane Optimization for Shape and Topology      by HARROW Lab., Calder univ.");
   EXPECT_EQ(model().DomainDefined, kTrue);
   EXPECT_EQ(model().HistoryRecording, 0);
-  EXPECT_FALSE(IsEnabled("mnuHistory") || IsEnabled("mnuOptimization"));
   EXPECT_TRUE(Fill("mnuSave", {{"txtFileName", "again"}}, "cmdSave"));
   EXPECT_EQ(ReadFile(folder / "again"), saved);
   const std::filesystem::path far = folder / "sub/far.model";
