@@ -7,6 +7,7 @@
 
 #include "examples/rectangular_plate.h"
 #include "fem/mesh.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 namespace {
@@ -21,13 +22,13 @@ struct Line {
 constexpr Line kBottom{-1E3, -1E3};
 constexpr Line kTop{1E3, 1E3};
 
-/// The plate of an example, whose sketch is emptied in part.
+/// The plate of an example. Its sketch has empty parts.
 class Recipe : public RectangularPlate {
  public:
   Recipe(ExampleStart start, int rows, int columns, Single elementSize)
       : RectangularPlate(rows, columns, elementSize), start_(start) {}
 
-  /// The sketch only: empties the design cells of columns c1..c2 whose centre lies between two
+  /// Empties, in the sketch only, the design cells of columns c1..c2 whose centre lies between two
   /// lines.
   void Empty(int c1, int c2, Line lower, Line upper) {
     if (start_ == ExampleStart::kFullDomain) return;
@@ -40,8 +41,8 @@ class Recipe : public RectangularPlate {
     }
   }
 
-  /// The stress targets (MPa): of the sketch, which bears it to the end, and of the full domain,
-  /// which bears it as a first one.
+  /// Sets the parameters, with the stress target (MPa) of the sketch, which bears it to the end, or
+  /// of the full domain, which bears it as a first one.
   void Targets(Single sketch, Single full) {
     const bool isFull = start_ == ExampleStart::kFullDomain;
     model_.StressTarget = isFull ? full : sketch;
@@ -138,19 +139,19 @@ Recipe BoltedLever(ExampleStart start) {
   return plate;
 }
 
-/// Whether the refined node (row, column), from 0, lies on a coarse node held in direction d, or on
-/// the edge between two of them.
+/// Returns whether the refined node (row, column), from 0, lies on a coarse node held in direction
+/// d, or on the edge between two of them.
 bool HeldBetween(const Model& coarse, int row, int column, int k, int d) {
   const bool onRow = row % k == 0, onColumn = column % k == 0;
   if (!onRow && !onColumn) return false;
   const auto held = [&coarse, d](int i, int j) {
-    return coarse.NodeFreedom(i * (coarse.CellColumnCount + 1) + j + 1, d) != 0;
+    return coarse.NodeFreedom(NodeOfCorner(coarse, i + 1, j + 1), d) != 0;
   };
   const int i = row / k, j = column / k;
   return held(i, j) && (onRow || held(i + 1, j)) && (onColumn || held(i, j + 1));
 }
 
-/// The same plate with k x k cells in place of every cell.
+/// Returns the same plate with k x k cells in place of every cell.
 Model Refined(const Model& coarse, int k) {
   Model fine = coarse;
   fine.ElementSize = coarse.ElementSize / static_cast<Single>(k);
@@ -160,12 +161,11 @@ Model Refined(const Model& coarse, int k) {
       fine.CellState(i + 1, j + 1) = coarse.CellState(i / k + 1, j / k + 1);
     }
   }
-  int node = 0;
   for (int i = 0; i <= fine.CellRowCount; ++i) {
     for (int j = 0; j <= fine.CellColumnCount; ++j) {
-      ++node;
+      const int node = NodeOfCorner(fine, i + 1, j + 1);
       const bool onNode = i % k == 0 && j % k == 0;
-      const int from = i / k * (coarse.CellColumnCount + 1) + j / k + 1;
+      const int from = NodeOfCorner(coarse, i / k + 1, j / k + 1);
       for (int d = 1; d <= 2; ++d) {
         fine.NodeFreedom(node, d) = HeldBetween(coarse, i, j, k, d) ? 1 : 0;
         if (onNode) fine.NodeLoad(node, d) = coarse.NodeLoad(from, d);

@@ -6,6 +6,7 @@
 
 #include "fem/mesh.h"
 #include "model/model.h"
+#include "model/regular_grid.h"
 
 namespace quillane {
 
@@ -45,22 +46,23 @@ class RectangularPlate {
     }
   }
 
+  /// Fixes or frees the node in x and in y.
   void Hold(int row, int column, bool x, bool y) {
-    model_.NodeFreedom(Node(row, column), 1) = x ? 1 : 0;
-    model_.NodeFreedom(Node(row, column), 2) = y ? 1 : 0;
+    const int node = NodeOfCorner(model_, row, column);
+    model_.NodeFreedom(node, 1) = x ? 1 : 0;
+    model_.NodeFreedom(node, 2) = y ? 1 : 0;
   }
 
-  /// fx, fy: N.
+  /// Sets the force on the node. fx, fy: N.
   void Load(int row, int column, double fx, double fy) {
-    model_.NodeLoad(Node(row, column), 1) = fx;
-    model_.NodeLoad(Node(row, column), 2) = fy;
+    const int node = NodeOfCorner(model_, row, column);
+    model_.NodeLoad(node, 1) = fx;
+    model_.NodeLoad(node, 2) = fy;
   }
 
   const Model& Result() const { return model_; }
 
  protected:
-  int Node(int row, int column) const { return (row - 1) * (model_.CellColumnCount + 1) + column; }
-
   Model model_;
 };
 

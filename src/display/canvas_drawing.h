@@ -31,7 +31,7 @@ void DrawCanvas(DrawingArea& picCanvas, const Model& model, const DrawingStyle& 
 void DrawEmptyDomain(DrawingArea& picCanvas, const Model& model, Color background,
                      const DrawingStyle& style);
 
-/// Fills the square of an element, from 1, in the drawing colour, from its first to its third node.
+/// Fills the box between the first and third node of an element, from 1, in the drawing colour.
 /// Throws RunTimeError (subscript) if there is no such element or node.
 void FillElement(DrawingArea& picCanvas, const Model& model, int element);
 

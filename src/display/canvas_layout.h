@@ -16,7 +16,7 @@ struct LayoutUnits {
 /// Divides a client area of width x height layout units: a strip of 300 units below for the labels,
 /// a legend whose width is to the canvas's height as 5.5 to 21, the rest for the canvas. Every
 /// length is rounded to an Integer before the next follows from it; none is negative. Throws
-/// RunTimeError (overflow) if one is no Integer.
+/// RunTimeError (overflow) if one exceeds an Integer.
 LayoutUnits LayOutUnits(double width, double height);
 
 /// The size of one character of the labels, logical pixels.

@@ -13,7 +13,7 @@ struct Color {
   friend bool operator==(const Color&, const Color&) = default;
 };
 
-/// A user coordinate scale by two opposite corners of the area, y growing upwards when top >
+/// User coordinates, given by those of two opposite corners of the area; y grows upwards if top >
 /// bottom.
 struct UserScale {
   double left = 0;
@@ -23,9 +23,9 @@ struct UserScale {
   friend bool operator==(const UserScale&, const UserScale&) = default;
 };
 
-/// A persistent picture. All coordinates and lengths are in user units of the present scale. Any
-/// coordinates are allowed, also far outside the area or beyond any number of pixels; what lies
-/// outside is clipped.
+/// A persistent picture. All coordinates and lengths are in user units of the current scale. Any
+/// coordinates are allowed, however far outside the area or not a number; what lies outside is
+/// clipped.
 class DrawingArea {
  public:
   virtual ~DrawingArea() = default;

@@ -1,4 +1,4 @@
-// Captions with the value of the model at a press on the canvas.
+// Captions with a value of the model at a press on the canvas.
 #pragma once
 
 #include <optional>
@@ -19,7 +19,7 @@ std::optional<std::string> dispValue(const Model& model, Single x, Single y);
 /// which deliberately are the subscripts of CellStress: the value is that of the cell one row below
 /// and one column left, and 0 (the border) in the lowest row and leftmost column. Returns nothing
 /// if the press is outside the design domain, whose right and upper edges here belong to it, or
-/// outside CellStress. Throws RunTimeError (overflow) for a value that is no Single.
+/// beyond the subscripts of CellStress. Throws RunTimeError (overflow) for a value beyond a Single.
 std::optional<std::string> stressValue(const Model& model, Single x, Single y);
 
 /// Returns "row,column   Potential = 3.5", counted likewise. Potential has no border: throws

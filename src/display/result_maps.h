@@ -7,7 +7,7 @@ namespace quillane {
 
 /// Draws CellStress (MPa) of every occupied cell on the scale MinStress..MaxStress, or on that of
 /// the style, beyond whose ends the outermost colours continue. Throws RunTimeError: overflow if a
-/// value is no Single, subscript if a value exceeds MaxStress, and as DrawCanvas.
+/// value exceeds a Single, subscript if a value exceeds MaxStress, and as DrawCanvas.
 void DrawStressMap(DrawingArea& picCanvas, DrawingArea& picColorBar, const Model& model,
                    const DrawingStyle& style = {});
 

@@ -8,7 +8,7 @@ namespace quillane {
 
 /// Sets DomainHeight, ViewRight and ViewTop from DomainWidth, the origin fractions and the canvas's
 /// size, so that a millimetre is as long in x as in y. Throws RunTimeError (overflow) if one of
-/// them is no Single.
+/// them exceeds a Single.
 void FitView(Model& model, double canvasWidth, double canvasHeight);
 
 /// Sets DomainWidth and the origin fractions, from which FitView then derives a view that centres

@@ -6,7 +6,7 @@
 
 namespace quillane {
 
-/// The held corner of a rectangle of two presses, and whether the model was changed by hand.
+/// The first corner of a rectangle that takes two presses, and whether the model has been edited.
 struct EditState {
   Integer cornerMode = kModeNothing;  ///< EditMode of the press that gave the corner
   Single cornerX = 0, cornerY = 0;    ///< of a new design domain, on the grid, mm

@@ -23,7 +23,7 @@ enum class PressResult {
   kImpossibleDomain,  ///< refused: no cells, or more nodes or elements than can be counted
 };
 
-/// Handles a press at (x, y), mm, in the present EditMode. A refused press changes at most
+/// Handles a press at (x, y), mm, in the current EditMode. A refused press changes at most
 /// ClickCount.
 PressResult Press(Model& model, EditState& state, Single x, Single y);
 

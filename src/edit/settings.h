@@ -1,4 +1,4 @@
-// From the texts typed into a dialog to the model.
+// Stores what is typed into a dialog in the model.
 #pragma once
 
 #include <optional>
@@ -10,9 +10,9 @@
 
 namespace quillane {
 
-/// The result of the functions below: the index, from 0, of the first argument text whose number is
-/// too large for its type, and then nothing is stored; or nothing, and then all are stored. The
-/// value of a text is its leading number, 0 if it has none.
+/// The index, from 0, of the first text whose number is too large for its type; in that case
+/// nothing is stored. Without a value all numbers are stored. The number of a text is its leading
+/// one, 0 if it has none.
 using RefusedIndex = std::optional<int>;
 
 /// Sets LoadFx and LoadFy, N.
@@ -29,14 +29,14 @@ RefusedIndex SetParameters(Model& model, std::string_view target, std::string_vi
 /// Sets DomainWidth and ElementSize, mm.
 void SetGrid(Model& model, EditState& state, Single width, Single elementSize);
 
-/// Returns a width or a cell's size, mm; 0 if the text is no positive Single.
+/// Returns a width or a cell's size, mm; 0 if the text has no positive Single.
 Single PositiveLength(std::string_view text);
 
 /// What a typed number is expected to be.
 enum class NumberRule { kAny, kWhole, kAboveZero };
 
 /// Returns "read as 12" for a text such as "12,5", whose number is not what it shows, or for a
-/// number that is not above 0 but should be; empty for a plain number.
+/// number that is not above 0 but should be; "too large" beyond a Double; empty for a plain number.
 std::string ReadOtherwise(std::string_view text, NumberRule rule);
 
 }  // namespace quillane

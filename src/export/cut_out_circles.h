@@ -22,7 +22,7 @@ struct CutOutCircle {
 /// to the region's edge inside the domain, and so is the radius unless another one is needed to
 /// separate the cells. For a region cut by the edge of the domain a centre on that edge, or in its
 /// corner, comes first; otherwise the centre lies in the domain or within 1.5 cells of it.
-/// Rectangles are meant as such, but for squares of up to three cells inside the domain.
+/// A rectangle counts as a circle only if it is a square of up to three cells inside the domain.
 std::vector<CutOutCircle> FindCutOutCircles(const Shape& shape, const Model& model);
 
 }  // namespace quillane

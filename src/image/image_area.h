@@ -44,13 +44,13 @@ class ImageArea final : public DrawingArea {
   void Open();
   QPainter& Painter();
   void FillPixels(QRect box, QRgb color);
-  /// Returns the place of user coordinates in device pixels.
+  /// Returns the position of user coordinates in device pixels.
   QPointF DevicePoint(double x, double y) const;
-  /// Returns the pixel corner nearest to a place in device pixels.
+  /// Returns the pixel corner nearest to a position in device pixels.
   QPoint OnPixel(QPointF point) const;
   /// Returns the picture and its margin in device pixels.
   QRectF WithMargin() const;
-  /// Fills a line of the present width along a box without width or height.
+  /// Fills a line of the current width along a box without width or height.
   void FillStroke(QRect box);
   /// Draws a slanted line, in device pixels, of which an end lies far outside the picture.
   void DrawClippedLine(QPointF from, QPointF to);

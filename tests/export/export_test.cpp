@@ -15,6 +15,7 @@
 #include "export/vtu.h"
 #include "fem/analysis.h"
 #include "fem/mesh.h"
+#include "model/regular_grid.h"
 #include "model/safe_file.h"
 #include "support/plates.h"
 
@@ -154,10 +155,7 @@ void ExpectPromisesKept(const Model& model) {
   const Shape shape = TraceShape(model), smooth = Smoothed(shape, model);
   EXPECT_LT(std::abs(Area(smooth) - Area(shape)), 0.01 * Area(shape));
   ASSERT_EQ(smooth.loops, shape.loops);
-  const auto stays = [&](int n) {
-    const auto k = static_cast<std::size_t>(n);
-    return test::Same(smooth.corners[k], shape.corners[k]);
-  };
+  const auto stays = [&](int n) { return test::Same(smooth.At(n), shape.At(n)); };
   for (const auto& loop : shape.loops) {
     EXPECT_GT(LoopArea(smooth, loop) / LoopArea(shape, loop), 0);
     for (const int n : loop) {
@@ -171,11 +169,10 @@ void ExpectPromisesKept(const Model& model) {
     }
   }
   for (const auto& [a, b, c, d] : shape.cells) {
-    const int i = (a - 1) / (model.CellColumnCount + 1) + 1,
-              j = a - (i - 1) * (model.CellColumnCount + 1);
-    const auto at = [&](int n) { return smooth.corners[static_cast<std::size_t>(n)]; };
-    const auto gap = [&](int p, int q, int r, int s) {
-      return std::min(Distance(at(p), at(r), at(s)), Distance(at(r), at(p), at(q)));
+    const auto [i, j] = CornerOfNode(model, a);
+    const auto gap = [&smooth](int p, int q, int r, int s) {
+      return std::min(Distance(smooth.At(p), smooth.At(r), smooth.At(s)),
+                      Distance(smooth.At(r), smooth.At(p), smooth.At(q)));
     };
     EXPECT_TRUE(gap(d, a, b, c) >= 5 || HasMaterial(model, i, j - 1) ||
                 HasMaterial(model, i, j + 1));
@@ -214,7 +211,7 @@ TEST(Smoothing, MakesStaircasesStraight) {
     const Shape smooth = Smoothed(TraceShape(model), model);
     std::vector<double> heights;  // over the slanted line through the origin, far from both ends
     for (const int n : smooth.loops.at(0)) {
-      const Point& p = smooth.corners[static_cast<std::size_t>(n)];
+      const Point p = smooth.At(n);
       if (p.x > 100 && p.x < 300) heights.push_back(p.y - p.x / run);
     }
     const auto upper = std::ranges::partition(heights, [](double h) { return h < 20; });

@@ -15,7 +15,7 @@
 namespace quillane::test {
 namespace {
 
-/// Whether two segments have more in common than one end.
+/// Returns whether two segments have more in common than one end.
 bool Meet(const Segment& s, const Segment& t) {
   const auto [a, b] = s;
   const auto [c, d] = t;

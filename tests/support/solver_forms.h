@@ -15,10 +15,10 @@ struct SolverPieces {
   Vector product;         ///< K z
 };
 
-/// By the plain procedures. The model's active nodes must be marked. Throws as they do.
+/// Returns the pieces by the plain procedures, and throws as they do. Requires marked active nodes.
 SolverPieces PlainPieces(Model model, const Vector& x);
 
-/// By the fast form; nothing if it declines the model.
+/// Returns the pieces by the fast form; nothing if it declines the model.
 std::optional<SolverPieces> WavePieces(Model model, const Vector& x);
 
 }  // namespace quillane::test
