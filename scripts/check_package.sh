@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the packages of out/, uses them as a newcomer would, removes them and looks for leftovers.
+# Installs the packages of out/, uses each as a new user would, removes them and looks for leftovers.
 # Needs root, and xvfb, xdotool, lintian, appstream, desktop-file-utils.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

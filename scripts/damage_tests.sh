@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Saves under bad conditions: no space, a read-only file or folder, a kill in the middle. Afterwards the old
-# or the new file must be there, whole.
+# Saves under bad conditions: no space, a read-only file or folder, a kill during the save. Afterwards the
+# old or the new file must be there, whole.
 # Usage: damage_tests.sh [path/to/quillane-batch, default the release build]
 #        [kills at random moments, default 0]
 set -euo pipefail

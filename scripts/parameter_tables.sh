@@ -11,7 +11,7 @@ scratch=$(mktemp -d)
 export scratch
 trap 'rm -rf "$scratch"' EXIT
 
-# Runs and writes the summary to NAME.json, even if the run did not converge or reach its volume.
+# run NAME OPTIONS...: writes the summary to NAME.json, even if the run did not converge or reach its volume.
 run() { "$batch" "$model" --quiet --json "$scratch/$1.json" "${@:2}" 2>/dev/null || [ $? -ge 3 ]; }
 export -f run
 

@@ -2,19 +2,17 @@
 """Prints tables in Markdown that compare the time of steps with library solvers on the same systems.
 
 Usage: performance_table.py [repetitions, default 3]
-First whole optimizations of the example sketches, in shipped size and finer: our whole step where it
-changes the layout, against factorization and solution alone by the libraries. Then single plates.
-All in one run on one core, interleaved; the smallest processor time of the repetitions counts.
+The first table has whole optimizations of the example sketches, in shipped size and finer: our whole
+step where it changes the layout, against factorization and solution alone by the libraries. The second
+has single plates. All run on one core, interleaved; the smallest processor time of the repetitions counts.
 """
 import json
 import os
 import subprocess
 import sys
-from pathlib import Path
 
+from lib.examples import ROOT
 from lib.markdown_table import table
-
-ROOT = Path(__file__).resolve().parent.parent
 
 SHIPPED = ["bridge", "two-bar-truss", "cantilever", "bolted-lever", "half-mbb-beam", "l-bracket"]
 COURSES = [f"{name}:1" for name in SHIPPED]

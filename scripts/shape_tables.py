@@ -1,16 +1,16 @@
 #!/usr/bin/python3
 """Makes the tables and the picture of the shapes in docs/validation.md from shape_bench.
 
-Usage: shape_tables.py [seed, default 2026]. Takes some minutes on one core.
+Usage: shape_tables.py [seed, default 2026]   Takes some minutes on one core.
 """
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
+from lib.examples import IMAGES, ROOT
 from lib.markdown_table import insert
 
-ROOT = Path(__file__).resolve().parent.parent
 PAIRS = 8  # the first plates, one of every kind
 
 
@@ -23,8 +23,7 @@ def main():
         command = [program, "--seed", seed, "--pictures", folder, "--montage", str(PAIRS),
                    "--columns", "2"]
         output = subprocess.run(command, check=True, capture_output=True, text=True).stdout
-        (ROOT / "docs/images/validation-shapes.png").write_bytes(
-            (Path(folder) / "montage.png").read_bytes())
+        (IMAGES / "validation-shapes.png").write_bytes((Path(folder) / "montage.png").read_bytes())
     plates, summary, worst = output.strip().split("\n\n")
     titles = plates.splitlines()[:2]
     examples = [line for line in plates.splitlines() if "-x" in line.split("|")[1]]

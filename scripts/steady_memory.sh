@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Watches the resident memory of one long optimization; it must not grow once all arrays are allocated.
+# Samples the resident memory of one long optimization, which must not grow once all arrays are allocated.
 # Usage: steady_memory.sh [path/to/quillane-batch, default the release build] [steps, default 10000]
 #        [model]
 set -euo pipefail
@@ -26,4 +26,4 @@ awk 'NR == 1 { next }                    # still opening
        printf "%d samples: at most %d kB in the first second, %d kB ever, %d kB at the end\n",
               NR, early, most, last
        exit NR < 10 || last > 1.05 * early + 512
-     }' "$work/memory" || { echo "The memory grew, or the run was too short to tell." >&2; exit 1; }
+     }' "$work/memory" || { echo "The memory grew, or the run was too short to decide." >&2; exit 1; }

@@ -1,21 +1,17 @@
 #!/usr/bin/python3
 """Makes the tables and figures of docs/validation.md from runs of quillane-batch.
 
-The program is taken from QUILLANE_BATCH, or from the release build; figures need gnuplot.
+Takes the program from QUILLANE_BATCH or from the release build. The figures need gnuplot.
 """
 
 import math
-import os
 import subprocess
 import tempfile
-from pathlib import Path
 
+from lib.examples import IMAGES, PROGRAM, ROOT, make
 from lib.markdown_table import insert, table
 from lib.plate import EMPTY, Plate, Runner, edge_load, read_plate, von_mises
 
-ROOT = Path(__file__).resolve().parent.parent
-PROGRAM = os.environ.get("QUILLANE_BATCH", ROOT / "build/release/src/batch/quillane-batch")
-MAKE_EXAMPLES = ROOT / "build/release/examples/quillane-make-examples"
 STEPS = 150
 
 
@@ -29,12 +25,11 @@ def percent(value):
 
 def sketch(runner, name):
     """Returns the hand-drawn first layout of an example."""
-    subprocess.run([MAKE_EXAMPLES, runner.folder, "sketch"], check=True)
-    return read_plate(runner.folder / f"{name}.model")
+    return read_plate(make(runner.folder, "sketch", 1, name) / f"{name}.model")
 
 
 def uniaxial(runner):
-    """A plate pulled at its right edge: u = s x / E, v = -nu s y / E, every stress s."""
+    """Pulls a plate at its right edge: u = s x / E, v = -nu s y / E, every stress s."""
     rows = []
     for poisson, thickness, s in ((0.3, 1.0, 50.0), (0.0, 2.5, 50.0), (0.45, 0.4, -120.0)):
         plate = Plate(10, 20, 5.0, poisson=poisson, thickness=thickness)
@@ -54,7 +49,7 @@ def uniaxial(runner):
 
 
 def patch(runner):
-    """A ragged plate with holes under the boundary forces of a constant stress."""
+    """Loads a ragged plate with holes by the boundary forces of a constant stress."""
     rows = []
     for sx, sy, txy in ((80.0, 0.0, 0.0), (0.0, 80.0, 0.0), (0.0, 0.0, 80.0), (60.0, -25.0, 40.0)):
         plate = Plate(9, 12, 4.0)
@@ -91,7 +86,7 @@ def patch(runner):
 
 
 def bending(runner):
-    """A bar under a pure moment, n square cells across its depth: v = M L^2 / (2 E I)."""
+    """Bends a bar of n square cells across its depth by a pure moment: v = M L^2 / (2 E I)."""
     rows, points = [], []
     for n in (1, 2, 3, 4, 6, 8, 12, 16):
         depth, length, s = 48.0, 480.0, 100.0
@@ -115,7 +110,7 @@ def bending(runner):
 
 
 def cantilever(runner):
-    """A cantilever under a parabolic end shear, against the plane-stress solution."""
+    """Compares a cantilever under a parabolic end shear with the plane-stress solution."""
     rows, points = [], []
     p, depth, length = 1000.0, 64.0, 256.0
     inertia = depth**3 / 12
@@ -149,7 +144,7 @@ def cantilever(runner):
 
 
 def truss(runner):
-    """The two-bar example against statics: bars at 45 degrees, volume 2 P L / s."""
+    """Compares the two-bar example with statics: bars at 45 degrees, volume 2 P L / s."""
     plate = sketch(runner, "two-bar-truss")
     (row, column), (_, fy) = next(item for item in plate.loads.items() if item[1] != (0.0, 0.0))
     span = (column - 2) * plate.size  # from the wall's column to the load
@@ -188,7 +183,7 @@ def mirror(runner):
 
 
 def scaling(runner):
-    """Compares loads and target times k, and the modulus times k, with the plate as it is."""
+    """Compares a plate with the same one whose loads and target, or whose modulus, are k times as large."""
     plate = sketch(runner, "cantilever")
     base = runner.run(plate, STEPS)
     tip = (11, plate.columns + 1)
@@ -216,7 +211,7 @@ def figure(name, xlabel, series, extra=""):
              for key, (title, _) in series.items()]
     script = f"""
 set terminal pngcairo size 900,500 font "DejaVu Sans,11"
-set output "{ROOT / 'docs/images' / name}"
+set output "{IMAGES / name}"
 set logscale xy 2
 set format y "%.3g %%"
 set xlabel "{xlabel}"

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Checks the outlines of check_exports.sh with other programs.
 
-Usage: check_outlines.py FOLDER NAME...   with NAME.json, NAME-plain.dxf, NAME-smooth.svg, NAME-round.json and so on
-in FOLDER. The areas of all files of a shape must agree with each other, and those of the plain one
-with the volume.
+Usage: check_outlines.py FOLDER NAME...   with NAME.json, NAME-plain.dxf, NAME-smooth.svg, NAME-round.json
+and so on in FOLDER. The areas of all files of a shape must agree, and those of the plain one with the
+volume.
 """
 import json
 import math

@@ -1,7 +1,7 @@
 """Makes ParaView's pictures of the fields for docs/export.md.
 
 Usage: pvpython export_views.py PLATE.vtu AGAIN.vtu FIELD.png OURS.png THEIRS.png
-PLATE: what quillane-batch wrote; AGAIN: the re-analysis of its smoothed shape.
+PLATE: the fields that quillane-batch wrote; AGAIN: the re-analysis of its smoothed shape.
 """
 import sys
 
@@ -11,7 +11,7 @@ plate_file, again_file, field_png, ours_png, theirs_png = sys.argv[1:]
 
 
 def picture(source, association, largest, png, title, edges):
-    """A view from above, coloured by stress from 0 to `largest`."""
+    """Saves a view from above, coloured by stress from 0 to `largest`."""
     view = CreateView("RenderView")
     view.ViewSize = [1200, 640]
     view.UseColorPaletteForBackground = 0

@@ -2,8 +2,8 @@
 """Analyses a smoothed shape again with other programs: gmsh meshes it, CalculiX solves it.
 
 Usage: reanalysis.py MODEL SHAPE.dxf CELLS.csv RESULT.vtu   (MODEL: the plate that SHAPE and CELLS
-belong to). Prints the largest stresses of both, in the whole plate and away from point loads, supports
-and the corners that the smoothing kept; RESULT.vtu is for a picture.
+belong to). Prints the largest stresses of both analyses, in the whole plate and away from point loads,
+supports and the corners that the smoothing kept. Writes stresses and displacements to RESULT.vtu.
 """
 import csv
 import math
@@ -21,7 +21,7 @@ sys.path.append(str(Path(__file__).resolve().parents[1]))
 from lib.plate import read_plate
 
 ELEMENTS_PER_CELL = 5  # edges of triangles along a cell's edge
-AWAY = 3               # cells from what is left out
+AWAY = 3               # cells from point loads, supports and sharp corners
 
 
 class PlateArrays:
@@ -44,7 +44,7 @@ def distance(p, a, b):
 
 
 def polygons(path, plate):
-    """The loops of a drawing, with every supported and loaded node on them as a point."""
+    """Returns the loops of a drawing, with every supported and loaded node on them as a point."""
     loops = []
     for line in ezdxf.readfile(path).modelspace():
         corners = [np.array(p) for p in line.get_points("xy")]
@@ -58,7 +58,7 @@ def polygons(path, plate):
 
 
 def triangles(loops, size, folder):
-    """gmsh's mesh of second order: places of nodes, and six nodes of each element."""
+    """Returns a mesh of second order by gmsh: places of nodes, and six nodes of each element."""
     text, count, curves = "Mesh.Algorithm = 6;\nMesh.ElementOrder = 2;\n", 0, []
     for loop in loops:
         first = count + 1
@@ -104,7 +104,7 @@ def conditions(plate, places):
 
 
 def calculix(plate, places, elements, held, force, folder):
-    """von Mises stress (MPa) and displacement (mm) at the nodes."""
+    """Returns von Mises stress (MPa) and displacement (mm) at the nodes, by CalculiX."""
     job = os.path.join(folder, "shape")
     with open(job + ".inp", "w") as file:
         file.write("*NODE, NSET=ALL\n")
@@ -138,7 +138,7 @@ def calculix(plate, places, elements, held, force, folder):
 
 
 def value_at(p, places, elements, values):
-    """Interpolates linearly between the corners of the triangle that holds p."""
+    """Interpolates linearly between the corners of the triangle that contains p."""
     a, b, c = (places[elements[:, k]] for k in range(3))
     det = (b - a)[:, 0] * (c - a)[:, 1] - (b - a)[:, 1] * (c - a)[:, 0]
     u = ((p - a)[:, 0] * (c - a)[:, 1] - (p - a)[:, 1] * (c - a)[:, 0]) / det
@@ -150,7 +150,7 @@ def value_at(p, places, elements, values):
 
 
 def sharp(loops):
-    """The points of the loops where the edge turns by more than 50 degrees."""
+    """Returns the points of the loops at which the edge turns by more than 50 degrees."""
     points = []
     for loop in loops:
         for before, here, after in zip(loop[-1:] + loop[:-1], loop, loop[1:] + loop[:1]):

@@ -1,4 +1,4 @@
-"""The examples for the scripts: makes their models and runs quillane-batch on them.
+"""Makes the models of the examples for the scripts and runs quillane-batch on them.
 
 Takes the program from QUILLANE_BATCH or from the release build, which also has quillane-make-examples.
 """

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Makes tables in Markdown for the scripts: by `table`, or as a program from standard input.
+"""Makes tables in Markdown, for other scripts or, as a program, from standard input.
 
-As a program it reads one row per line, with tabs between the cells and the titles in the first row.
+The program reads one row per line, with tabs between the cells and the titles in the first row.
 """
 import re
 import sys
@@ -13,7 +13,7 @@ def table(titles, rows):
 
 
 def insert(page, tables):
-    """Replaces the text between the marks of each table (name: content) in a page (a Path)."""
+    """Replaces the text between the marks of each table (name: content) in a page, a Path."""
     text = page.read_text(encoding="utf-8")
     for name, content in tables.items():
         print(f"{name}\n{content}\n")

@@ -80,7 +80,7 @@ class Plate:
         Path(path).write_text(text, newline="")
 
     def mirrored(self):
-        """The plate seen from behind: left and right exchanged."""
+        """Returns the plate seen from behind: left and right exchanged."""
         image = Plate(**{**vars(self), "states": {}, "held": {}, "loads": {}})
         for (i, j), state in self.states.items():
             image.states[i, self.columns + 1 - j] = state
@@ -111,7 +111,7 @@ def read_plate(path):
 
 @dataclass
 class Result:
-    """Displacements (mm) by node, stress (MPa) and state by cell, the history's rows."""
+    """Displacements (mm) by node, stress (MPa) and state by cell, and the rows of the history."""
 
     disp: dict
     stress: dict
@@ -123,7 +123,7 @@ class Result:
 
 
 class Runner:
-    """Runs the program on plates within a scratch folder."""
+    """Runs the program on plates in a scratch folder."""
 
     def __init__(self, program, folder):
         self.program, self.folder = Path(program), Path(folder)
@@ -154,9 +154,9 @@ def von_mises(sx, sy, txy):
 
 
 def edge_load(traction, y1, y2):
-    """Nodal forces at y1 and y2 that do the work of a traction along a straight edge between.
+    """Returns the forces at y1 and y2 that are equivalent to a traction along the edge between them.
 
-    Three Gauss points: exact for tractions up to degree four.
+    Uses three Gauss points: exact for tractions up to degree four.
     """
     half, middle = (y2 - y1) / 2, (y1 + y2) / 2
     lower = upper = 0.0

@@ -1,4 +1,4 @@
-# To be sourced after virtual_screen.sh: operates the window program by mouse and keyboard as a person would.
+# To be sourced after virtual_screen.sh: operates the program with the window by mouse and keyboard.
 # Variables of the script: $main, number of the main window; $images, folder for the pictures; $messages,
 # file with the program's standard error.
 pause() { sleep "${1:-0.25}"; }

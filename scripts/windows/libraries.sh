@@ -34,8 +34,8 @@ by_cmake() {
   cmake --install "$root/build/$name" --strip > /dev/null
 }
 
-# Only what the window uses: it draws into images, so no GPU; text by the interface that every Windows
-# has; few widgets. Tools that run at build time are native.
+# Builds only what the window uses. It draws into images, so no GPU; it renders text by the interface that
+# every Windows has; it uses few widgets. Tools that run at build time are native.
 build_qt6-base() {
   local off=(sql network dbus printsupport concurrent xml tabletevent direct2d direct2d1_1 directwrite
              directwrite3 vulkan glib zstd icu gif ico jpeg system_zlib system_png system_freetype
@@ -54,7 +54,7 @@ build_cli11() { by_cmake cli11 -DCLI11_BUILD_TESTS=OFF -DCLI11_BUILD_EXAMPLES=OF
 build_highway() { by_cmake highway -DHWY_ENABLE_CONTRIB=OFF -DHWY_ENABLE_EXAMPLES=OFF; }
 build_googletest() { by_cmake googletest -DBUILD_GMOCK=OFF; }
 
-# It comes with files for another build system; there are only two sources.
+# Compiles the two sources directly: the package has files for another build system only.
 build_dxflib() {
   local source
   for source in "$root"/src/dxflib/*/src/*.cpp; do

@@ -34,7 +34,7 @@ for program in quillane quillane-batch; do
   chmod +x "$scratch/$program"
 done
 
-# The tests of a room that cannot run in this way: patterns of names, each with its reason.
+# Prints the tests of a room that cannot run under wine: patterns of names, each with its reason.
 skipped() {
   case $1 in
     ui) cat << 'END' ;;
@@ -98,8 +98,8 @@ for set in "$seen"/histories/*; do
   echo "$(basename "$set"): $(ls "$set" | wc -l) histories are the same"
 done
 
-# different_pixels MODEL MAP A B: counts the pixels in which two pictures differ outside the text. Text is where a
-# picture in another font size differs from the first one.
+# different_pixels MODEL MAP A B: counts the pixels in which two pictures differ outside text, that is, outside
+# the pixels in which a picture with another font size differs from the first one.
 different_pixels() {
   QT_QPA_PLATFORM='' QT_FONT_DPI=60 "$here" "$1" --quiet --map "$2" --image "$scratch/letters.png"
   convert "$3" "$scratch/letters.png" -compose difference -composite -separate -evaluate-sequence max \
