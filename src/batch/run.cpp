@@ -43,6 +43,8 @@ class BatchRun {
 
   int Run() {
     summary_.remarks = options_.remarks;
+    summary_.files.push_back(options_.model.string());
+    for (const auto& loadCase : options_.loadCases) summary_.files.push_back(loadCase.string());
     TryOutputs(options_, fresh_);
     PrepareStart(options_, model_, cases_, summary_.notes);
     course_.SetLoadCases(cases_);
@@ -199,10 +201,6 @@ class BatchRun {
     summary_.cases = cases_.Results();
     summary_.lost = cases_.LostLoads(model_);
     summary_.connected = course_.Connected();
-    summary_.caseFiles = {options_.model.string()};
-    for (const std::filesystem::path& file : options_.loadCases) {
-      summary_.caseFiles.push_back(file.string());
-    }
   }
 
   /// Writes every wanted file of the final model, also after one of them has failed.
@@ -233,9 +231,7 @@ class BatchRun {
   void WriteJson(std::vector<Failure>& faults) {
     const std::filesystem::path& json = options_.outputs[Output::kJson];
     if (json.empty()) return;
-    CollectError(faults, json.string(), [&] {
-      WriteOutput(json, SummaryJson(options_.model.string(), model_, summary_));
-    });
+    CollectError(faults, json.string(), [&] { WriteOutput(json, SummaryJson(model_, summary_)); });
   }
 
   void PrintSummary(std::vector<Failure>& faults) {

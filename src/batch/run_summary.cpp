@@ -77,7 +77,7 @@ QJsonArray CaseArray(const RunSummary& summary) {
         {"meanStress", result.meanStress},       {"minStress", result.minStress},
         {"iterations", result.solve.iterations}, {"trueResidual", result.solve.trueResidual},
         {"converged", result.solve.converged},   {"connected", summary.lost[k].empty()}};
-    AddModelName(object, summary.caseFiles[k]);
+    AddModelName(object, summary.files[k]);
     cases.append(object);
   }
   return cases;
@@ -91,7 +91,7 @@ std::string CaseTable(const RunSummary& summary) {
     const LoadCaseResult& result = summary.cases[k];
     fmt::format_to(std::back_inserter(text), "{:>9}  {:>10.5g}  {:>10.4g}  {:>9.4g}  {}\n", k + 1,
                    result.compliance, result.meanStress, result.maxStress,
-                   Printable(summary.caseFiles[k]));
+                   Printable(summary.files[k]));
   }
   return text;
 }
@@ -196,8 +196,7 @@ std::string SummaryText(const Model& model, const RunSummary& summary) {
   return text;
 }
 
-std::string SummaryJson(const std::string& modelName, const Model& model,
-                        const RunSummary& summary) {
+std::string SummaryJson(const Model& model, const RunSummary& summary) {
   QJsonObject object{
       {"version", QUILLANE_VERSION},
       {"exitStatus", summary.exitStatus},
@@ -228,7 +227,7 @@ std::string SummaryJson(const std::string& modelName, const Model& model,
       {"meanStress", model.AvgStress},
       {"minStress", model.MinStress},
   };
-  AddModelName(object, modelName);
+  AddModelName(object, summary.files.front());
   if (summary.figures.unconvergedSolves > 0)
     object["firstUnconvergedStep"] = summary.figures.firstUnconverged;
   if (summary.rest) {

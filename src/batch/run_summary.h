@@ -12,6 +12,7 @@
 namespace quillane {
 
 struct RunSummary {
+  std::vector<std::string> files;  ///< as given: the model's, then one for each further load case
   CourseFigures figures;
   double startVolume = 0;          ///< of the first analysis, mm^3
   bool connected = true;           ///< every load of every case is connected to adequate supports
@@ -19,7 +20,6 @@ struct RunSummary {
   int pieces = 1;                  ///< separate ones
   std::optional<SearchResult> search;     ///< of --volume-fraction
   std::vector<LoadCaseResult> cases;      ///< at the end; none if there is only one
-  std::vector<std::string> caseFiles;     ///< of these
   std::vector<std::vector<int>> lost;     ///< nodes with a lost load, of each case
   double compliance = 0;                  ///< at the end, N mm; of all cases together
   std::vector<KeptStage> stages;          ///< of the search, in their order
@@ -39,9 +39,7 @@ void Judge(RunSummary& summary, const Model& model, bool filesWritten);
 /// Returns the lines for standard output.
 std::string SummaryText(const Model& model, const RunSummary& summary);
 
-/// Returns the same and all values used as one JSON object. modelName: as given on the command
-/// line.
-std::string SummaryJson(const std::string& modelName, const Model& model,
-                        const RunSummary& summary);
+/// Returns the same and all values used as one JSON object.
+std::string SummaryJson(const Model& model, const RunSummary& summary);
 
 }  // namespace quillane

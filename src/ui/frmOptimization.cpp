@@ -94,10 +94,6 @@ frmOptimization::frmOptimization(frmMain& main)
                             lblCourse->fontMetrics().lineSpacing() * kCourseLines);
   rows->addWidget(lblCourse);
   connect(&main, &frmMain::StepDone, this, &frmOptimization::FollowStep);
-  Form_Load();
-}
-
-void frmOptimization::Form_Load() {
   cmdAutoStart->setFocus();
   FollowStep();
   PlaceBesideTheMap();

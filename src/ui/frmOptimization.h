@@ -17,7 +17,6 @@ class frmOptimization : public Form {
   void reject() override;
 
  private:
-  void Form_Load();
   void cmdAutoStart_Click();
   void cmdAutoStop_Click();
   void cmdManual_Click();
