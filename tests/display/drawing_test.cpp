@@ -237,6 +237,7 @@ TEST(ResultMaps, LegendRunsFromSmallestToLargestOrFromZeroForPotentials) {
   EXPECT_EQ(map.legend.TextAt(16), "1.60E+02");
   EXPECT_EQ(map.legend.Scale(), (UserScale{-0.5, 17, 5, -1}));
   EXPECT_EQ(map.legend.FillAt(0), (Color{0, 63, 252})) << "blue is lowest";
+  EXPECT_EQ(map.legend.FillAt(7), (Color{0, 252, 63}));
   EXPECT_EQ(map.legend.FillAt(8), (Color{63, 252, 0}));
   EXPECT_EQ(map.legend.FillAt(15), (Color{252, 63, 0}));
 
@@ -295,6 +296,7 @@ TEST(ReadOuts, TellValuesOfTheNearestNodeOrOfTheCellCountedFromZero) {
   EXPECT_EQ(stressValue(model, 250, 50), "0,2   stress = 0MPa") << "the border";
   EXPECT_THROW(neuronValue(model, 250, 50), RunTimeError);
   EXPECT_EQ(stressValue(model, 300, 200), "2,3   stress = 7MPa") << "the upper right corner";
+  EXPECT_EQ(neuronValue(model, 300, 200), "2,3   Potential = 0");
   EXPECT_EQ(stressValue(model, 400, 150), std::nullopt);
   model.ElementSize = 10;
   EXPECT_EQ(stressValue(model, 250, 150), std::nullopt) << "the grid no longer fits the cells";

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <utility>
 
 #include "model/model_file.h"
 #include "support/plates.h"
@@ -45,13 +46,17 @@ TEST(Press, WhatTheGridDoesNotHaveIsRefusedAsAValue) {
   EXPECT_EQ(Press(mixture, state, 10, 210), kElementOutside);
 }
 
-TEST(Press, ARectangleThatChangesACellIsNoted) {
-  for (const Integer mode : {kModeDesign, kModeNonDesign, kModeCutOut, kModeRemove}) {
+TEST(Press, ARectangleGetsItsStateAndAChangeIsNoted) {
+  for (const auto& [mode, cellState] : {std::pair(kModeDesign, kCellDesign),
+                                        {kModeNonDesign, kCellNonDesign},
+                                        {kModeCutOut, kCellCutOut},
+                                        {kModeRemove, kCellEmpty}}) {
     Model model = test::Plate(2, 2);
     EditState state;
     BeginMode(model, mode);
     for (const Single x : {150.0F, 10.0F}) Press(model, state, x, 10);
     EXPECT_EQ(state.changedSinceAnalysis, mode != kModeDesign) << mode;
+    EXPECT_EQ(model.CellState(1, 2), cellState);
   }
 }
 

@@ -96,23 +96,14 @@ TEST(OutlineFile, SuffixChoosesTheFormatAndDrawingsAreInMillimetres) {
         R"(d="M 10 20 L 10 10 L 20 10 L 20 20 Z M 10 30 L 30 30 L 30 0 L 0 0 L 0 20 L 10 20 Z")"}) {
     EXPECT_NE(svg.find(part), std::string::npos) << svg;
   }
+  for (const double thickness : {0.0, -1.0, 1E300}) {
+    EXPECT_THROW(OutlineText(OutlineFormat::kStl, ring, thickness), FileWriteError);
+  }
   const std::string dxf = OutlineText(OutlineFormat::kDxf, ring, 1);
   EXPECT_EQ(test::Numbers(dxf, "$INSUNITS\n", '$'), (std::vector<double>{70, 4, 9}));
   EXPECT_EQ(test::Numbers(dxf, "AcDbPolyline\n", 'A'),
             (std::vector<double>{90, 4,  70, 1,  10, 20, 20, 20, 10, 20, 20,
                                  30, 10, 30, 20, 30, 10, 30, 20, 20, 0}));
-}
-
-TEST(OutlineFile, StlIsAClosedSolidTurnedOutward) {
-  for (unsigned seed = 1; seed <= 30; ++seed) {
-    SCOPED_TRACE(seed);
-    const Model model = test::RandomLayout(seed);
-    const Shape shape = Smoothed(TraceShape(model), model);
-    test::ExpectClosedSolid(OutlineText(OutlineFormat::kStl, shape, 2.5), 2.5 * Area(shape), 1E-5);
-    for (const double thickness : {0.0, -1.0, 1E300}) {
-      EXPECT_THROW(OutlineText(OutlineFormat::kStl, shape, thickness), FileWriteError);
-    }
-  }
 }
 
 TEST(Vtu, HoldsEveryPresentCellAndItsNodes) {
@@ -159,13 +150,9 @@ void ExpectPromisesKept(const Model& model) {
   for (const auto& loop : shape.loops) {
     EXPECT_GT(LoopArea(smooth, loop) / LoopArea(shape, loop), 0);
     for (const int n : loop) {
-      bool held = false;  // by a support or load, or at the edge of the domain
-      for (const int d : {1, 2}) {
-        const double place = model.NodeXY(n, d);
-        held |= model.NodeFreedom(n, d) != 0 || model.NodeLoad(n, d) != 0 || place == 0 ||
-                place == double{d == 1 ? model.DomainX2 : model.DomainY2};
-      }
-      EXPECT_TRUE(!held || stays(n)) << n;
+      const auto [i, j] = CornerOfNode(model, n);
+      const bool isAtEdge = i == 1 || j == 1 || i > model.CellRowCount || j > model.CellColumnCount;
+      EXPECT_TRUE(stays(n) || !(isAtEdge || IsHeld(model, n) || IsLoaded(model, n))) << n;
     }
   }
   for (const auto& [a, b, c, d] : shape.cells) {
@@ -179,6 +166,7 @@ void ExpectPromisesKept(const Model& model) {
     EXPECT_TRUE(gap(a, b, c, d) >= 5 || HasMaterial(model, i - 1, j) ||
                 HasMaterial(model, i + 1, j));
   }
+  test::ExpectClosedSolid(OutlineText(OutlineFormat::kStl, smooth, 2.5), 2.5 * Area(smooth), 1E-5);
   const std::vector<test::Segment> outline = test::Segments(smooth);
   test::ExpectNoneMeet(outline);
   for (int i = 1; i <= model.CellRowCount; ++i) {
@@ -186,9 +174,7 @@ void ExpectPromisesKept(const Model& model) {
       EXPECT_EQ(test::IsInside({10 * (j - 0.5), 10 * (i - 0.5)}, outline),
                 HasMaterial(model, i, j));
       if (model.CellState(i, j) == kCellDesign || model.CellState(i, j) == kCellEmpty) continue;
-      for (int k = 1; k <= 4; ++k) {
-        EXPECT_TRUE(stays(model.ElementNodes(ElementOfCell(model, i, j), k)));
-      }
+      for (const int n : NodesOfCell(model, i, j)) EXPECT_TRUE(stays(n));
     }
   }
 }

@@ -84,7 +84,7 @@ QPointF MiddleOf(int lineWidth, const std::function<void(ImageArea&)>& draw) {
   return sum / ink;
 }
 
-TEST(ImageArea, LinesOfAnySlopeAndCirclesLieInTheMiddle) {
+TEST(ImageArea, LinesOfAnySlopeBoxesAndCirclesLieInTheMiddle) {
   const double lines[][4] = {
       {10, 10, 40, 20}, {12, 30, 20, 5}, {10, 35, 35, 10}, {10, 10, 10, 25}, {5, 8, 30, 8}};
   for (const auto& [x1, y1, x2, y2] : lines) {
@@ -93,6 +93,8 @@ TEST(ImageArea, LinesOfAnySlopeAndCirclesLieInTheMiddle) {
       const QPointF expected((x1 + x2) / 2 + inPixel, (y1 + y2) / 2 + inPixel);
       const QPointF line = MiddleOf(width, [&](ImageArea& a) { a.DrawLine(x1, y1, x2, y2); });
       EXPECT_LT(QLineF(line, expected).length(), 0.07) << x1 << " " << y1 << " " << width;
+      const QPointF box = MiddleOf(width, [&](ImageArea& a) { a.DrawBox(x1, y1, x2, y2); });
+      EXPECT_LT(QLineF(box, expected).length(), 0.07) << x1 << " " << y1 << " " << width;
       const QPointF circle = MiddleOf(width, [&](ImageArea& a) { a.DrawCircle(x1, 20, 3); });
       EXPECT_LT(QLineF(circle, {x1 + inPixel, 20 + inPixel}).length(), 0.07) << x1 << " " << width;
     }

@@ -8,7 +8,6 @@
 
 #include "fem/mesh.h"
 #include "model/platform.h"
-#include "model/regular_grid.h"
 
 namespace quillane::test {
 
@@ -23,8 +22,6 @@ Model Plate(int rows, int columns, Single elementSize, Integer state) {
   MarkActiveNodes(model);
   return model;
 }
-
-int Node(const Model& model, int row, int column) { return NodeOfCorner(model, row, column); }
 
 void SetCells(Model& model, int row1, int column1, int row2, int column2, Integer state) {
   for (int i = row1; i <= row2; ++i) {

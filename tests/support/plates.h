@@ -5,7 +5,7 @@
 #include <random>
 #include <string>
 
-#include "model/model.h"
+#include "model/regular_grid.h"
 
 namespace quillane::test {
 
@@ -13,7 +13,9 @@ namespace quillane::test {
 Model Plate(int rows, int columns, Single elementSize = 100, Integer state = kCellDesign);
 
 /// Returns the number of the node in a grid row and column, both from 1 at the lower left.
-int Node(const Model& model, int row, int column);
+inline int Node(const Model& model, int row, int column) {
+  return NodeOfCorner(model, row, column);
+}
 
 /// Sets the state of the cells of a rectangle and marks the active nodes again.
 void SetCells(Model& model, int row1, int column1, int row2, int column2, Integer state);
