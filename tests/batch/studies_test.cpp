@@ -67,6 +67,8 @@ TEST_F(Study, ARunGoesOnFromATableOfCells) {
       {"row,column,state,potential,step\n1,1,5,0,0\n", "line 2: 5 is no state of a cell"},
       {"row,column,state,potential,step\n1,1,1,nan,0\n", "line 2: the potential is not"},
       {"row,column,state,potential,step\n1,1,-3,0,0\n", "line 2: the cell is cut out in"}};
+  test::WriteFile(folder_ / "dos.csv", "\xEF\xBB\xBFrow,column,state,potential,step\r\n1,2\r\n");
+  ExpectEnds({{course + "--resume dos.csv", 2, "line 2: cell (1, 1) of the model's grid"}});
   for (const auto& [text, words] : bad) {
     test::WriteFile(folder_ / "spoilt.csv", text);
     ExpectEnds({{course + "--resume spoilt.csv --steps 3", 2, words}});
