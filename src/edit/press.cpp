@@ -41,8 +41,8 @@ bool BuildDomain(Model& model, EditState& state, Single x2, Single y2) {
   return true;
 }
 
-/// Returns whether the mesh has the cell: after a change of ElementSize, or in an inconsistent file,
-/// the domain's rectangle may not match it.
+/// Returns whether the mesh has the cell: after a change of ElementSize, or in an inconsistent
+/// file, the domain's rectangle may not match it.
 bool MeshHas(const Model& model, const CellIndex& cell) {
   const int element = ElementOfCell(model, cell.row, cell.column);
   return model.CellState.First().Contains(cell.row) &&

@@ -10,7 +10,8 @@
 
 namespace quillane::test {
 
-/// Returns cells of 10 mm as drawn, upper row first: '#' material, 'N' non-design, 'x' cut out, '.' empty.
+/// Returns cells of 10 mm as drawn, upper row first: '#' material, 'N' non-design, 'x' cut out, '.'
+/// empty.
 Model Layout(const std::vector<std::string>& rows);
 
 /// Returns members, islands and holes of random waves and noise, down to single cells and contacts
