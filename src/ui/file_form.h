@@ -1,4 +1,4 @@
-// The dialogs for opening and saving a model.
+// The base of the dialogs for opening and saving a model.
 #pragma once
 
 #include <filesystem>
@@ -53,20 +53,6 @@ class FileForm : public Form {
   QTreeWidget* Dir1;
   QListWidget* File1;
   QLineEdit* txtFileName;
-};
-
-/// "Open Model": replaces the model, rebuilds the view and ends what belonged to the old one.
-class frmOpen : public FileForm {
- public:
-  explicit frmOpen(frmMain& main)
-      : FileForm(main, {"frmOpen", "Open Model"}, "cmdOpen", "Open", &frmMain::OpenModel) {}
-};
-
-/// "Save Model": writes the whole model; an existing file is replaced without a question.
-class frmSave : public FileForm {
- public:
-  explicit frmSave(frmMain& main)
-      : FileForm(main, {"frmSave", "Save Model"}, "cmdSave", "Save", &frmMain::SaveModel) {}
 };
 
 }  // namespace quillane

@@ -1,16 +1,19 @@
 // The menu tree and the handlers of its items.
 #include <QShortcut>
 
-#include "ui/file_form.h"
 #include "ui/frmAppliedLoad.h"
 #include "ui/frmController.h"
+#include "ui/frmFreedom.h"
 #include "ui/frmImageIndicator.h"
 #include "ui/frmMain.h"
 #include "ui/frmMaterial.h"
+#include "ui/frmOpen.h"
 #include "ui/frmOptimization.h"
+#include "ui/frmSave.h"
+#include "ui/frmShape.h"
+#include "ui/frmValueIndicator.h"
 #include "ui/frmWidth.h"
 #include "ui/menu_bar.h"
-#include "ui/mode_forms.h"
 
 namespace quillane {
 
