@@ -62,10 +62,7 @@ void frmMain::mnuImageCopy_Click() {
 }
 
 void frmMain::mnuHistory_Click() {
-  if (model_.HistoryRecording != 0) {
-    Warn(this, "すでに履歴を記録しています。");
-    return;
-  }
+  if (model_.HistoryRecording != 0) return Warn(this, "すでに履歴を記録しています。");
   KeepEarlierHistory(kHistoryFile);
   history_.Start(model_, kHistoryFile);
 }
