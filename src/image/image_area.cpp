@@ -35,12 +35,6 @@ int Snap(double position, int size) {
 /// Returns the offset of a line from a pixel's corner: a line of odd width runs through its middle.
 QPointF PenOffset(int width) { return width % 2 == 0 ? QPointF(0, 0) : QPointF(0.5, 0.5); }
 
-/// Returns the box between two opposite corners.
-QRect Between(QPoint a, QPoint b) {
-  return {std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::abs(a.x() - b.x()),
-          std::abs(a.y() - b.y())};
-}
-
 /// Returns whether a position is defined: an infinite coordinate or a scale without extent may
 /// leave none.
 bool IsPoint(QPointF point) { return !std::isnan(point.x()) && !std::isnan(point.y()); }
@@ -96,18 +90,25 @@ void ImageArea::Open() {
 
 QPainter& ImageArea::Painter() {
   Open();
-  painter_.setPen(QPen(QColor(color_), lineWidth_));
+  const QPen& pen = painter_.pen();
+  if (pen.color().rgb() != color_ || pen.width() != lineWidth_) {
+    painter_.setPen(QPen(QColor(color_), lineWidth_));
+  }
   lastFill_ = {};
   return painter_;
 }
 
-void ImageArea::FillPixels(QRect box, QRgb color) {
-  box &= image_.rect();
+void ImageArea::FillPixels(PixelBox box, QRgb color) {
+  box.left = std::max(box.left, 0);
+  box.top = std::max(box.top, 0);
+  box.right = std::min(box.right, image_.width());
+  box.bottom = std::min(box.bottom, image_.height());
   Open();
   const bool isDone = box == lastFill_ && color == lastColor_;
-  if (box.isEmpty() || isDone) return;
-  for (int row = box.top(); row <= box.bottom(); ++row) {
-    std::fill_n(reinterpret_cast<QRgb*>(target_.scanLine(row)) + box.left(), box.width(), color);
+  if (box.left >= box.right || isDone) return;
+  const int width = box.right - box.left;
+  for (int row = box.top; row < box.bottom; ++row) {
+    std::fill_n(reinterpret_cast<QRgb*>(target_.scanLine(row)) + box.left, width, color);
   }
   lastFill_ = box;
   lastColor_ = color;
@@ -123,8 +124,14 @@ QPoint ImageArea::OnPixel(QPointF point) const {
   return {Snap(point.x(), image_.width()), Snap(point.y(), image_.height())};
 }
 
-QRectF ImageArea::WithMargin() const {
-  return QRectF(image_.rect()).adjusted(-kMargin, -kMargin, kMargin, kMargin);
+bool ImageArea::IsNear(QPointF point) const {
+  return point.x() >= -kMargin && point.x() <= image_.width() + kMargin && point.y() >= -kMargin &&
+         point.y() <= image_.height() + kMargin;
+}
+
+ImageArea::PixelBox ImageArea::Between(QPoint a, QPoint b) {
+  return {std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::max(a.x(), b.x()),
+          std::max(a.y(), b.y())};
 }
 
 void ImageArea::SetScale(const UserScale& scale) { scale_ = scale; }
@@ -133,7 +140,7 @@ void ImageArea::SetBackground(Color color) {
   background_ = qRgb(color.red, color.green, color.blue);
 }
 
-void ImageArea::Clear() { FillPixels(image_.rect(), background_); }
+void ImageArea::Clear() { FillPixels({0, 0, image_.width(), image_.height()}, background_); }
 
 void ImageArea::SetColor(Color color) { color_ = qRgb(color.red, color.green, color.blue); }
 
@@ -142,10 +149,10 @@ void ImageArea::SetLineWidth(int pixels) {
   lineWidth_ = std::max(1, static_cast<int>(std::lround(pixels * ratio_)));
 }
 
-void ImageArea::FillStroke(QRect box) {
+void ImageArea::FillStroke(PixelBox box) {
   const int before = lineWidth_ / 2;
   const int after = lineWidth_ - before;
-  FillPixels(box.adjusted(-before, -before, after, after), color_);
+  FillPixels({box.left - before, box.top - before, box.right + after, box.bottom + after}, color_);
 }
 
 void ImageArea::DrawLine(double x1, double y1, double x2, double y2) {
@@ -156,7 +163,7 @@ void ImageArea::DrawLine(double x1, double y1, double x2, double y2) {
   const QPoint end = OnPixel(to);
   if (begin.x() == end.x() || begin.y() == end.y()) {
     FillStroke(Between(begin, end));
-  } else if (WithMargin().contains(from) && WithMargin().contains(to)) {
+  } else if (IsNear(from) && IsNear(to)) {
     DrawSlantedLine(begin, end);
   } else {
     DrawClippedLine(from, to);
@@ -176,8 +183,8 @@ void ImageArea::DrawClippedLine(QPointF from, QPointF to) {
     last = std::min(last, leave);
     return first <= last;
   };
-  if (isAnyLeft(from.x(), step.x(), WithMargin().right()) &&
-      isAnyLeft(from.y(), step.y(), WithMargin().bottom())) {
+  if (isAnyLeft(from.x(), step.x(), image_.width() + kMargin) &&
+      isAnyLeft(from.y(), step.y(), image_.height() + kMargin)) {
     DrawSlantedLine(OnPixel(from + first * step), OnPixel(from + last * step));
   }
 }
@@ -190,10 +197,11 @@ void ImageArea::DrawBox(double x1, double y1, double x2, double y2) {
   const QPointF from = DevicePoint(x1, y1);
   const QPointF to = DevicePoint(x2, y2);
   if (!IsPoint(from) || !IsPoint(to)) return;
-  const QPoint a = OnPixel(from), b = OnPixel(to), c(a.x(), b.y()), d(b.x(), a.y());
-  for (const auto& [begin, end] : {std::pair(a, c), {c, b}, {b, d}, {d, a}}) {
-    FillStroke(Between(begin, end));
-  }
+  const auto [left, top, right, bottom] = Between(OnPixel(from), OnPixel(to));
+  FillStroke({left, top, right, top});
+  FillStroke({left, bottom, right, bottom});
+  FillStroke({left, top, left, bottom});
+  FillStroke({right, top, right, bottom});
 }
 
 void ImageArea::FillBox(double x1, double y1, double x2, double y2) {

@@ -41,17 +41,25 @@ class ImageArea final : public DrawingArea {
   void DrawText(double x, double y, std::string_view text) override;
 
  private:
+  /// Pixels left..right - 1, top..bottom - 1.
+  struct PixelBox {
+    int left, top, right, bottom;
+    friend bool operator==(const PixelBox&, const PixelBox&) = default;
+  };
+
   void Open();
   QPainter& Painter();
-  void FillPixels(QRect box, QRgb color);
+  void FillPixels(PixelBox box, QRgb color);
   /// Returns the position of user coordinates in device pixels.
   QPointF DevicePoint(double x, double y) const;
   /// Returns the pixel corner nearest to a position in device pixels.
   QPoint OnPixel(QPointF point) const;
-  /// Returns the picture and its margin in device pixels.
-  QRectF WithMargin() const;
+  /// Returns whether a position in device pixels lies in the picture or its margin.
+  bool IsNear(QPointF point) const;
+  /// Returns the box between two opposite corners.
+  static PixelBox Between(QPoint a, QPoint b);
   /// Fills a line of the current width along a box without width or height.
-  void FillStroke(QRect box);
+  void FillStroke(PixelBox box);
   /// Draws a slanted line, in device pixels, of which an end lies far outside the picture.
   void DrawClippedLine(QPointF from, QPointF to);
   /// Draws a slanted line between pixel corners in or near the picture.
@@ -67,7 +75,7 @@ class ImageArea final : public DrawingArea {
   QFont font_;
   // What FillPixels filled last, which need not be filled again until anything else is drawn: the
   // finest grid has 20 lines to a pixel and takes 5 ms instead of 85 ms.
-  QRect lastFill_;
+  PixelBox lastFill_{};
   QRgb lastColor_ = 0;
   QImage target_;             // the pixels of image_ at a ratio of 1, while the painter is open
   mutable QPainter painter_;  // on target_; open until the picture is asked for
