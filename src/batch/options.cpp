@@ -15,6 +15,7 @@
 #include "batch/option_values.h"
 #include "batch/outputs.h"
 #include "model/number_text.h"
+#include "optimize/volume_search.h"
 
 namespace quillane {
 namespace {
@@ -115,7 +116,7 @@ class CommandLine {
  private:
   /// Adds an option whose value is read(name, text); text is empty if none is given.
   template <class Value, class Read>
-  CLI::Option* Add(const std::string& name, const char* type, const char* help, Value& value,
+  CLI::Option* Add(const std::string& name, const char* type, const std::string& help, Value& value,
                    const Read& read) {
     const auto store = [&value, name, read](const std::string& text) { value = read(name, text); };
     return app_.add_option_function<std::string>(name, store, help)->type_name(type);
@@ -186,9 +187,10 @@ class CommandLine {
                                  "step until the layout is at rest; with --steps N, at most N");
     auto* fraction =
         Add("--volume-fraction", "F",
-            "search for the stiffest plate of this share of the volume, for example "
-            "0.5, in at most 6 attempts of 400 stages; --lambda and --epsilon restrict the "
-            "search",
+            fmt::format("search for the stiffest plate of this share of the volume, for example "
+                        "0.5, in at most {} attempts of {} stages; --lambda and --epsilon restrict "
+                        "the search",
+                        kMostAttempts, kMostVotes),
             options_.volumeFraction, Share);
     app_.add_flag_callback(
             "--no-keep", [this] { options_.keepLoads = false; },
