@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <random>
 #include <string>
@@ -10,6 +11,7 @@
 
 #include "export/outline_file.h"
 #include "export/outline_support.h"
+#include "export/rounding.h"
 #include "export/shape.h"
 
 namespace quillane {
@@ -132,14 +134,28 @@ TEST(CutOutCircles, KeepOutlineAndSolidSoundOnRandomLayouts) {
     SCOPED_TRACE(seed);
     Model model = seed % 3 == 0 ? test::RandomLayout(seed) : test::Plate(18, 24, 10);
     std::mt19937 random(seed);
+    const auto below = [&random](int count) {
+      return static_cast<double>(random() % 1000) / 1000 * count;
+    };
+    double x = 0, y = 0, before = 0;
     for (unsigned hole = 0; hole < 1 + seed % 4; ++hole) {
-      const auto below = [&random](int count) {
-        return static_cast<double>(random() % 1000) / 1000 * count;
-      };
-      test::CutDisc(model, below(model.CellColumnCount), below(model.CellRowCount), 0.6 + below(5));
+      const double radius = 0.6 + below(5);
+      const bool close = hole % 2 == 1;  // to the hole before, so that some circles are refused
+      x = close ? x + before + radius + 0.4 : below(model.CellColumnCount);
+      y = close ? y : below(model.CellRowCount);
+      test::CutDisc(model, x, y, before = radius);
     }
     model.CellState(1, 1) = kCellDesign;
     const Shape traced = TraceShape(model);
+    Shape rounded = traced;
+    std::map<int, Point> moved;
+    for (const CutOutCircle& added : AddCircles(rounded, model, FindCutOutCircles(traced, model))) {
+      moved.insert(added.corners.begin(), added.corners.end());
+    }
+    for (int corner = 1; corner < std::ssize(traced.corners); ++corner) {
+      const Point home = moved.contains(corner) ? moved[corner] : traced.At(corner);
+      EXPECT_EQ(Length(rounded.At(corner) - home), 0) << corner;
+    }
     const Shape shape = Smoothed(traced, model, SmoothEdges::kAll);
     for (const auto& loop : traced.loops) {
       EXPECT_GT(LoopArea(shape, loop) / LoopArea(traced, loop), 0);
