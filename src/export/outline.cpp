@@ -52,6 +52,7 @@ std::vector<Contour> Outline(const Shape& shape) {
 
 std::vector<std::vector<Point>> Polygons(const std::vector<Contour>& outline, double deviation) {
   std::vector<std::vector<Point>> polygons;
+  polygons.reserve(outline.size());
   for (const Contour& contour : outline) polygons.push_back(Polygon(contour, deviation));
   return polygons;
 }

@@ -269,19 +269,5 @@ TEST_P(Example, IsWhatItsRecipeMakesAndComesDownToHalfItsVolumeWhole) {
 
 INSTANTIATE_TEST_SUITE_P(Shipped, Example, testing::ValuesIn(ExampleNames()));
 
-TEST(Examples, ARefinedOneIsTheSamePlateOfSmallerCells) {
-  const Model coarse = MakeExample("l-bracket", ExampleStart::kSketch);
-  const Model fine = MakeExample("l-bracket", ExampleStart::kSketch, 3);
-  const auto sum = [](const auto& array) {
-    double total = 0;
-    for (const auto value : array.Raw()) total += static_cast<double>(value);
-    return total;
-  };
-  EXPECT_EQ(sum(fine.CellState), 9 * sum(coarse.CellState));
-  EXPECT_EQ(sum(fine.NodeLoad), sum(coarse.NodeLoad));
-  EXPECT_EQ(sum(coarse.NodeFreedom), 2 * 17);
-  EXPECT_EQ(sum(fine.NodeFreedom), 2 * 49) << "held along the edge, too";
-}
-
 }  // namespace
 }  // namespace quillane
