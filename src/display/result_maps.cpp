@@ -22,7 +22,7 @@ LevelLimits LimitsBetween(ValueRange extremes) {
   LevelLimits limits{};
   for (std::size_t k = 0; k < 15; ++k) {
     const Single above = static_cast<Single>(k) * width;
-    limits[k] = ToSingle(double{above} + extremes.smallest, "The limit of a level");
+    limits[k] = ToSingle(extremes.smallest + double{above}, "The limit of a level");
   }
   limits[15] = ToSingle(extremes.largest, "The largest value");
   return limits;

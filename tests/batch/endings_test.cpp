@@ -99,7 +99,6 @@ TEST_F(Ending, OutputsThatAreOneAreRefused) {
       {"plate.model --cells p --nodes p", 2, "p: --nodes names the same file as --cells"},
       {"plate.model --course /dev/stdout --cells -", 2,
        "only one output can go to standard output"},
-      {"plate.model --course /dev/fd/1 --cells -", 2, "only one output can go to standard output"},
       {"plate.model --history /dev/stdout", 2, "--history: cannot go to standard output"},
       {"plate.model --load-case /dev/stderr", 2, "standard output and error cannot be read"},
       {"- --resume - < a.model", 2, "only one input can come from standard input"},

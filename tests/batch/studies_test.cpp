@@ -38,7 +38,6 @@ TEST_F(Study, AVolumeFractionIsReachedAndRecordedStepForStep) {
   Save("torn.model", [](Model& m) { m.ElementNodes(1, 1) = 5000; });
   ExpectEnds({{"plate.model --volume-fraction 0.5 --lambda 1e-6", 2, "1E-06 is too small"},
               {"hollow.model --volume-fraction 0.5", 2, "thickness is not above 0"},
-              {"torn.model", 1, ""},
               {"torn.model --volume-fraction 0.5", 1, ""}});
 }
 
