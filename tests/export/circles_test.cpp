@@ -7,6 +7,7 @@
 #include <numbers>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "export/outline_file.h"
@@ -45,6 +46,8 @@ TEST(CutOutCircles, AreFoundInDigitizedDiscs) {
   Model tips = test::Plate(40, 40, 10);  // single cells at its four ends
   test::CutDisc(tips, 20.5, 20.5, 12.01);
   EXPECT_EQ(Figures(tips).circles.size(), 1U);
+  const Model tip = test::Layout({".####", "..xx.", "..#x.", "###.."});
+  EXPECT_EQ(Figures(tip).arcs.size(), 1U) << "a tip one cell away from other material";
 
   found = 0;
   for (int k = 0; k < 200; ++k) {  // cut by an edge of the domain
@@ -161,8 +164,11 @@ TEST(CutOutCircles, KeepOutlineAndSolidSoundOnRandomLayouts) {
       EXPECT_GT(LoopArea(shape, loop) / LoopArea(traced, loop), 0);
     }
     for (const auto& [edge, index] : shape.arcs) {
-      const auto& [centre, radius] = shape.circles[static_cast<std::size_t>(index)];
-      EXPECT_NEAR(Length(shape.At(edge.second) - centre), radius, 1E-9 * radius);
+      const Circle& circle = shape.circles[static_cast<std::size_t>(index)];
+      const Point from = shape.At(edge.first), to = shape.At(edge.second);
+      EXPECT_NEAR(Length(to - circle.centre), circle.radius, 1E-9 * circle.radius);
+      for (Point last = from; const Point& p : ArcPoints(circle, from, to, 0.1))
+        EXPECT_GT(Distance(circle.centre, std::exchange(last, p), p), circle.radius - 0.1001);
     }
     test::ExpectNoneMeet(test::Segments(shape));
     test::ExpectClosedSolid(OutlineText(OutlineFormat::kStl, shape, 2.5), 2.5 * Area(shape), 0.02);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QVector3D>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -123,6 +124,9 @@ void ExpectClosedSolid(const std::string& stl, double volume, double error) {
     std::array<Vertex, 4> facet;  // its normal, then its corners
     std::memcpy(facet.data(), stl.data() + at, sizeof facet);
     const auto& [normal, a, b, c] = facet;
+    const auto vector = [](const Vertex& v) { return QVector3D(v[0], v[1], v[2]); };
+    const QVector3D expected = QVector3D::normal(vector(a), vector(b), vector(c));
+    EXPECT_LT((vector(normal) - expected).length(), 1E-3F);
     enclosed += double{a[2] + b[2] + c[2]} / 6 *
                 Cross({b[0] - a[0], b[1] - a[1]}, {c[0] - a[0], c[1] - a[1]});
     for (const auto& edge : {std::pair(a, b), std::pair(b, c), std::pair(c, a)}) {

@@ -72,19 +72,6 @@ TEST(Solver, StoreAndSolutionAgreeWithTheSquareMatrix) {
   EXPECT_GE(solved, 30);
 }
 
-TEST(Solver, AResidualEqualToTheBoundCountsAsConverged) {
-  Model model = test::Plate(1, 1);
-  std::ranges::fill(model.NodeFreedom.Raw(), kTrue);
-  model.NodeFreedom(1, 1) = 0;  // one equation, 2 u = 4, solved without rounding
-  model.YoungModulus = 4, model.PoissonRatio = 0;
-  model.NodeLoad(1, 1) = 4;
-  AssembleEquations(model);
-  const SolveReport report = SolveAssembledEquations(model, 0);
-  EXPECT_TRUE(report.converged);
-  EXPECT_EQ(report.iterations, 1);
-  EXPECT_EQ(model.SolutionVector(1), 2);
-}
-
 TEST(Solver, RefusesAStoreThatLeavesItsSlotsOrEquations) {
   const struct {
     Integer count, column;

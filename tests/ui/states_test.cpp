@@ -219,6 +219,11 @@ TEST_F(States, TheDialogTellsHowTheStepsGo) {
   EXPECT_TRUE(
       tells("Volume: 100.0% of that at the last FEA\nStress: mean 1.235, largest 234.6 MPa\n"
             "No step since the FEA."));
+  In("mnuOptimization", [this](QDialog& dialog) {
+    const QRect plate = main->View().PlateArea().toAlignedRect();
+    const QPoint corner = Canvas()->mapToGlobal(QPoint());
+    EXPECT_FALSE(dialog.frameGeometry().intersects(plate.translated(corner))) << "hides the plate";
+  });
   const Array2<Integer> analysed = model().CellState;
   main->Optimization();
   EXPECT_TRUE(tells("\nThe layout has not changed since the FEA."));
