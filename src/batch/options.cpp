@@ -89,7 +89,7 @@ class CommandLine {
         throw CLI::ValidationError(row.option, "cannot go to standard output");
       }
     }
-    SettleOutline();
+    DeduceOutlineFormat();
     RefuseOtherFormats();
     if (options_.check) {
       RemarkIdle("--check only reads the models", [](const CLI::Option& option) {
@@ -250,8 +250,9 @@ class CommandLine {
         ->needs(outline);
   }
 
-  /// Completes the options of --outline.
-  void SettleOutline() {
+  /// Takes the format of --outline from the file's ending if --outline-format is not given. Throws
+  /// CLI::ValidationError if the ending names none.
+  void DeduceOutlineFormat() {
     const std::filesystem::path& outline = options_.outputs[Output::kOutline];
     if (outline.empty()) return;
     if (!options_.outlineFormat) options_.outlineFormat = OutlineFormatOf(outline);

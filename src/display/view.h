@@ -6,9 +6,9 @@
 
 namespace quillane {
 
-/// Sets DomainHeight, ViewRight and ViewTop from DomainWidth, the origin fractions and the canvas's
-/// size, so that a millimetre is as long in x as in y. Throws RunTimeError (overflow) if one of
-/// them exceeds a Single.
+/// Sets DomainHeight, ViewRight and ViewTop from DomainWidth, OriginFracX, OriginFracY and the
+/// canvas's size, which is above 0, so that x and y have the same scale. Throws RunTimeError
+/// (overflow) if one of them exceeds the range of a Single.
 void FitView(Model& model, double canvasWidth, double canvasHeight);
 
 /// Sets DomainWidth and the origin fractions, from which FitView then derives a view that centres

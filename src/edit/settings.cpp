@@ -53,7 +53,7 @@ Single PositiveLength(std::string_view text) {
   return length && *length > 0 && FitsSingle(*length) ? static_cast<Single>(*length) : 0;
 }
 
-std::string ReadOtherwise(std::string_view text, NumberRule rule) {
+std::string ReadingHint(std::string_view text, NumberRule rule) {
   const std::optional<double> leading = LeadingNumber(text);
   if (!leading) return "too large";
   const bool isRounded = rule == NumberRule::kWhole && FitsInteger(*leading);

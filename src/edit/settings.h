@@ -29,14 +29,15 @@ RefusedIndex SetParameters(Model& model, std::string_view target, std::string_vi
 /// Sets DomainWidth and ElementSize, mm.
 void SetGrid(Model& model, EditState& state, Single width, Single elementSize);
 
-/// Returns a width or a cell's size, mm; 0 if the text has no positive Single.
+/// Returns the length (mm) at the start of a text; 0 if it is not above 0 or no Single.
 Single PositiveLength(std::string_view text);
 
 /// What a typed number is expected to be.
 enum class NumberRule { kAny, kWhole, kAboveZero };
 
-/// Returns "read as 12" for a text such as "12,5", whose number is not what it shows, or for a
-/// number that is not above 0 but should be; "too large" beyond a Double; empty for a plain number.
-std::string ReadOtherwise(std::string_view text, NumberRule rule);
+/// Returns how a text is read if that is not as it looks: "read as 12" for "12,5", "read as 2" for
+/// "2.5" where a whole number is due, "too large" beyond a Double, and "read as -3, not above 0"
+/// where a number above 0 is due. Returns an empty string for a plain number.
+std::string ReadingHint(std::string_view text, NumberRule rule);
 
 }  // namespace quillane

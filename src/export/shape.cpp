@@ -60,10 +60,12 @@ std::vector<Cell> PresentCells(const Model& model) {
   return cells;
 }
 
-/// Walks along the edge of the material, one unit edge after another.
+/// Walks along the boundary of the material, one side of a cell after another, with the material on
+/// the left.
 class Walk {
  public:
-  explicit Walk(const Model& model) : stride_(model.CellColumnCount + 1) {
+  /// Collects for each node the directions of the boundary sides that begin there.
+  explicit Walk(const Model& model) : nodesPerRow_(model.CellColumnCount + 1) {
     ForEachPresentCell(model, [&](int i, int j, int) {
       const auto [lowerLeft, lowerRight, upperRight, upperLeft] = NodesOfCell(model, i, j);
       if (!HasMaterial(model, i - 1, j)) leaving_[lowerLeft] |= 1U << kEast;
@@ -114,11 +116,11 @@ class Walk {
       direction = ahead;
       break;
     }
-    const std::array<int, 4> step = {1, stride_, -1, -stride_};
+    const std::array<int, 4> step = {1, nodesPerRow_, -1, -nodesPerRow_};
     return corner + step[direction];
   }
 
-  int stride_;
+  int nodesPerRow_;
   std::map<int, unsigned> leaving_;  ///< by corner: bit d is set if an edge leaves in direction d
   std::vector<std::vector<int>> loops_;
 };

@@ -53,9 +53,10 @@ SolveReport Solve(Model& model) try {
   throw RunTimeError(error, CauseOfFailure(model));
 }
 
-/// Returns |f - K u| / |f| of SolutionVector, with K applied element by element; not finite if a
-/// product is not. The residual that the iteration updates drifts from this one if the plate can
-/// move freely.
+/// Returns |f - K u| / |f| with f the LoadVector, u the SolutionVector and K applied element by
+/// element; a value that is not finite if a product is not. Entry 0 collects the forces of
+/// components without an equation and does not count. The residual that the solver updates in its
+/// iteration drifts from this one if the supports leave the plate a rigid body motion.
 double TrueResidual(const Model& model) {
   const auto loads = model.LoadVector.Raw();
   std::vector<double> residual(loads.begin(), loads.end());

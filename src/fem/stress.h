@@ -12,7 +12,7 @@ namespace quillane {
 /// Strain or stress: x, y, shear.
 using PlaneTensor = std::array<double, 3>;
 
-/// Writes the displacement (mm) of every node into NodeDisp; 0 for a component without equation.
+/// Copies SolutionVector into NodeDisp (mm), node by node; 0 for a component without an equation.
 void ScatterDisplacements(Model& model);
 
 /// Writes the von Mises stress (MPa) at the centre of every present element into CellStress, 0 into

@@ -16,16 +16,18 @@ std::string Place(const Model& model, int node) {
   return "(" + GeneralText(model.NodeXY(node, 1)) + ", " + GeneralText(model.NodeXY(node, 2)) + ")";
 }
 
-std::string Difference(const std::string& what, const std::string& own, const std::string& wanted) {
-  return "not a load case of this model: " + what + " " + own + ", not " + wanted;
+std::string Difference(const std::string& what, const std::string& actual,
+                       const std::string& wanted) {
+  return "not a load case of this model: " + what + " " + actual + ", not " + wanted;
 }
 
-/// Of two meshes with as many nodes and elements.
-std::string MeshFault(const Model& model, const Model& other) {
+/// Returns the first node or element of `other` that differs from that of `model`, in words; empty
+/// if there is none. Both have the same number of nodes and of elements.
+std::string MeshDifference(const Model& model, const Model& other) {
   for (int node = 1; node <= model.NodeCount; ++node) {
-    const std::string own = Place(other, node), wanted = Place(model, node);
-    if (own == wanted) continue;
-    return Difference("node " + std::to_string(node) + " lies at", own + " mm", wanted);
+    const std::string actual = Place(other, node), wanted = Place(model, node);
+    if (actual == wanted) continue;
+    return Difference("node " + std::to_string(node) + " lies at", actual + " mm", wanted);
   }
   for (int element = 1; element <= model.ElementCount; ++element) {
     for (int k = 1; k <= 4; ++k) {
@@ -57,7 +59,7 @@ std::string LoadCaseFault(const Model& model, const Model& other) {
   };
   const struct {
     const char* what;
-    std::string own, wanted;
+    std::string actual, wanted;
     const char* unit;
   } values[] = {
       {"the grid has", grid(other), grid(model), " cells"},
@@ -68,10 +70,10 @@ std::string LoadCaseFault(const Model& model, const Model& other) {
       {"Poisson's ratio is", GeneralText(other.PoissonRatio), GeneralText(model.PoissonRatio), ""},
       {"the thickness is", GeneralText(other.Thickness), GeneralText(model.Thickness), " mm"},
   };
-  for (const auto& [what, own, wanted, unit] : values) {
-    if (own != wanted) return Difference(what, own + unit, wanted);
+  for (const auto& [what, actual, wanted, unit] : values) {
+    if (actual != wanted) return Difference(what, actual + unit, wanted);
   }
-  return MeshFault(model, other);
+  return MeshDifference(model, other);
 }
 
 LoadCaseResult LoadCases::AnalyseOne(Model& model, std::size_t number) try {

@@ -22,7 +22,8 @@ class FileForm : public Form {
  protected:
   using Action = void (frmMain::*)(const std::filesystem::path&);
 
-  /// Enter, a double click on a file and the button of this name and caption run the action.
+  /// Creates the form with a button of this object name and caption. The button, Enter and a double
+  /// click on a file run the action.
   FileForm(frmMain& main, const FormNames& names, const char* button, const char* caption,
            Action action);
 

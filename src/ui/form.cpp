@@ -20,7 +20,7 @@ std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
 
 /// Shows by colour and tooltip what the text is read as, if it is not read as it looks.
 void TellReading(QLineEdit* box, NumberRule rule) {
-  const QString told = QString::fromStdString(ReadOtherwise(TextOf(box), rule));
+  const QString told = QString::fromStdString(ReadingHint(TextOf(box), rule));
   QPalette colours;
   if (!told.isEmpty()) {
     colours.setColor(QPalette::Base, QColor(255, 200, 140));
