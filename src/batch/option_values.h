@@ -1,4 +1,4 @@
-// Values of options, read as a whole and in decimal.
+// Values of options, read as a whole and in decimal; the option library would read 010 as 8.
 #pragma once
 
 #include <filesystem>
