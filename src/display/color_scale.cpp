@@ -1,5 +1,7 @@
 #include "display/color_scale.h"
 
+#include <array>
+
 #include "display/palette.h"
 #include "model/number_text.h"
 
@@ -10,14 +12,27 @@ constexpr UserScale kLegendScale{-0.5, 17, 5, -1};
 constexpr double kLabelX = 2.0;
 constexpr double kTitleY = 16.8;
 
-std::uint8_t Ramp(int distance) { return static_cast<std::uint8_t>(255 - 3 * distance * distance); }
+using ColorTable = std::array<Color, kLevelCount>;  // [level - 1]
+
+constexpr std::uint8_t Ramp(int distance) {
+  return static_cast<std::uint8_t>(255 - 3 * distance * distance);
+}
+
+constexpr ColorTable MakeColorTable() {
+  ColorTable table;
+  for (std::size_t k = 0; k < table.size(); ++k) {
+    const int level = static_cast<int>(k) + 1;
+    table[k] = level <= 8 ? Color{0, Ramp(level - 9), Ramp(level)}
+                          : Color{Ramp(level - 17), Ramp(level - 8), 0};
+  }
+  return table;
+}
+
+constexpr ColorTable kColorTable = MakeColorTable();
 
 }  // namespace
 
-Color LevelColor(int level) {
-  if (level <= 8) return {0, Ramp(level - 9), Ramp(level)};
-  return {Ramp(level - 17), Ramp(level - 8), 0};
-}
+Color LevelColor(int level) { return kColorTable.at(static_cast<std::size_t>(level - 1)); }
 
 void DrawColorBar(DrawingArea& picColorBar, std::string_view title) {
   picColorBar.Clear();

@@ -83,6 +83,22 @@ PressResult EditRectangle(Model& model, EditState& state, Single x, Single y, In
   return PressResult::kEdited;
 }
 
+PressResult AddDesignElements(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellDesign);
+}
+
+PressResult AddNonDesignElements(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellNonDesign);
+}
+
+PressResult RemoveElements(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellEmpty);
+}
+
+PressResult DeleteDesignDomain(Model& model, EditState& state, Single x, Single y) {
+  return EditRectangle(model, state, x, y, kCellCutOut);
+}
+
 /// Sets both components of a node, one at a time.
 template <class T>
 void SetPair(Array2<T>& records, int node, T x, T y, EditState& state) {
@@ -156,10 +172,10 @@ PressResult Press(Model& model, EditState& state, Single x, Single y) {
   // Deliberately no else: each test asks for the mode that the operations before it have left.
   if (model.EditMode == kModeOrigin) result = MoveOrigin(model, x, y);
   if (model.EditMode == kModeDomain) result = DesignDomainSet(model, state, x, y);
-  if (model.EditMode == kModeDesign) result = EditRectangle(model, state, x, y, kCellDesign);
-  if (model.EditMode == kModeNonDesign) result = EditRectangle(model, state, x, y, kCellNonDesign);
-  if (model.EditMode == kModeCutOut) result = EditRectangle(model, state, x, y, kCellCutOut);
-  if (model.EditMode == kModeRemove) result = EditRectangle(model, state, x, y, kCellEmpty);
+  if (model.EditMode == kModeDesign) result = AddDesignElements(model, state, x, y);
+  if (model.EditMode == kModeNonDesign) result = AddNonDesignElements(model, state, x, y);
+  if (model.EditMode == kModeCutOut) result = DeleteDesignDomain(model, state, x, y);
+  if (model.EditMode == kModeRemove) result = RemoveElements(model, state, x, y);
   if (model.EditMode == kModeLoad) result = LoadSet(model, state, x, y);
   if (model.EditMode == kModeDisplacement) result = kReadDisplacement;
   if (model.EditMode == kModeStress) result = kReadStress;
